@@ -1,0 +1,42 @@
+# The package: find_package(OrvoStatBs [COMPONENTS Sqlite]) and pkg-config. Both stay right when the installed tree is
+# moved. The SQLite part has an export of its own, so that the engine alone asks for nothing.
+
+include(CMakePackageConfigHelpers)
+set(package ${CMAKE_INSTALL_LIBDIR}/cmake/OrvoStatBs)
+
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/orvostatbs DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    FILES_MATCHING PATTERN "*.h" PATTERN sqlite EXCLUDE)
+install(TARGETS orvostatbs EXPORT OrvoStatBsTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT OrvoStatBsTargets NAMESPACE OrvoStatBs:: DESTINATION ${package})
+
+if(TARGET orvostatbs_sqlite)
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/orvostatbs/sqlite
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orvostatbs FILES_MATCHING PATTERN "*.h")
+    install(TARGETS orvostatbs_sqlite EXPORT OrvoStatBsSqliteTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(EXPORT OrvoStatBsSqliteTargets NAMESPACE OrvoStatBs:: DESTINATION ${package})
+endif()
+
+if(TARGET orvostat)
+    install(TARGETS orvostat RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/OrvoStatBsConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/OrvoStatBsConfig.cmake INSTALL_DESTINATION ${package})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/OrvoStatBsConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/OrvoStatBsConfig.cmake ${PROJECT_BINARY_DIR}/OrvoStatBsConfigVersion.cmake
+    DESTINATION ${package})
+
+# From the directory of the .pc files up to the prefix.
+file(RELATIVE_PATH ORVO_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+set(ORVO_PC_DL)
+if(CMAKE_DL_LIBS)
+    set(ORVO_PC_DL " -l${CMAKE_DL_LIBS}")
+endif()
+set(pkgconfig orvostatbs)
+if(TARGET orvostatbs_sqlite)
+    list(APPEND pkgconfig orvostatbs-sqlite)
+endif()
+foreach(name IN LISTS pkgconfig)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

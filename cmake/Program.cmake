@@ -1,0 +1,23 @@
+# The program orvostat. It may use everything. Everything but its main function is an object library, so that tests
+# and benchmarks can make a sample practice without starting a process.
+
+file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/program/*.cpp)
+set(main ${PROJECT_SOURCE_DIR}/program/main.cpp)
+list(REMOVE_ITEM sources ${main})
+
+if(sources)
+    add_library(orvo_program OBJECT ${sources})
+    orvo_compiler(orvo_program)
+    target_include_directories(orvo_program
+        PUBLIC ${PROJECT_SOURCE_DIR}/program PRIVATE ${PROJECT_SOURCE_DIR}/include)
+    target_link_libraries(orvo_program PUBLIC CLI11::CLI11)
+endif()
+
+if(EXISTS ${main})
+    add_executable(orvostat ${main})
+    orvo_compiler(orvostat)
+    target_include_directories(orvostat PRIVATE
+        ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/include)
+    target_link_libraries(orvostat PRIVATE CLI11::CLI11 ${CMAKE_DL_LIBS})
+    orvo_link_folders(orvostat program ${ORVO_ENGINE} ${ORVO_STORES})
+endif()
