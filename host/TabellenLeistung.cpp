@@ -1,0 +1,121 @@
+#include "orvostatbs/host/TabellenLeistung.h"
+
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+using namespace orvostat;
+
+namespace {
+
+bool IstKassenleistung(const CTBeh_Fields & beh) {
+    return beh.m_GOART.Erstes() == 'k' || beh.m_GOART.Erstes() == 'g';
+}
+
+// The number sNr, alone or with one letter behind it.
+bool HatNummer(const CString & sLst, std::string_view sNr) {
+    const CSicht sicht = sLst.Sicht();
+    const std::string_view s = sicht;
+    if (!s.starts_with(sNr) || s.size() > sNr.size() + 1) return false;
+    return s.size() == sNr.size() || (Klein(s.back()) >= 'a' && Klein(s.back()) <= 'z');
+}
+
+template <std::size_t N>
+bool HatKassenleistung(CTBeh & beh, int iErgebnis, const std::string_view (&asNummern)[N]) {
+    for (; iErgebnis == 0; iErgebnis = beh.Next())
+        for (const std::string_view sNr : asNummern)
+            if (IstKassenleistung(beh) && HatNummer(beh.m_LSTNR, sNr)) return true;
+    return false;
+}
+
+// The table of changed points, read once and again after any change to the database: it is asked for every hit.
+class CPunktetafel {
+public:
+    const CString * Finde(const CString & sGoArt, const CString & sLst, const CString & sDatum) {
+        if (m_iStand != CMxDatabase::Stand()) Lies();
+        if (m_map.empty()) return nullptr;
+        const auto it = m_map.find(Schluessel(sGoArt, sLst));
+        if (it == m_map.end()) return nullptr;
+        const CString * pPunkte = nullptr;
+        for (const auto & [sAb, sPunkte] : it->second) {
+            if (sAb > sDatum) break;
+            pPunkte = &sPunkte;
+        }
+        return pPunkte;
+    }
+
+private:
+    static CString Schluessel(const CString & sGoArt, const CString & sLst) {
+        return CString(sGoArt + "/" + sLst).MakeLower();
+    }
+    void Lies() {
+        m_map.clear();
+        CTGoPunkte punkte(dbDatabaseRO);
+        for (int i = punkte.GetAll(); i == 0; i = punkte.Next())
+            m_map[Schluessel(punkte.m_GOART, punkte.m_LSTNR)].emplace_back(punkte.m_PKTAB, punkte.m_PUNKTE);
+        m_iStand = CMxDatabase::Stand();
+    }
+    std::uint64_t m_iStand = ~0ULL;
+    std::unordered_map<CString, std::vector<std::pair<CString, CString>>> m_map;
+};
+
+} // namespace
+
+int CTBeh::OeffneZeitraum(const CString & sPat, const CString & sVon, const CString & sBis) {
+    SetKey(1);
+    ClearKey();
+    m_PATNR = sPat;
+    AddKeysBW(sVon, sBis);
+    return GetByK1(MATCH_ALLE);
+}
+
+int CTBeh::GetForPatSel(const CString & sPat, const CString & sVon, const CString & sBis,
+                        const CString & sLebs, bool) {
+    if (!sLebs.IsEmpty())
+        ModifyFilter([this, sLebs] { return sLebs.Find('\'' + m_BEHANDLERNR + '\'') >= 0; });
+    return OeffneZeitraum(sPat, sVon, sBis);
+}
+
+int CTBeh::GetWithBEVX(const CString & sPat, const CString & sPlan) {
+    SetKey(1);
+    ClearKey();
+    m_PATNR = sPat;
+    ModifyFilter([this, sPlan] {
+        if (m_LSTNR != "beva" && m_LSTNR != "bevb") return false;
+        CTBill bill(Datenbank());
+        bill.m_PATNR = m_PATNR;
+        bill.m_PATBILL = m_PATBILL;
+        return bill.GetByK1() == 0 && bill.m_PLANNR == sPlan;
+    });
+    return GetByK1(MATCH_ALLE);
+}
+
+bool CTBeh::IsMultibandBehandlung(const CString & sPat, const CString & sVon, const CString & sBis) {
+    CTBeh beh(dbDatabaseRO);
+    return HatKassenleistung(beh, beh.OeffneZeitraum(sPat, sVon, sBis), {"126", "127", "128"});
+}
+
+bool CTBeh::IsKfoAbschlaege(const CString & sPat, const CString & sVon, const CString & sBis) {
+    CTBeh beh(dbDatabaseRO);
+    return HatKassenleistung(beh, beh.OeffneZeitraum(sPat, sVon, sBis), {"119", "120"});
+}
+
+CDBetrag CTGO::EinfachsatzToW(const CDBetrag & satz, bool, char cWaehrung) {
+    CDBetrag betrag(satz);
+    betrag.ToW(cWaehrung);
+    return betrag;
+}
+
+CString CTGO::GetGebPkt(const CString & sGoArt, const CString & sLst, const CString & sPunkte,
+                        const CString & sDatum) {
+    static CPunktetafel s_tafel;
+    const CString * pGeaendert = s_tafel.Finde(sGoArt, sLst, sDatum);
+    return pGeaendert ? *pGeaendert : sPunkte;
+}
+
+int CTGoCheck::GetByExtraFlag(const CString & sGoArt, const CString & sLst, char cFlag) {
+    m_GOART = sGoArt;
+    m_LSTNR = sLst;
+    m_EXTRAFLAG = CString(cFlag);
+    return GetByK1(MATCH_GENAU);
+}

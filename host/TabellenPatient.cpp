@@ -1,0 +1,112 @@
+#include "orvostatbs/host/TabellenPatient.h"
+
+#include "orvostatbs/host/Textfunktionen.h"
+
+#include <array>
+
+int CTPat::GetByPatNr(const CString & sPatNr) {
+    m_PATNR = sPatNr;
+    return GetByK1(MATCH_GENAU);
+}
+
+void CTPat::GetPflegegrad(CString & sGrad, CString & sEnde) const {
+    sGrad = m_PFLEGEGRAD;
+    sEnde = m_PFLEGEGRADENDE;
+}
+
+std::uint32_t CTPat::GetIndexMarkers() const {
+    return static_cast<std::uint32_t>(orvostat::Zahl64(m_INDEXMARKERS));
+}
+
+CString CTHistRecall::LastRecallDatum(const CString & sPat, int iArt, int & iErgebnis) {
+    CString sLetztes;
+    iErgebnis = 0;
+    ClearKey();
+    m_PATNR = sPat;
+    for (int i = GetByK1(MATCH_ALLE); i == 0; i = Next()) {
+        if (iArt >= 0 && orvostat::Zahl(m_RECALLART) != iArt) continue;
+        if (m_RECALLDATUM <= sLetztes) continue;
+        sLetztes = m_RECALLDATUM;
+        iErgebnis = orvostat::Zahl(m_RECALLITV);
+    }
+    return sLetztes;
+}
+
+bool CTVDesc::IsWsoOst(const CString & sWso, const CString &) { return sWso == "9"; }
+
+int CTVDesc::GetByIntervall(const CString & sPat, const CString & sDatum, const CString &, const CString &,
+                            bool) {
+    ClearKey();
+    m_PATNR = sPat;
+    ModifyFilter([this, sDatum] { return m_VDBISDATUM.IsEmpty() || m_VDBISDATUM >= sDatum; });
+    return GetByK1(MATCH_ALLE);
+}
+
+// The order of preference among periods of one day, the best 0.
+int CTVDesc::Rang() const {
+    const char cNachweis = m_VNACHWEIS.Erstes();
+    const bool bPrivat =
+        m_VNACHWEIS == "p" || m_VNACHWEIS == "P" || m_VNACHWEIS == "O" || (GetEEB() && cNachweis == 'p');
+    const char cArt = m_KSART.Erstes();
+    return bPrivat ? 2 : cArt != 0 && cArt != 'a' ? 1 : 0;
+}
+
+int CTVDesc::FindMatching(const CString & sPat, const CString & sDatum, int) {
+    SetKey(1, false);
+    int iBester = -1;
+    CTVDesc_Fields beste;
+    for (int i = GetByIntervall(sPat, sDatum, CString(), CString(), false); i == 0; i = Next()) {
+        if (m_VDABDATUM > sDatum || (iBester >= 0 && Rang() >= iBester)) continue;
+        iBester = Rang();
+        beste = *this;
+    }
+    if (iBester < 0) return orvostat::ZEILE_KEINE;
+    m_PATNR = beste.m_PATNR;
+    m_VDABDATUM = beste.m_VDABDATUM;
+    m_VDESCNR = beste.m_VDESCNR;
+    return GetByK1(MATCH_GENAU);
+}
+
+void CBefunde::Befund2Kuerzel(int iBefund, CString & sBefund, CString & sKuerzel) const {
+    struct SBefund {
+        char cBefund;
+        const char * pKuerzel;
+    };
+    // Letters as in the findings line of the denture plan form, codes as the screens show them.
+    static constexpr std::array<SBefund, 16> aBefunde{{{0, ""},
+                                                       {'c', "c"},
+                                                       {'f', "f"},
+                                                       {'z', "z"},
+                                                       {'k', "k"},
+                                                       {'b', "b"},
+                                                       {'e', "e"},
+                                                       {'i', "i"},
+                                                       {'t', "t"},
+                                                       {'x', "x"},
+                                                       {'k', "kw"},
+                                                       {'p', "pw"},
+                                                       {'t', "tw"},
+                                                       {'b', "bw"},
+                                                       {'i', "ix"},
+                                                       {')', ")("}}};
+    sBefund.Empty();
+    sKuerzel.Empty();
+    if (iBefund <= 0 || static_cast<std::size_t>(iBefund) >= aBefunde.size()) return;
+    const SBefund & befund = aBefunde[static_cast<std::size_t>(iBefund)];
+    sBefund = CString(befund.cBefund);
+    sKuerzel = CString(befund.pKuerzel);
+}
+
+bool StringToEGKVersichertenstammdaten(const CString & sDaten, SEGKVersichertenstammdaten & daten) {
+    if (sDaten.IsEmpty()) return false;
+    std::vector<CString> vElemente;
+    SeparatedStrToVec(sDaten, '|', vElemente);
+    SEGKVersichertenstammdaten gelesen;
+    for (const CString & sElement : vElemente) {
+        const int iGleich = sElement.Find('=');
+        if (iGleich < 1) return false;
+        if (sElement.Left(iGleich) == "BPG") gelesen.m_sBesonderePersonengruppe = sElement.Mid(iGleich + 1);
+    }
+    daten = gelesen;
+    return true;
+}

@@ -1,0 +1,226 @@
+// The record layer: database handles, record sets and the pool of record sets.
+//
+// A table object is a row and a cursor in one. Its key fields are set by plain assignment, a read puts the row found
+// into its fields, and Next walks on through the set that the last read has opened:
+//
+//   CTBill bill(dbDatabaseRO);
+//   bill.m_PATNR = "      4711";
+//   for (int i = bill.GetByK1(MATCH_ALLE); i == 0; i = bill.Next()) ...
+//
+// Every reading operation returns 0 when the fields hold the row, 1 when there is no (further) row, another value
+// when the store failed. A failed Next leaves the fields as they are.
+#pragma once
+
+#include "orvostatbs/host/Zeilenspeicher.h"
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+struct SSelectPool;
+
+// A handle on the practice's database. The two global ones share a store or have one each; who attaches a store
+// decides. Without a store every read finds no row and every write is refused.
+class CMxDatabase {
+public:
+    explicit CMxDatabase(bool bNurLesen);
+    ~CMxDatabase();
+    CMxDatabase(const CMxDatabase &) = delete;
+    CMxDatabase & operator=(const CMxDatabase &) = delete;
+
+    // Attaches a store, or none. The former store's walks must have ended; its select-pool entries end here.
+    void Verbinde(std::shared_ptr<orvostat::CZeilenspeicher> pSpeicher);
+    [[nodiscard]] const std::shared_ptr<orvostat::CZeilenspeicher> & Speicher() const { return m_pSpeicher; }
+    // A read-only handle refuses every write, whatever its store could do.
+    [[nodiscard]] bool NurLesen() const { return m_bNurLesen; }
+    // Groups the writes to the store as CZeilenspeicher says; 3 on a read-only handle and without a store.
+    int Beginne();
+    int Beende(bool bUebernehmen);
+    // A number that changes with every Verbinde of any handle and with every write and Beende through one: what was
+    // derived from rows and remembered is still good while it stays the same.
+    [[nodiscard]] static std::uint64_t Stand() { return s_iStand; }
+    static void Geaendert() { ++s_iStand; }
+
+    // The entries of one select pool in their order, read once per store and owned by the handle; none if the store
+    // fails.
+    const std::vector<std::unique_ptr<SSelectPool>> & SelectPool(const CString & sKey);
+
+private:
+    bool m_bNurLesen;
+    std::shared_ptr<orvostat::CZeilenspeicher> m_pSpeicher;
+    std::map<CString, std::vector<std::unique_ptr<SSelectPool>>> m_mapSelectPool;
+    static std::uint64_t s_iStand;
+};
+
+extern CMxDatabase dbDatabase;   // reads and writes
+extern CMxDatabase dbDatabaseRO; // reads only
+
+// How a read by key takes the key fields.
+enum MatchMode : int {
+    MATCH_GENAU = 0, // all parts equal, one row
+    MATCH_TEIL =
+        1, // the rows whose last set part begins with the given text and whose earlier parts are equal
+    MATCH_ALLE = 2, // the rows that are equal in every part that is set; none set: the whole table
+};
+
+// How a set is opened: a hint, without effect on what is read.
+enum OPENTYPE : int { OPEN_STANDARD = 0, OPEN_TABELLE = 1, OPEN_DYNAMISCH = 2 };
+
+class CMxRSet {
+public:
+    explicit CMxRSet(CMxDatabase & db);
+
+    virtual ~CMxRSet();
+    // Chooses the key (from 1) and the direction of the following reads. A fresh object has key 1 ascending.
+    virtual void SetKey(int iKey, bool bAscending = true);
+    // Opens all rows in the order of the chosen key and reads the first.
+    virtual int GetAll();
+    // Empties the fields that belong to a key of the table; ClearAll empties all fields, joined ones included. The
+    // open set stays.
+    virtual void ClearKey();
+    virtual void ClearAll();
+    // Deletes the current row and all behind it in the open set. 0 if all are gone.
+    virtual int DeleteRows();
+    // Reads by the key fields set; GetByK1 to GetByK3 are short for it.
+    virtual int GetRecByKey(int iKey, MatchMode mode);
+    // Adds the fields as a new row; writes them over the current row; deletes the current row and moves to the next
+    // of the set. 3 on a read-only handle, and nothing changes. Without a current row rewriting and deleting are 1,
+    // or what the store failed with when it should have given the row.
+    virtual int WriteRec();
+    virtual int RewriteRec();
+    virtual int DeleteRec();
+    // Narrows the set that the next read opens, First included, to the rows for which f is true once their columns
+    // are in this object; what the class joins to them comes later. Holds for one read.
+    virtual void ModifyFilter(std::function<bool()> f);
+    // Copies fields and choice of key of an object of the same table; a copy has no open set.
+    virtual CMxRSet & operator=(const CMxRSet & r);
+    // Same table, same fields.
+    virtual bool operator==(const CMxRSet & r) const;
+    // Sets the parts of the chosen key in order and reads the one row.
+    virtual int GetRecByParam(std::initializer_list<CString> vTeile);
+    // As fresh: key 1 ascending, empty fields, no open set. InitI closes the set and keeps the fields.
+    virtual void Init();
+    virtual void InitI();
+    // The record layer speaks no SQL: always 2.
+    virtual int ExecSQL(const CString & sSQL);
+    // Bounds the next read in mode MATCH_ALLE: its first unset key part lies from sVon to sBis, both included.
+    virtual void AddKeysBW(const CString & sVon, const CString & sBis);
+
+    CMxRSet(const CMxRSet & r);
+
+    int GetByK1(MatchMode mode = MATCH_GENAU) { return GetRecByKey(1, mode); }
+    int GetByK2(MatchMode mode = MATCH_GENAU) { return GetRecByKey(2, mode); }
+    int GetByK3(MatchMode mode = MATCH_GENAU) { return GetRecByKey(3, mode); }
+    // The first row of the set that the last read opened; the next row of it.
+    int First();
+    int Next();
+    // Write takes a text for the host's journal and ignores it.
+    int Write(const CString & sJournal = CString());
+    int Delete() { return DeleteRec(); }
+    // Hints.
+    void SetForwardOnly(bool) {}
+    void SetOpenType(OPENTYPE, bool) {}
+
+    // The handle, and the table's description.
+    [[nodiscard]] CMxDatabase & Datenbank() const { return *m_pDb; }
+    [[nodiscard]] virtual const orvostat::STabelle & Tabelle() const = 0;
+
+protected:
+    // The fields in the order of the columns; they belong to the derived object and live as long as it.
+    [[nodiscard]] virtual orvostat::CFelder Felder() = 0;
+    [[nodiscard]] orvostat::CWerte Werte() const;
+    // Called before the fields are used as key or written, and when they hold another row or are empty.
+    virtual void VorZugriff() {}
+    virtual void NachLesen() {}
+
+private:
+    // The set of the last read: a piece of the table, and the parts of the key that the piece cannot express.
+    struct SMenge {
+        bool bOffen = false;
+        bool bEineZeile = false;
+        orvostat::SBereich bereich;
+        std::vector<std::pair<std::uint8_t, std::string>> vWeitereTeile; // column, key bytes
+        std::function<bool()> fFilter;
+    };
+
+    using CZwischen = std::pair<CString, CString>;
+
+    [[nodiscard]] bool NeueMenge(int iKey);
+    void Begrenze(MatchMode mode, const CZwischen * pZwischen);
+    int Schritt();
+    int SchrittMitFilter();
+    [[nodiscard]] bool Passt();
+    [[nodiscard]] std::span<const std::uint8_t> Schluesselspalten() const;
+
+    CMxDatabase * m_pDb;
+    int m_iKey = 1;
+    bool m_bAufsteigend = true;
+    int m_iZustand = orvostat::ZEILE_KEINE; // of the current row: 0 if the fields hold it
+    std::function<bool()> m_fFilter;
+    std::unique_ptr<CZwischen> m_pZwischen;
+    SMenge m_menge;
+    std::shared_ptr<orvostat::CZeilenspeicher> m_pSpeicher; // of the walk, which must not outlive it
+    std::unique_ptr<orvostat::CZeilenmenge> m_pWeg;
+    std::vector<CString> m_vVorher; // reused from step to step, as is m_sTeil
+    std::string m_sTeil;
+};
+
+// The base of the practice's own table classes.
+class COrvoRSetEx : public CMxRSet {
+public:
+    using CMxRSet::CMxRSet;
+    using CMxRSet::operator=;
+};
+
+namespace orvostat {
+
+// Sets out of the pools that have not come back, of all table classes together.
+[[nodiscard]] int & EntlieheneRSets();
+
+} // namespace orvostat
+
+// The pool of ready table objects on the read-only database. An object of this class borrows one for its own life;
+// GetRSet and ReleaseRSet do it by hand. A borrowed object is fresh.
+template <class T> class CAutoRSet {
+public:
+    explicit CAutoRSet(OPENTYPE eArt = OPEN_TABELLE, bool bGanz = false) : m_p(GetRSet(eArt, bGanz)) {}
+    ~CAutoRSet() { ReleaseRSet(m_p); }
+    CAutoRSet(const CAutoRSet &) = delete;
+    CAutoRSet & operator=(const CAutoRSet &) = delete;
+    T * operator->() const { return m_p; }
+    T & operator*() const { return *m_p; }
+
+    // The caller owns the object until ReleaseRSet.
+    static T * GetRSet(OPENTYPE eArt, bool bGanz) {
+        auto & vFrei = Freie();
+        std::unique_ptr<T> p;
+        if (vFrei.empty()) {
+            p = std::make_unique<T>(dbDatabaseRO);
+        } else {
+            p = std::move(vFrei.back());
+            vFrei.pop_back();
+        }
+        p->SetOpenType(eArt, bGanz);
+        ++orvostat::EntlieheneRSets();
+        return p.release();
+    }
+    // Takes back an object of GetRSet; null is ignored.
+    static void ReleaseRSet(CMxRSet * p) {
+        if (p == nullptr) return;
+        p->Init();
+        --orvostat::EntlieheneRSets();
+        Freie().emplace_back(static_cast<T *>(p));
+    }
+
+private:
+    static std::vector<std::unique_ptr<T>> & Freie() {
+        static std::vector<std::unique_ptr<T>> s_vFrei;
+        return s_vFrei;
+    }
+    T * m_p;
+};

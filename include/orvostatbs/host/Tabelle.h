@@ -1,0 +1,95 @@
+// How a table class is described: once.
+//
+// ORVO_SPALTEN lists the columns of the table that stands below it, each with the kind of text it holds; the
+// database's column is the word itself, the member the same word with "m_" before it. ORVO_TABELLE makes of the
+// list the field class, the description that the stores work with, and nothing else is written down anywhere: the
+// schema of the SQLite store, reading, writing, copying and checking all derive from it.
+//
+//   #define ORVO_SPALTEN(S) S(PATNR, Text) S(DATUM, Datum)
+//   ORVO_TABELLE(CTBeispiel, "BEISPIEL", Genau, "PATNR DATUM", "DATUM")
+//   #undef ORVO_SPALTEN
+//   class CTBeispiel : public CTabelle<CTBeispiel_Fields> { ... };
+//
+// The texts behind the comparison are the keys, key 1 first, each its columns in order.
+#pragma once
+
+#include "orvostatbs/host/RSet.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace orvostat {
+
+// What ORVO_TABELLE specialises for a field class: the column pointers and the description.
+template <class TFelder> struct SBeschreibung;
+
+namespace detail {
+
+// The key of a text of column names; an unknown name does not compile.
+template <std::size_t N>
+consteval SSchluessel MakeSchluessel(const SSpalteInfo (&aSpalten)[N], std::string_view s) {
+    SSchluessel schluessel{};
+    while (!s.empty()) {
+        const std::size_t iLaenge = s.find(' ') == std::string_view::npos ? s.size() : s.find(' ');
+        std::size_t i = 0;
+        while (i < N && std::string_view(aSpalten[i].pName) != s.substr(0, iLaenge))
+            ++i;
+        if (i == N) throw std::invalid_argument("no such column");
+        schluessel.aiSpalten[schluessel.iAnzahl++] = static_cast<std::uint8_t>(i);
+        s.remove_prefix(iLaenge == s.size() ? iLaenge : iLaenge + 1);
+    }
+    return schluessel;
+}
+
+template <std::size_t N, class... T>
+consteval auto MakeSchluesselliste(const SSpalteInfo (&aSpalten)[N], const T &... vTexte) {
+    static_assert(sizeof...(T) >= 1 && sizeof...(T) <= SCHLUESSEL_MAX);
+    return std::array<SSchluessel, sizeof...(T)>{MakeSchluessel(aSpalten, vTexte)...};
+}
+
+} // namespace detail
+} // namespace orvostat
+
+#define ORVO_FELD(NAME, ART) CString m_##NAME;
+#define ORVO_ZEIGER(NAME, ART) &SFelder::m_##NAME,
+#define ORVO_INFO(NAME, ART) {#NAME, orvostat::EArt::ART},
+#define ORVO_TABELLE(KLASSE, NAME, VERGLEICH, ...)                                                           \
+    struct KLASSE##_Fields {                                                                                 \
+        ORVO_SPALTEN(ORVO_FELD)                                                                              \
+        friend bool operator==(const KLASSE##_Fields &, const KLASSE##_Fields &) = default;                  \
+    };                                                                                                       \
+    template <> struct orvostat::SBeschreibung<KLASSE##_Fields> {                                            \
+        using SFelder = KLASSE##_Fields;                                                                     \
+        static constexpr CString SFelder::*aZeiger[] = {ORVO_SPALTEN(ORVO_ZEIGER)};                          \
+        static constexpr SSpalteInfo aSpalten[] = {ORVO_SPALTEN(ORVO_INFO)};                                 \
+        static constexpr auto aSchluessel = detail::MakeSchluesselliste(aSpalten, __VA_ARGS__);              \
+        static constexpr STabelle tabelle{NAME, aSpalten, aSchluessel, EVergleich::VERGLEICH};               \
+    };
+
+// The common part of all table classes: a row of TFelder with the record layer's operations.
+template <class TFelder> class CTabelle : public TFelder, public COrvoRSetEx {
+public:
+    explicit CTabelle(CMxDatabase & db = dbDatabaseRO) : COrvoRSetEx(db) { MerkeFelder(); }
+    CTabelle(const CTabelle & t) : TFelder(t), COrvoRSetEx(t) { MerkeFelder(); }
+    CTabelle & operator=(const CTabelle & t) {
+        CMxRSet::operator=(t);
+        return *this;
+    }
+    using CMxRSet::operator==;
+
+    [[nodiscard]] const orvostat::STabelle & Tabelle() const override {
+        return orvostat::SBeschreibung<TFelder>::tabelle;
+    }
+
+protected:
+    [[nodiscard]] orvostat::CFelder Felder() override { return m_apFelder; }
+
+private:
+    void MerkeFelder() {
+        std::size_t i = 0;
+        for (const auto pZeiger : orvostat::SBeschreibung<TFelder>::aZeiger)
+            m_apFelder[i++] = &(static_cast<TFelder *>(this)->*pZeiger);
+    }
+    std::array<CString *, std::size(orvostat::SBeschreibung<TFelder>::aZeiger)> m_apFelder;
+};
