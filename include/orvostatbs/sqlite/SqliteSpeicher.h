@@ -1,0 +1,68 @@
+// The rows of a practice in one SQLite file that any tool can read.
+//
+// For each table the file has a table of the same name with the columns as TEXT in UTF-8; around them stand
+//
+//   LFD          the row's running number: rows of equal key sort by it
+//   SCHLUESSEL1  the bytes by which the row sorts under key 1, and so on for each further key; the tables are
+//                clustered by SCHLUESSEL1 and LFD, the further keys have an index
+//
+// and LAUFNUMMER holds the last running number given. The database's application_id is 0x4F535442 ("OSTB"), its
+// user_version the version of this schema. A tool that only reads needs none of this; who writes with one has to
+// keep SCHLUESSEL1 in step with the columns.
+//
+// What a file may hold that this store would not write is read without harm: NULL is the empty text, numbers and
+// blobs are their text, characters that Windows-1252 lacks and malformed UTF-8 are "?".
+#pragma once
+
+#include "orvostatbs/host/Zeilenspeicher.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orvostat {
+
+class CSqliteDatei;
+
+enum class EModus {
+    Lesen,          // never writes, whatever is asked of it
+    Schreiben,      // reads and writes an existing file
+    Neu,            // makes the file, which must not exist
+    NeuUngesichert, // the same faster, for filling it in one go: a crash or a power cut may leave it useless
+};
+
+// Walks hold a read lock on the file until they have reached their end or are closed. So two stores on one file, in
+// one program or in two, can both read at any time, and a write waits up to five seconds for the walks of the other
+// store to end before it fails; within one store walks and writes mix freely.
+class CSqliteSpeicher final : public CZeilenspeicher {
+public:
+    // Opens the file at sPfad (UTF-8, as the platform writes paths). Null where it is refused, with the reason as a
+    // German sentence for the user in sMeldung: no file or no plain one, not to be read or written, no database,
+    // that of another program, another version of the schema, damaged, locked. A refused file is left as it was, and
+    // none is left beside it; opening makes no file unless eModus says so.
+    [[nodiscard]] static std::shared_ptr<CSqliteSpeicher> OeffneDatei(const std::string & sPfad,
+                                                                      EModus eModus, CString & sMeldung);
+    ~CSqliteSpeicher() override;
+
+    std::unique_ptr<CZeilenmenge> Oeffne(const STabelle & tabelle, const SBereich & bereich) override;
+    int Schreibe(const STabelle & tabelle, CWerte vWerte) override;
+    int Beginne() override;
+    int Beende(bool bUebernehmen) override;
+    [[nodiscard]] std::int64_t Zeilenzahl(const STabelle & tabelle) override;
+    [[nodiscard]] bool NurLesen() const override;
+
+    // Reads the whole file and tells what is damaged in it, a line each; none for a sound file. Takes its time.
+    [[nodiscard]] std::vector<CString> Pruefe();
+    // SQLite's own words on the last failure of this store, empty if there was none.
+    [[nodiscard]] const std::string & LetzterFehler() const;
+
+    // The statement behind a walk over a whole table in the order of key 1, as it is given to SQLite. For
+    // measurements.
+    [[nodiscard]] std::string WegSql(const STabelle & tabelle) const;
+
+private:
+    explicit CSqliteSpeicher(std::unique_ptr<CSqliteDatei> pDatei);
+    std::unique_ptr<CSqliteDatei> m_pDatei;
+};
+
+} // namespace orvostat

@@ -1,0 +1,229 @@
+#include "SqliteDatei.h"
+
+#include "SqliteSchema.h"
+
+#include <utility>
+
+namespace orvostat {
+
+namespace {
+
+constexpr std::size_t FREIE_HOECHSTENS =
+    8; // statements kept of one kind: so many walks of it may be nested cheaply
+
+// Binds bytes that stay where they are until the statement has run.
+void BindeBytes(sqlite3_stmt * pAnweisung, int i, std::string_view s) {
+    sqlite3_bind_blob64(pAnweisung, i, s.data(), s.size(), SQLITE_STATIC);
+}
+
+} // namespace
+
+int CSqliteDatei::Fehler() {
+    m_sFehler = sqlite3_errmsg(Verbindung());
+    return ZEILE_FEHLER;
+}
+
+CAnweisung CSqliteDatei::Bereite(std::string_view sSql) {
+    sqlite3_stmt * p = nullptr;
+    if (sqlite3_prepare_v3(Verbindung(), sSql.data(), static_cast<int>(sSql.size()),
+                           SQLITE_PREPARE_PERSISTENT, &p, nullptr) != SQLITE_OK)
+        Fehler();
+    return CAnweisung(p);
+}
+
+bool CSqliteDatei::Fuehre(sqlite3_stmt * pAnweisung) {
+    const bool bGut = sqlite3_step(pAnweisung) == SQLITE_DONE;
+    if (!bGut) Fehler();
+    sqlite3_reset(pAnweisung);
+    return bGut;
+}
+
+bool CSqliteDatei::Fuehre(const char * pSql) {
+    if (sqlite3_exec(Verbindung(), pSql, nullptr, nullptr, nullptr) == SQLITE_OK) return true;
+    Fehler();
+    return false;
+}
+
+std::vector<CAnweisung> & CSqliteDatei::Freie(const STabelle & tabelle, const SBereich & bereich) {
+    const std::size_t iArt = (bereich.bAbsteigend ? 1u : 0u) + (bereich.sBis.empty() ? 0u : 2u);
+    return m_mapTabellen[&tabelle].avWege[static_cast<std::size_t>(bereich.iSchluessel - 1) * 4 + iArt];
+}
+
+CAnweisung CSqliteDatei::NimmWeg(const STabelle & tabelle, const SBereich & bereich) {
+    if (bereich.iSchluessel < 1 || static_cast<std::size_t>(bereich.iSchluessel) > tabelle.vSchluessel.size())
+        return nullptr;
+    std::vector<CAnweisung> & vFreie = Freie(tabelle, bereich);
+    CAnweisung pAnweisung;
+    if (vFreie.empty()) {
+        pAnweisung = Bereite(schema::Weg(tabelle, bereich.iSchluessel, bereich.bAbsteigend,
+                                         !bereich.sBis.empty(), !m_bNurLesen));
+        if (!pAnweisung) return nullptr;
+    } else {
+        pAnweisung = std::move(vFreie.back());
+        vFreie.pop_back();
+    }
+    // An empty text at null would be NULL; what is bound here must outlive the call.
+    sqlite3_bind_blob64(pAnweisung.get(), 1, bereich.sVon.c_str(), bereich.sVon.size(), SQLITE_TRANSIENT);
+    if (!bereich.sBis.empty())
+        sqlite3_bind_blob64(pAnweisung.get(), 2, bereich.sBis.c_str(), bereich.sBis.size(), SQLITE_TRANSIENT);
+    return pAnweisung;
+}
+
+void CSqliteDatei::GibWeg(const STabelle & tabelle, const SBereich & bereich, CAnweisung pAnweisung) {
+    sqlite3_reset(pAnweisung.get());
+    std::vector<CAnweisung> & vFreie = Freie(tabelle, bereich);
+    if (vFreie.size() < FREIE_HOECHSTENS) vFreie.push_back(std::move(pAnweisung));
+}
+
+// ---- groups
+
+int CSqliteDatei::Beginne() {
+    if (m_bNurLesen) return ZEILE_VERWEIGERT;
+    if (m_iTiefe == 0) {
+        if (!Fuehre("BEGIN IMMEDIATE")) return ZEILE_FEHLER;
+        if (!LiesLaufnummer()) {
+            Fuehre("ROLLBACK");
+            return ZEILE_FEHLER;
+        }
+        m_bVerworfen = false;
+    }
+    ++m_iTiefe;
+    return ZEILE_OK;
+}
+
+int CSqliteDatei::Beende(bool bUebernehmen) {
+    if (m_bNurLesen) return ZEILE_VERWEIGERT;
+    if (m_iTiefe == 0) return ZEILE_FEHLER;
+    m_bVerworfen = m_bVerworfen || !bUebernehmen;
+    if (--m_iTiefe == 0) {
+        if (!m_bVerworfen) m_bVerworfen = !SchreibeLaufnummer() || !Fuehre("COMMIT");
+        if (m_bVerworfen && sqlite3_get_autocommit(Verbindung()) == 0) Fuehre("ROLLBACK");
+    }
+    return bUebernehmen && m_bVerworfen ? ZEILE_FEHLER : ZEILE_OK;
+}
+
+// Runs a write inside the open group, or in one of its own. SQLite itself ends a group after some failures (the disk
+// is full); then nothing more goes in it.
+template <class F> int CSqliteDatei::InGruppe(F f) {
+    if (m_bNurLesen) return ZEILE_VERWEIGERT;
+    if (m_iTiefe > 0) {
+        const int iErgebnis =
+            sqlite3_get_autocommit(Verbindung()) == 0 ? f() : static_cast<int>(ZEILE_FEHLER);
+        if (sqlite3_get_autocommit(Verbindung()) != 0) m_bVerworfen = true;
+        return iErgebnis;
+    }
+    if (const int iBeginn = Beginne(); iBeginn != ZEILE_OK) return iBeginn;
+    const int iErgebnis = f();
+    const int iEnde = Beende(iErgebnis == ZEILE_OK);
+    return iErgebnis == ZEILE_OK ? iEnde : iErgebnis;
+}
+
+bool CSqliteDatei::LiesLaufnummer() {
+    const CAnweisung pAnweisung = Bereite(schema::LIES_LAUFNUMMER);
+    if (!pAnweisung) return false;
+    if (sqlite3_step(pAnweisung.get()) != SQLITE_ROW) {
+        Fehler();
+        return false;
+    }
+    m_iLfd = m_iLfdAmAnfang = sqlite3_column_int64(pAnweisung.get(), 0);
+    return true;
+}
+
+bool CSqliteDatei::SchreibeLaufnummer() {
+    if (m_iLfd == m_iLfdAmAnfang) return true;
+    const CAnweisung pAnweisung = Bereite(schema::SCHREIBE_LAUFNUMMER);
+    if (!pAnweisung) return false;
+    sqlite3_bind_int64(pAnweisung.get(), 1, m_iLfd);
+    return Fuehre(pAnweisung.get());
+}
+
+// ---- writes
+
+void CSqliteDatei::Binde(sqlite3_stmt * pAnweisung, CWerte vWerte, const SPlatz & platz) {
+    m_sTexte.clear();
+    m_viEnden.clear();
+    for (const CString * pWert : vWerte) {
+        const CSicht sicht = pWert->Sicht();
+        if (IstAscii(sicht))
+            m_sTexte += sicht;
+        else
+            m_sTexte += NachUtf8(sicht);
+        m_viEnden.push_back(m_sTexte.size());
+    }
+    int i = 1;
+    std::size_t iAb = 0;
+    for (const std::size_t iEnde : m_viEnden) {
+        sqlite3_bind_text64(pAnweisung, i++, m_sTexte.data() + iAb, iEnde - iAb, SQLITE_STATIC, SQLITE_UTF8);
+        iAb = iEnde;
+    }
+    sqlite3_bind_int64(pAnweisung, i++, platz.iLfd);
+    for (const std::string & sSchluessel : platz.vSchluessel)
+        BindeBytes(pAnweisung, i++, sSchluessel);
+}
+
+void CSqliteDatei::BindePlatz(sqlite3_stmt * pAnweisung, int iAb, const SPlatz & platz) {
+    sqlite3_bind_int64(pAnweisung, iAb, platz.iLfd);
+    BindeBytes(pAnweisung, iAb + 1, platz.vSchluessel[0]);
+}
+
+namespace {
+
+void LiesSchluessel(SPlatz & platz, const STabelle & tabelle, CWerte vWerte) {
+    platz.vSchluessel.resize(tabelle.vSchluessel.size());
+    for (std::size_t k = 0; k < platz.vSchluessel.size(); ++k) {
+        platz.vSchluessel[k].clear();
+        HaengeSchluesselAn(platz.vSchluessel[k], tabelle, static_cast<int>(k + 1), vWerte);
+    }
+}
+
+} // namespace
+
+int CSqliteDatei::Fuege(const STabelle & tabelle, CWerte vWerte) {
+    return InGruppe([&]() -> int {
+        CAnweisung & pAnweisung = m_mapTabellen[&tabelle].pFuege;
+        if (!pAnweisung) pAnweisung = Bereite(schema::Fuege(tabelle));
+        if (!pAnweisung) return ZEILE_FEHLER;
+        LiesSchluessel(m_platz, tabelle, vWerte);
+        m_platz.iLfd = ++m_iLfd;
+        Binde(pAnweisung.get(), vWerte, m_platz);
+        return Fuehre(pAnweisung.get()) ? ZEILE_OK : ZEILE_FEHLER;
+    });
+}
+
+int CSqliteDatei::Loesche(const STabelle & tabelle, const SPlatz & platz) {
+    return InGruppe([&]() -> int {
+        CAnweisung & pAnweisung = m_mapTabellen[&tabelle].pLoesche;
+        if (!pAnweisung) pAnweisung = Bereite(schema::Loesche(tabelle));
+        if (!pAnweisung) return ZEILE_FEHLER;
+        BindePlatz(pAnweisung.get(), 1, platz);
+        if (!Fuehre(pAnweisung.get())) return ZEILE_FEHLER;
+        return sqlite3_changes(Verbindung()) > 0 ? ZEILE_OK : ZEILE_KEINE;
+    });
+}
+
+int CSqliteDatei::Aendere(const STabelle & tabelle, SPlatz & platz, CWerte vWerte) {
+    return InGruppe([&]() -> int {
+        CAnweisung & pAnweisung = m_mapTabellen[&tabelle].pAendere;
+        if (!pAnweisung) pAnweisung = Bereite(schema::Aendere(tabelle));
+        if (!pAnweisung) return ZEILE_FEHLER;
+        SPlatz neu;
+        LiesSchluessel(neu, tabelle, vWerte);
+        neu.iLfd = neu.vSchluessel == platz.vSchluessel ? platz.iLfd : ++m_iLfd;
+        Binde(pAnweisung.get(), vWerte, neu);
+        BindePlatz(pAnweisung.get(), static_cast<int>(vWerte.size() + 1 + neu.vSchluessel.size() + 1), platz);
+        if (!Fuehre(pAnweisung.get())) return ZEILE_FEHLER;
+        if (sqlite3_changes(Verbindung()) == 0) return ZEILE_KEINE;
+        platz = std::move(neu);
+        return ZEILE_OK;
+    });
+}
+
+std::int64_t CSqliteDatei::Zaehle(const STabelle & tabelle) {
+    const CAnweisung pAnweisung = Bereite(schema::Zaehle(tabelle));
+    if (!pAnweisung) return -1;
+    if (sqlite3_step(pAnweisung.get()) == SQLITE_ROW) return sqlite3_column_int64(pAnweisung.get(), 0);
+    Fehler();
+    return -1;
+}
+
+} // namespace orvostat

@@ -1,0 +1,89 @@
+// An open file: its connection, the statements made for it and the group of writes.
+#pragma once
+
+#include "orvostatbs/sqlite/SqliteSpeicher.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include <sqlite3.h>
+
+namespace orvostat {
+
+struct SSchliesser {
+    void operator()(sqlite3 * p) const { sqlite3_close_v2(p); }
+    void operator()(sqlite3_stmt * p) const { sqlite3_finalize(p); }
+};
+using CVerbindung = std::unique_ptr<sqlite3, SSchliesser>;
+using CAnweisung = std::unique_ptr<sqlite3_stmt, SSchliesser>;
+
+// Where a row lies in its table.
+struct SPlatz {
+    std::int64_t iLfd = 0;
+    std::vector<std::string> vSchluessel;
+};
+
+class CSqliteDatei {
+public:
+    CSqliteDatei(CVerbindung pVerbindung, bool bNurLesen)
+        : m_pVerbindung(std::move(pVerbindung)), m_bNurLesen(bNurLesen) {}
+
+    [[nodiscard]] sqlite3 * Verbindung() const { return m_pVerbindung.get(); }
+    [[nodiscard]] bool NurLesen() const { return m_bNurLesen; }
+    [[nodiscard]] const std::string & LetzterFehler() const { return m_sFehler; }
+
+    // A statement for a walk, out of those that are free or new, with its bounds; null if the store failed. Gib
+    // makes it free again.
+    [[nodiscard]] CAnweisung NimmWeg(const STabelle & tabelle, const SBereich & bereich);
+    void GibWeg(const STabelle & tabelle, const SBereich & bereich, CAnweisung pAnweisung);
+
+    int Fuege(const STabelle & tabelle, CWerte vWerte);
+    int Loesche(const STabelle & tabelle, const SPlatz & platz);
+    // platz becomes the row's new place.
+    int Aendere(const STabelle & tabelle, SPlatz & platz, CWerte vWerte);
+    [[nodiscard]] std::int64_t Zaehle(const STabelle & tabelle);
+
+    int Beginne();
+    int Beende(bool bUebernehmen);
+    // The last running number, as far as a group is open; else -1.
+    [[nodiscard]] std::int64_t LaufnummerInGruppe() const { return m_iTiefe > 0 ? m_iLfd : -1; }
+
+    // Prepares a statement; null, and the failure noted, if that does not go.
+    [[nodiscard]] CAnweisung Bereite(std::string_view sSql);
+    // Runs a statement without result, or a text of such.
+    bool Fuehre(sqlite3_stmt * pAnweisung);
+    bool Fuehre(const char * pSql);
+    // Notes what SQLite says on the failure that has just occurred.
+    int Fehler();
+
+private:
+    struct STabellenstand {
+        std::array<std::vector<CAnweisung>, SCHLUESSEL_MAX * 4> avWege; // free statements of each kind
+        CAnweisung pFuege, pAendere, pLoesche;
+    };
+
+    template <class F> int InGruppe(F f);
+    bool LiesLaufnummer();
+    bool SchreibeLaufnummer();
+    [[nodiscard]] std::vector<CAnweisung> & Freie(const STabelle & tabelle, const SBereich & bereich);
+    void Binde(sqlite3_stmt * pAnweisung, CWerte vWerte, const SPlatz & platz);
+    static void BindePlatz(sqlite3_stmt * pAnweisung, int iAb, const SPlatz & platz);
+
+    CVerbindung m_pVerbindung; // first: the statements end before it
+    bool m_bNurLesen;
+    std::unordered_map<const STabelle *, STabellenstand> m_mapTabellen;
+    int m_iTiefe = 0;
+    bool m_bVerworfen = false;
+    std::int64_t m_iLfd = 0;         // the last running number given; known while a group is open
+    std::int64_t m_iLfdAmAnfang = 0; // the same when the group began
+    SPlatz m_platz;                  // of the row being added, reused like the next two
+    std::string m_sTexte;            // what is bound
+    std::vector<std::size_t> m_viEnden;
+    std::string m_sFehler;
+};
+
+} // namespace orvostat

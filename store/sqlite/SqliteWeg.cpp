@@ -1,0 +1,74 @@
+#include "SqliteWeg.h"
+
+#include <utility>
+
+namespace orvostat {
+
+CSqliteWeg::CSqliteWeg(CSqliteDatei & datei, const STabelle & tabelle, const SBereich & bereich,
+                       CAnweisung pAnweisung)
+    : m_datei(datei), m_tabelle(tabelle), m_bereich(bereich), m_pAnweisung(std::move(pAnweisung)),
+      m_iBisLfd(datei.LaufnummerInGruppe()) {}
+
+CSqliteWeg::~CSqliteWeg() { m_datei.GibWeg(m_tabelle, m_bereich, std::move(m_pAnweisung)); }
+
+int CSqliteWeg::Ende(int iErgebnis) {
+    sqlite3_reset(m_pAnweisung.get());
+    return m_iEnde = iErgebnis;
+}
+
+// Whether the row under the statement came into the table after the walk had begun.
+bool CSqliteWeg::SpaeterGeschrieben() {
+    const int iLfd = static_cast<int>(m_tabelle.vSpalten.size());
+    const int iLaufnummer = iLfd + 1 + static_cast<int>(m_tabelle.vSchluessel.size());
+    if (m_iBisLfd < 0) m_iBisLfd = sqlite3_column_int64(m_pAnweisung.get(), iLaufnummer);
+    return sqlite3_column_int64(m_pAnweisung.get(), iLfd) > m_iBisLfd;
+}
+
+int CSqliteWeg::Naechste(CFelder vFelder) {
+    m_bZeile = m_bPlatz = false;
+    if (m_iEnde != ZEILE_OK) return m_iEnde;
+    sqlite3_stmt * const p = m_pAnweisung.get();
+    do {
+        const int iSchritt = sqlite3_step(p);
+        if (iSchritt == SQLITE_DONE) return Ende(ZEILE_KEINE);
+        if (iSchritt != SQLITE_ROW) return Ende(m_datei.Fehler());
+    } while (!m_datei.NurLesen() && SpaeterGeschrieben());
+    int i = 0;
+    for (CString * pFeld : vFelder) {
+        const auto * pText = reinterpret_cast<const char *>(sqlite3_column_text(p, i));
+        const auto iLaenge = static_cast<std::size_t>(sqlite3_column_bytes(p, i++));
+        if (pText == nullptr && iLaenge > 0) return Ende(m_datei.Fehler()); // out of memory
+        pFeld->SetzeUtf8(pText, iLaenge);
+    }
+    m_bZeile = true;
+    return ZEILE_OK;
+}
+
+SPlatz & CSqliteWeg::Platz() {
+    if (std::exchange(m_bPlatz, true)) return m_platz;
+    sqlite3_stmt * const p = m_pAnweisung.get();
+    int i = static_cast<int>(m_tabelle.vSpalten.size());
+    m_platz.iLfd = sqlite3_column_int64(p, i++);
+    m_platz.vSchluessel.resize(m_tabelle.vSchluessel.size());
+    for (std::string & sSchluessel : m_platz.vSchluessel) {
+        const auto * pBytes = static_cast<const char *>(sqlite3_column_blob(p, i));
+        sSchluessel.assign(pBytes ? pBytes : "", static_cast<std::size_t>(sqlite3_column_bytes(p, i)));
+        ++i;
+    }
+    return m_platz;
+}
+
+int CSqliteWeg::Loesche() {
+    if (m_datei.NurLesen()) return ZEILE_VERWEIGERT;
+    if (!m_bZeile) return ZEILE_KEINE;
+    const int iErgebnis = m_datei.Loesche(m_tabelle, Platz());
+    if (iErgebnis == ZEILE_OK) m_bZeile = false;
+    return iErgebnis;
+}
+
+int CSqliteWeg::Ersetze(CWerte vWerte) {
+    if (m_datei.NurLesen()) return ZEILE_VERWEIGERT;
+    return m_bZeile ? m_datei.Aendere(m_tabelle, Platz(), vWerte) : static_cast<int>(ZEILE_KEINE);
+}
+
+} // namespace orvostat
