@@ -1,0 +1,20 @@
+#include "orvostatbs/calendar/WPFApplication.h"
+
+#include <utility>
+
+namespace orvostat {
+
+namespace {
+CFeiertagsanzeige * s_pAnzeige = nullptr;
+}
+
+CFeiertagsanzeige * SetzeFeiertagsanzeige(CFeiertagsanzeige * pAnzeige) {
+    return std::exchange(s_pAnzeige, pAnzeige);
+}
+
+} // namespace orvostat
+
+void CWPFApplication::SetHolidays(const CString & sFeiertage,
+                                  const std::vector<std::pair<CString, CString>> & vPerioden) {
+    if (orvostat::s_pAnzeige) orvostat::s_pAnzeige->SetHolidays(sFeiertage, vPerioden);
+}

@@ -1,0 +1,238 @@
+// The configuration of the fee-distribution statistic (HVM, Honorarverteilungsmassstab).
+//
+// A regional dental association pays a practice out of budgets, the pots: conservative treatment, dentures,
+// orthodontics and so on. Which services and insurers fill which pot differs from region to region and from year to
+// year, so these rules are no code but settings: some forty switches, the pots of each practice owner with their
+// selections, the working days and vacations of each owner and year, a list of services, and the holidays of the
+// practice's federal state. CHVMCf reads and writes them as rows of the parameter pool, group 53; what the settings
+// mean to the pots is the screens' business. docs/hvm.md shows the rows.
+//
+// Rows of former versions load; a malformed value gives zero or false fields, never an error. One thread.
+#pragma once
+
+#include "orvostatbs/host/CString.h"
+#include "orvostatbs/host/TabellenPraxis.h"
+
+#include <cstdint>
+#include <map>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace orvostat {
+
+// The two rows of switches.
+enum class EHvmZeile { Einstell, EinstellX };
+
+// How the character of a switch is read.
+enum class EHvmLesen {
+    Zahl,        // on if it is a digit other than "0"
+    AusserNull,  // on unless it is "0", also where the value is too short
+    FehlendWahr, // as Zahl, but on where the value is too short
+};
+
+inline constexpr int HVM_GRUPPE = 53;
+inline constexpr int HVM_FEIERTAGE = 9;
+
+// The holidays row: its short code, and the switches from its value. Missing characters are off.
+[[nodiscard]] CString HvmFeiertagKuerzel();
+void LiesHvmFeiertage(const CString & sWert, bool (&abFeiertag)[HVM_FEIERTAGE]);
+
+} // namespace orvostat
+
+// The switches in field order, each with its row, its place in the row's value, how it is read and its start value:
+//
+//   S  a flag m_b<name> with the getter <name>()      O  a flag m_b<name> without getter
+//   Z  a number m_i<name> of one digit without getter
+//
+// Fields, getters, start values, reading and writing are all made from this list.
+#define ORVO_HVM_SCHALTER(S, O, Z)                                                                           \
+    S(KBRMitLab, Einstell, 0, Zahl, false)                                                                   \
+    S(KCHMitKFO, Einstell, 1, Zahl, false)                                                                   \
+    S(KCHMitIP, Einstell, 2, Zahl, false)                                                                    \
+    S(KFOMitLab, Einstell, 3, Zahl, false)                                                                   \
+    S(KFOMitIP, Einstell, 10, Zahl, false)                                                                   \
+    S(KFOMitSach, Einstell, 11, Zahl, false)                                                                 \
+    S(KFONurRoe, EinstellX, 8, Zahl, false)                                                                  \
+    S(KFOMitNeufall, Einstell, 13, Zahl, false)                                                              \
+    S(MitBKS, Einstell, 4, Zahl, false)                                                                      \
+    S(MitSonstKas, Einstell, 5, Zahl, false)                                                                 \
+    S(PARMitLab, Einstell, 6, Zahl, false)                                                                   \
+    S(PrimaerTrennung, Einstell, 7, Zahl, false)                                                             \
+    S(ErsatzTrennung, Einstell, 8, Zahl, false)                                                              \
+    S(RVOFremdTrennung, Einstell, 9, Zahl, false)                                                            \
+    S(ErsatzFremdTrennung, EinstellX, 6, Zahl, false)                                                        \
+    S(MitFremd, Einstell, 12, Zahl, false)                                                                   \
+    Z(Einstell14, Einstell, 14)                                                                              \
+    O(Einstell15, Einstell, 15, Zahl, false)                                                                 \
+    O(Einstell16, Einstell, 16, AusserNull, true)                                                            \
+    S(MitWso4, Einstell, 17, Zahl, false)                                                                    \
+    S(MitBPG9, Einstell, 20, FehlendWahr, false)                                                             \
+    S(MitKKGeb, Einstell, 18, Zahl, false)                                                                   \
+    S(PARZuKCH, Einstell, 19, Zahl, false)                                                                   \
+    S(KBRZuKCH, EinstellX, 7, Zahl, false)                                                                   \
+    O(EinstellX12, EinstellX, 12, Zahl, false)                                                               \
+    O(EinstellX0, EinstellX, 0, Zahl, false)                                                                 \
+    O(EinstellX1, EinstellX, 1, Zahl, false)                                                                 \
+    O(EinstellX2, EinstellX, 2, Zahl, false)                                                                 \
+    O(EinstellX3, EinstellX, 3, AusserNull, true)                                                            \
+    O(EinstellX4, EinstellX, 4, AusserNull, true)                                                            \
+    O(EinstellX5, EinstellX, 5, Zahl, false)                                                                 \
+    O(EinstellX9, EinstellX, 9, Zahl, false)                                                                 \
+    O(EinstellX10, EinstellX, 10, Zahl, false)                                                               \
+    S(KBRFallgruppen, EinstellX, 11, Zahl, false)                                                            \
+    O(EinstellX13, EinstellX, 13, Zahl, false)                                                               \
+    S(PARFallgruppen3, EinstellX, 14, Zahl, false)                                                           \
+    S(PARNiedersachsen, EinstellX, 15, Zahl, false)
+
+// One pot of one practice owner.
+struct CHVMBgParam {
+    CString m_sMandant; // owner, two places as in the row keys: " 1"
+    char m_cArt = 0;    // kind, one of CHVMCf::m_sBgArten
+    // By group letter: selections by name. The entry without name is the group's main selection.
+    std::map<char, std::map<CString, CString>> m_mSel;
+    bool m_bBudget = false;
+    std::int32_t m_iWert = 1;
+    bool m_bAktiv = false;  // the pot counts for GetSelText
+    std::int32_t m_iBw = 0; // of the owner, the same in all of his pots
+
+    friend bool operator==(const CHVMBgParam &, const CHVMBgParam &) = default;
+};
+
+// One year of one practice owner.
+struct CHVMUrParam {
+    CString m_sMandant;
+    CString m_sJahr;                                                       // YYYY0101
+    bool m_abArbeitstag[7] = {true, true, true, true, true, false, false}; // Monday first
+    std::vector<std::pair<CString, CString>> m_vUrlaub;                    // from and to, YYYYMMDD
+
+    friend bool operator==(const CHVMUrParam &, const CHVMUrParam &) = default;
+};
+
+// Use: construct; ReadEi, ReadFt and ReadLs once, ReadBg and ReadUr for each owner; change fields; WriteParPool, and
+// WriteFt if the holidays changed. The readers of owners append, so call Init before reading anew.
+//
+// An owner's id may be given in any width; keys hold its last two places, filled up with a blank at the left.
+//
+// WriteParPool and WriteFt each form one group of writes: whatever ends them early, a failing store or a crash, either
+// the rows from before the call stand or all new ones. Their result does not tell which; Gespeichert does.
+class CHVMCf {
+public:
+    std::vector<CHVMBgParam> m_vBgParam; // the pots of the owners read so far, 17 for each
+    CHVMBgParam m_BgArbeit;              // the pot that is being read
+#define ORVO_FLAG(NAME, ZEILE, STELLE, LESEN, START) bool m_b##NAME = START;
+#define ORVO_ZAHL(NAME, ZEILE, STELLE) std::int32_t m_i##NAME = 0;
+    ORVO_HVM_SCHALTER(ORVO_FLAG, ORVO_FLAG, ORVO_ZAHL)
+#undef ORVO_FLAG
+#undef ORVO_ZAHL
+    bool m_abFeiertag[orvostat::HVM_FEIERTAGE] = {}; // in the order of CHoliday's switches
+    CString m_sFeiertag;                             // the holidays row as ReadFt found it
+    std::vector<CHVMUrParam> m_vUrParam;
+    std::vector<CString> m_vLeistungen;
+    CTParPool m_ParPool{dbDatabase};
+    CString m_sGruppe;   // " 53"
+    CString m_sEinstell; // short codes of the two rows of switches and of the holidays
+    CString m_sEinstellX;
+    CString m_sFeiertagKey;
+    CString m_sBgArten; // the kinds of pots, 17 letters
+
+    // The 19 letters of the groups that a pot's selections can have.
+    static const CString s_sBgGruppen;
+
+    CHVMCf();
+
+    // All switches to their start values; no holidays, pots, years and services. Rows are not touched.
+    void Init();
+
+    // The switches. False if one of the two rows is missing; its switches then have their start values.
+    bool ReadEi();
+    // The holidays. False without a row: all are off then, m_sFeiertag stays.
+    bool ReadFt();
+    // Appends the owner's 17 pots, those without rows with the values of a fresh one. Always true.
+    bool ReadBg(const CString & sMandant);
+    // Appends the owner's years; vacations of a year that is there already are added to it. Always true.
+    bool ReadUr(const CString & sMandant);
+    // The services, replacing m_vLeistungen; those of one character are passed over. Always true.
+    bool ReadLs();
+
+    // The holidays. Always true; see Gespeichert.
+    bool WriteFt();
+    // Everything else: switches, pots, years, services. Always true; see Gespeichert. Of a year the first five
+    // vacations are stored, of a service the first seven characters. Rows of owners, groups and years that are not
+    // in the fields stay.
+    bool WriteParPool();
+    // The rows of the last WriteFt or WriteParPool stand in the store; false before the first.
+    [[nodiscard]] bool Gespeichert() const { return m_bGespeichert; }
+
+    // Position of the owner's pot or year in the vectors, the first of several; -1 for none. A year may be given as
+    // YYYY.
+    [[nodiscard]] int FindBgParam(const CString & sMandant, CChar cArt) const;
+    [[nodiscard]] int FindUrParam(const CString & sMandant, CString sJahr) const;
+
+    // There is a row of any kind.
+    [[nodiscard]] bool ExistHVMConf();
+    // The owner's active pots in words, "KCH+ZE"; kinds without a word are passed over.
+    [[nodiscard]] CString GetSelText(const CString & sMandant) const;
+
+#define ORVO_GETTER(NAME, ZEILE, STELLE, LESEN, START)                                                       \
+    [[nodiscard]] bool NAME() const { return m_b##NAME; }
+#define ORVO_OHNE(...)
+    ORVO_HVM_SCHALTER(ORVO_GETTER, ORVO_OHNE, ORVO_OHNE)
+#undef ORVO_GETTER
+#undef ORVO_OHNE
+
+private:
+    // These give false where the store failed; a group of writes ends there.
+    bool WriteEi();
+    bool WriteFeiertage();
+    bool WriteAlles();
+    bool WriteBg();
+    bool WriteBgGruppe(const CHVMBgParam & bg, char cGruppe, const std::map<CString, CString> & mSel);
+    bool WriteUr();
+    bool WriteLs();
+    bool DeleteParPool(const CString & sKuerzel);
+    bool DeleteParPoolAll(const CString & sKuerzel);
+    bool Schreibe(const CString & sKuerzel, const CString & sWert);
+    bool Ersetze(const CString & sKuerzel, const CString & sWert) {
+        return DeleteParPool(sKuerzel) && Schreibe(sKuerzel, sWert);
+    }
+
+    void SetzeSchalter();
+    void SetzeSchluessel(const CString & sKuerzel);
+    [[nodiscard]] bool LiesZeile(const CString & sKuerzel, MatchMode mode = MATCH_GENAU);
+    void LiesSchalter(orvostat::EHvmZeile eZeile);
+    [[nodiscard]] CString SchalterWert(orvostat::EHvmZeile eZeile) const;
+    void LiesBgGruppe(const CString & sMandant, char cArt, char cGruppe);
+    template <class F> void LiesUrZeilen(const CString & sVorsatz, const CString & sMandant, F fUebernimm);
+    CHVMUrParam & UrParam(const CString & sMandant, const CString & sJahr);
+    void Gruppiert(bool (CHVMCf::*pSchreibe)());
+
+    bool m_bGespeichert = false;
+};
+
+namespace orvostat {
+
+// A switch as the list above describes it. One of the two pointers is null.
+struct SHvmSchalter {
+    const char * pName; // as the getter is or would be called
+    EHvmZeile eZeile;
+    int iStelle;
+    bool CHVMCf::*pFlag;
+    std::int32_t CHVMCf::*pZahl;
+    EHvmLesen eLesen;
+    bool bStart;
+};
+
+inline constexpr SHvmSchalter HVM_SCHALTER[] = {
+#define ORVO_FLAG(NAME, ZEILE, STELLE, LESEN, START)                                                         \
+    {#NAME, EHvmZeile::ZEILE, STELLE, &CHVMCf::m_b##NAME, nullptr, EHvmLesen::LESEN, START},
+#define ORVO_ZAHL(NAME, ZEILE, STELLE)                                                                       \
+    {#NAME, EHvmZeile::ZEILE, STELLE, nullptr, &CHVMCf::m_i##NAME, EHvmLesen::Zahl, false},
+    ORVO_HVM_SCHALTER(ORVO_FLAG, ORVO_FLAG, ORVO_ZAHL)
+#undef ORVO_FLAG
+#undef ORVO_ZAHL
+};
+
+} // namespace orvostat
+
+#undef ORVO_HVM_SCHALTER
