@@ -1,0 +1,83 @@
+// What a valuation did, step by step, for showing where an amount comes from.
+//
+// A caller that wants to know points CStatAccu::m_pSpur at a spur; GetGOData, GetLstErsatz, GetPunkte, GetBetrag and
+// NurDenKassenanteil then note each step as they take it, behind what stands there already. Nothing is computed for
+// the spur's sake, so it cannot differ from the valuation.
+#pragma once
+
+#include "orvostatbs/host/Betrag.h"
+#include "orvostatbs/host/CString.h"
+
+#include <utility>
+#include <vector>
+
+namespace orvostat {
+
+// A step, and what its fields hold. Points and quantities are hundredths, factors ten-thousandths; "after" is the
+// amount that the step leaves. Fields not named are empty.
+enum class EBewertung {
+    // The fee row. sText service, cArt its kind.
+    Gebuehrenzeile, // found; sText2 short code, cUnterart sub-kind
+    KeineZeile,
+    Ersatzleistung, // substitute taken; sText2 the short code replaced, cUnterart sub-kind
+
+    // Points and point value.
+    Ordination,    // visit fee by speciality; iZahl points
+    PunktwertPlan, // frozen with the plan; betrag value, sText plan, sText2 its date
+    NeuerParPlan,  // the plan freezes no value; sText plan, sText2 its date
+    PunktwertTafel, // from the table; betrag value, sText group, sText2 date asked for, sText3 valid from, cArt kind,
+                    // cUnterart region ("9" east)
+    KeinPunktwert, // not in the table; sText group, sText2 date asked for, cArt kind
+    Mischwert,     // mixed value of the plan; betrag value, sText plan
+
+    // The stored amount.
+    Gespeichert,     // stands; betrag
+    Gruppenleistung, // divided by the heads; iZahl heads, betrag after
+
+    // A private service.
+    OhneFaktor,  // factor 0; betrag zero
+    OhneSatz,    // simple rate or points 0; betrag zero
+    PunkteQ,     // points times 5.62421 euro times factor, rounded; iZahl points, iZahl2 factor, betrag after
+    Einfachsatz, // rate times factor, rounded; betrag2 rate, iZahl2 factor, betrag after
+    EinfachsatzAb,     // the same, rounded down
+    Anzahl,            // times the quantity; iZahl quantity, betrag after
+    Regionalabschlag,  // times the region's factor; iZahl factor, betrag2 taken off, betrag after
+    Waehrung,          // converted to currency cArt; betrag after
+    Behandlerabschlag, // iZahl hundredths of a percent taken off; betrag after
+
+    // An insurer's service.
+    AnderePunkte,     // alternative points; iZahl points
+    EntfernungBetrag, // percentage of the stored amount, times the quantity; iZahl percent, betrag after
+    EntfernungPunkte, // percentage of the points; iZahl percent, iZahl2 points after
+    PunkteMalWert, // points times quantity times value; iZahl points, iZahl2 quantity, betrag2 value, betrag after
+
+    Kassenanteil, // the insurer's share; iZahl percent, betrag after
+};
+
+struct SBewertungsschritt {
+    EBewertung eSchritt;
+    CString sText{};
+    CString sText2{};
+    CString sText3{};
+    char cArt = 0;
+    char cUnterart = 0;
+    int iZahl = 0;
+    int iZahl2 = 0;
+    CDBetrag betrag{};
+    CDBetrag betrag2{};
+
+    [[nodiscard]] friend bool operator==(const SBewertungsschritt &, const SBewertungsschritt &) = default;
+};
+
+class CBewertungsspur {
+public:
+    void Notiere(SBewertungsschritt schritt) { m_vSchritte.push_back(std::move(schritt)); }
+    void Leere() { m_vSchritte.clear(); }
+    // In the order in which they were taken.
+    [[nodiscard]] const std::vector<SBewertungsschritt> & Schritte() const { return m_vSchritte; }
+
+private:
+    std::vector<SBewertungsschritt> m_vSchritte;
+};
+
+} // namespace orvostat

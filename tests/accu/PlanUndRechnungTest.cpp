@@ -1,0 +1,221 @@
+#include "accu/AccuTest.h"
+
+using namespace orvostat;
+
+namespace {
+
+class PlanUndRechnungTest : public CAccuTest {
+protected:
+    // The gate for the work hit.
+    bool Tor(char cAbrArt, const CString & sPlanNr, bool bOhne22a = false, bool bParMarken = false,
+             bool bParBeva = false) {
+        CBehHitLine & hit = m_accu.m_BehHit;
+        hit.PATNR = "1";
+        hit.ABRART = cAbrArt;
+        hit.PLANNR = sPlanNr;
+        return m_accu.OnlyForZEorKFOorPAROk(&m_plan, m_vPlaene, hit, bOhne22a, bParMarken, bParBeva, &m_beh,
+                                            m_iPos);
+    }
+    std::vector<int> Fehler() const {
+        std::vector<int> v;
+        for (const CBehErrors & fehler : m_accu.m_vBehErrors)
+            v.push_back(fehler.m_iFehler);
+        return v;
+    }
+    static void SchreibePlan(const CString & sNr, const CString & sArt, const CString & sNum = "",
+                             const CString & sStatus2 = "", const CString & sPar22a = "") {
+        Schreibe<CTPlan>({"1", sNr, sArt, "", "", sStatus2, sNum, "", "", sPar22a});
+    }
+
+    CTPlan m_plan{dbDatabaseRO};
+    CTBeh m_beh{dbDatabaseRO};
+    std::vector<CPlan> m_vPlaene;
+    int m_iPos = 99;
+};
+
+using VFehler = std::vector<int>;
+
+} // namespace
+
+// ---- plans
+
+TEST_F(PlanUndRechnungTest, StateOfAPlan) {
+    struct SFall {
+        CString sArt, sStatus, sSubArt, sNum, sStatus2;
+        std::string sGut; // Z denture, M additional costs, P private, K orthodontic, A any orthodontic
+    };
+    const SFall aFaelle[] = {
+        {"2", "", "", "60", "4", "Z"}, {"3", "", "", "1", "4", "Z"},    {"2", "", "", "0", "4", ""},
+        {"2", "", "", "60", "3", ""},  {"23", "4", "1", "60", "4", ""}, {"", "4", "1", "60", "4", ""},
+        {"2", "4", "1", "", "", "M"},  {"3", "7", "5", "", "", "M"},    {"2", "4", "2", "", "", ""},
+        {"2", "4", "", "", "", ""},    {"2", "5", "3", "", "", ""},     {"4", "7", "4", "", "", ""},
+        {"2", "1", "1", "", "", "P"},  {"3", "3", "", "60", "4", "ZP"}, {"2", "12", "", "", "", ""},
+        {"8", "1", "", "1", "", "KA"}, {"9", "", "", "", "", "A"},      {"89", "", "", "1", "", ""},
+    };
+    for (const SFall & fall : aFaelle) {
+        m_plan.m_PLANART = fall.sArt;
+        m_plan.m_PLANSTATUS = fall.sStatus;
+        m_plan.m_PLANSUBART = fall.sSubArt;
+        m_plan.m_PLANNUM = fall.sNum;
+        m_plan.m_PLANSTATUS2 = fall.sStatus2;
+        std::string sGut;
+        if (m_accu.IsZEPlanOK(&m_plan)) sGut += 'Z';
+        if (m_accu.IsMehrkostenPlanOK(&m_plan)) sGut += 'M';
+        if (m_accu.IsZEPrivatPlanOK(&m_plan)) sGut += 'P';
+        if (m_accu.IsKFOPlanOK(&m_plan)) sGut += 'K';
+        if (m_accu.IsKFOPlan(&m_plan)) sGut += 'A';
+        EXPECT_EQ(sGut, fall.sGut) << &fall - aFaelle;
+    }
+}
+
+TEST_F(PlanUndRechnungTest, WithoutPlanNumber) {
+    for (const char cAbrArt : {'c', 'e', 'm', '5', '\0', 'k'})
+        EXPECT_TRUE(Tor(cAbrArt, "")) << cAbrArt;
+    EXPECT_EQ(Fehler(), VFehler());
+    for (const char cAbrArt : {'z', 'p', '6', '7', '8', '9'}) {
+        m_accu.m_vBehErrors.clear();
+        EXPECT_FALSE(Tor(cAbrArt, "")) << cAbrArt;
+        EXPECT_EQ(Fehler(), VFehler{9}) << cAbrArt;
+    }
+    EXPECT_EQ(m_iPos, -1);
+    EXPECT_TRUE(m_vPlaene.empty());
+}
+
+TEST_F(PlanUndRechnungTest, APlanIsJudgedByTheKindOfBilling) {
+    SchreibePlan("ze", "2", "60", "4");
+    SchreibePlan("kfo", "8", "80");
+    SchreibePlan("par", "4");
+    SchreibePlan("22a", "4", "", "", "1");
+    struct SFall {
+        char cAbrArt;
+        CString sPlan;
+        bool bOhne22a, bOk;
+    };
+    const SFall aFaelle[] = {
+        {'z', "ze", true, true},   {'z', "kfo", false, false}, {'k', "kfo", true, true},
+        {'k', "ze", false, false}, {'p', "par", true, true},   {'9', "22a", false, true},
+        {'p', "22a", true, false}, {'7', "22a", true, false},  {'p', "ze", false, true},
+        {'c', "weg", true, true},
+    };
+    for (const SFall & fall : aFaelle) {
+        m_vPlaene.clear();
+        EXPECT_EQ(Tor(fall.cAbrArt, fall.sPlan, fall.bOhne22a), fall.bOk)
+            << fall.cAbrArt << fall.sPlan.Utf8();
+    }
+    EXPECT_EQ(Fehler(), VFehler());
+}
+
+TEST_F(PlanUndRechnungTest, APlanIsReadAndReportedOnce) {
+    SchreibePlan("gut", "2", "60", "4");
+    SchreibePlan("roh", "2");
+    struct SSchritt {
+        CString sPlan;
+        bool bOk;
+        int iPos;
+        bool bGelesen;
+    };
+    const SSchritt aSchritte[] = {
+        {"weg", false, -1, true}, {"gut", true, 1, true},   {"roh", false, -1, true},
+        {"gut", true, 1, false},  {"weg", false, 0, false}, {"roh", false, 2, false},
+    };
+    for (const SSchritt & schritt : aSchritte) {
+        SCOPED_TRACE(&schritt - aSchritte);
+        EXPECT_EQ(Tor('z', schritt.sPlan), schritt.bOk);
+        EXPECT_EQ(m_iPos, schritt.iPos);
+        EXPECT_EQ(HatGelesen(), schritt.bGelesen);
+        EXPECT_EQ(Fehler(), VFehler{8});
+        m_accu.m_BehHit.DATUM = "20240102"; // would be an error of its own
+    }
+    EXPECT_EQ(m_vPlaene[1].m_iKasProzent, 60);
+    EXPECT_EQ(m_vPlaene[2].PLANNR, "roh"_t);
+}
+
+TEST_F(PlanUndRechnungTest, PeriodontalHitsTakeAFinerKind) {
+    struct SFall {
+        char cAbrArt;
+        CString sPlan, sLst, sDatum;
+        char cSitzung;
+        CString sLfd;
+        char cMarken, cBeva; // the kind by each of the two flags
+    };
+    // The last "beva" of plan "mit" is the entry 002 of visit "a" on 20240301.
+    const SFall aFaelle[] = {
+        {'p', "mit", "p200", "20240301", 'a', "002", '6', '6'},
+        {'p', "mit", "p200", "20240301", 'a', "003", '6', '7'},
+        {'p', "mit", "p200", "20240301", 0, "b", '6', '7'},
+        {'p', "mit", "upta", "20240302", 0, "", '7', '8'},
+        {'p', "mit", "uptg", "20240302", 'a', "", '7', '8'},
+        {'p', "mit", "upta1", "20240302", 'a', "", '7', '8'},
+        {'p', "mit", "uptg1", "20240302", 'a', "", '6', '7'},
+        {'p', "mit", "upt", "20240302", 'a', "", '6', '7'},
+        {'p', "mit", "uptc", "20240201", 'a', "", '7', '6'},
+        {'p', "ohne", "uptc", "20240302", 'a', "", '7', '6'},
+        {'8', "mit", "p200", "20240201", 'a', "", '8', '8'},
+        {'9', "mit", "uptc", "20240302", 'a', "", '9', '9'},
+    };
+    SchreibePlan("mit", "4");
+    SchreibePlan("ohne", "4");
+    Schreibe<CTBill>({.m_PATNR = "1", .m_PATBILL = "7", .m_PLANNR = "mit"});
+    for (const char * pDatum : {"20240101", "20240301"})
+        Schreibe<CTBeh>({.m_PATNR = "1",
+                         .m_DATUM = pDatum,
+                         .m_SITZUNG = "a",
+                         .m_LFDBEHEINTRAG = "002",
+                         .m_LSTNR = "beva",
+                         .m_PATBILL = "7"});
+    for (const SFall & fall : aFaelle) {
+        const auto Kind = [&](bool bParMarken, bool bParBeva) {
+            CBehHitLine & hit = m_accu.m_BehHit;
+            hit.LSTNR = fall.sLst;
+            hit.DATUM = fall.sDatum;
+            hit.SITZUNG = fall.cSitzung;
+            hit.LFDBEHEINTRAG = fall.sLfd;
+            EXPECT_TRUE(Tor(fall.cAbrArt, fall.sPlan, false, bParMarken, bParBeva));
+            return hit.ABRART;
+        };
+        SCOPED_TRACE(&fall - aFaelle);
+        m_vPlaene.clear();
+        EXPECT_EQ(Kind(false, true), fall.cBeva) << "plan met for the first time";
+        EXPECT_EQ(Kind(true, true), fall.cBeva);
+        EXPECT_EQ(Kind(true, false), fall.cMarken);
+        EXPECT_EQ(Kind(false, false), fall.cAbrArt);
+    }
+}
+
+TEST_F(PlanUndRechnungTest, ARefusedPlanMarksFromTheSecondHitOn) {
+    EXPECT_FALSE(Tor('p', "weg", false, true));
+    EXPECT_EQ(m_accu.m_BehHit.ABRART, 'p');
+    EXPECT_FALSE(Tor('p', "weg", false, true));
+    EXPECT_EQ(m_accu.m_BehHit.ABRART, '6');
+}
+
+// ---- bills and owners
+
+TEST_F(PlanUndRechnungTest, ABillIsReadOnce) {
+    Schreibe<CTBill>({.m_PATNR = "1", .m_PATBILL = "7", .m_PRAXISNR = " 1"});
+    for (const auto & [pPatNr, pPatBill] : {std::pair("", "7"), std::pair("1", ""), std::pair("1", " ")})
+        EXPECT_EQ(m_accu.GetBill(pPatNr, pPatBill), nullptr);
+    EXPECT_EQ(m_accu.FindBill("1", "7"), nullptr);
+    EXPECT_FALSE(HatGelesen());
+    EXPECT_EQ(m_accu.GetBill("1", "8"), nullptr);
+    const CBill * pBill = m_accu.GetBill("1", "7");
+    ASSERT_NE(pBill, nullptr);
+    EXPECT_EQ(pBill->PRAXISNR, " 1"_t);
+    EXPECT_TRUE(HatGelesen());
+    EXPECT_EQ(m_accu.GetBill("1", "7"), pBill);
+    EXPECT_EQ(m_accu.FindBill("2", "7"), nullptr);
+    EXPECT_FALSE(HatGelesen());
+}
+
+TEST_F(PlanUndRechnungTest, IsFuerMandantAsksTheSelectionThenTheTable) {
+    CBill bill;
+    bill.PRAXISNR = " 2";
+    EXPECT_FALSE(m_accu.IsFuerMandant(bill));
+    m_accu.m_vMd.resize(2);
+    m_accu.m_vMd[1].m_sMdId = " 2";
+    EXPECT_TRUE(m_accu.IsFuerMandant(bill));
+    EXPECT_FALSE(m_accu.IsFuerMandant(" 3"));
+    m_accu.SetMandant("3");
+    EXPECT_TRUE(m_accu.IsFuerMandant(" 3"));
+    EXPECT_FALSE(m_accu.IsFuerMandant(bill));
+}
