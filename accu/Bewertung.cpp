@@ -62,9 +62,6 @@ bool NachWaehrung(CDBetrag & betrag, char cWaehrung) {
     return true;
 }
 
-// MoveGO takes the row by reference, but leaves it as it is.
-void NimmGO(CBehHitLine & hit, const CGOStruct & go) { hit.MoveGO(const_cast<CGOStruct &>(go)); }
-
 } // namespace
 
 // ---- fee row
@@ -79,7 +76,7 @@ bool CStatAccu::GetGOData(CBehHitLine & hit) {
         return true;
     }
     const CGOStruct & go = m_vGO.Lesend()[static_cast<std::size_t>(iPos)];
-    NimmGO(hit, go);
+    hit.MoveGO(go);
     if (m_pSpur)
         m_pSpur->Notiere({.eSchritt = EBewertung::Gebuehrenzeile,
                           .sText = go.m_sLst,
@@ -107,7 +104,7 @@ bool CStatAccu::GetLstErsatz(CBehHitLine & hit) {
                           .sText2 = hit.LSTKUERZEL,
                           .cArt = go.m_cGoArt,
                           .cUnterart = go.m_cGoSubArt});
-    NimmGO(hit, go);
+    hit.MoveGO(go);
     return true;
 }
 

@@ -5,13 +5,13 @@ include(CMakePackageConfigHelpers)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/OrvoStatBs)
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/orvostatbs DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-    FILES_MATCHING PATTERN "*.h" PATTERN sqlite EXCLUDE)
+    FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN sqlite EXCLUDE)
 install(TARGETS orvostatbs EXPORT OrvoStatBsTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT OrvoStatBsTargets NAMESPACE OrvoStatBs:: DESTINATION ${package})
 
 if(TARGET orvostatbs_sqlite)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/orvostatbs/sqlite
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orvostatbs FILES_MATCHING PATTERN "*.h")
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orvostatbs FILES_MATCHING PATTERN "*.h" PATTERN "*.def")
     install(TARGETS orvostatbs_sqlite EXPORT OrvoStatBsSqliteTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
     install(EXPORT OrvoStatBsSqliteTargets NAMESPACE OrvoStatBs:: DESTINATION ${package})
 endif()

@@ -51,9 +51,11 @@ private:
     void Lies() {
         m_map.clear();
         CTGoPunkte punkte(dbDatabaseRO);
-        for (int i = punkte.GetAll(); i == 0; i = punkte.Next())
+        int i = punkte.GetAll();
+        for (; i == 0; i = punkte.Next())
             m_map[Schluessel(punkte.m_GOART, punkte.m_LSTNR)].emplace_back(punkte.m_PKTAB, punkte.m_PUNKTE);
-        m_iStand = CMxDatabase::Stand();
+        // A table that could not be read to its end is read again for the next hit.
+        m_iStand = i == ZEILE_KEINE ? CMxDatabase::Stand() : ~0ULL;
     }
     std::uint64_t m_iStand = ~0ULL;
     std::unordered_map<CString, std::vector<std::pair<CString, CString>>> m_map;

@@ -237,7 +237,7 @@ void CBehHitLine::MoveVDesc(const CVDesc & vdesc) {
     BPG = vdesc.BPG;
 }
 
-void CBehHitLine::MoveKas(CKas & kas) {
+void CBehHitLine::MoveKas(const CKas & kas) {
     KASSTATISTIKART = kas.KASSTATISTIKART;
     KASMEDSTATISTIKART = kas.KASMEDSTATISTIKART;
     KASSENART = kas.KASSENART;
@@ -247,7 +247,7 @@ void CBehHitLine::MoveKas(CKas & kas) {
     m_cKasKz = kas.m_cKasKz;
 }
 
-void CBehHitLine::MoveLeb(CLebStruct & leb) {
+void CBehHitLine::MoveLeb(const CLebStruct & leb) {
     if (!HatAbschlagKz(ICDNOTATIONSKZ)) return;
     if (HatAbschlagGOZ(GOART))
         m_iLebAbschlag = leb.m_iAbschlagGOZ;
@@ -255,7 +255,7 @@ void CBehHitLine::MoveLeb(CLebStruct & leb) {
         m_iLebAbschlag = leb.m_iAbschlagU;
 }
 
-void CBehHitLine::MoveGO(CGOStruct & go) {
+void CBehHitLine::MoveGO(const CGOStruct & go) {
     LSTNR = go.m_sLst;
     LSTKUERZEL = go.m_sKuerzel;
     NimmBewertung(*this, go);
@@ -279,7 +279,7 @@ void CBehHitLine::MovePw(const CPw & pw) {
     PUNKTWERT = CTVDesc::IsWsoOst(WSO_ERG, DATUM) ? pw.m_PwOst : pw.m_PwWest;
 }
 
-void CBehHitLine::MoveProvision(CLebStruct & leb) {
+void CBehHitLine::MoveProvision(const CLebStruct & leb) {
     const int iGrp = Zahl(PROVISONSGRP);
     if (iGrp > 0) PROVISONSWERT = Zahl(leb.GetProvisionForGrp(iGrp));
 }

@@ -8,8 +8,8 @@ namespace orvostat {
 
 namespace {
 
-constexpr std::size_t FREIE_HOECHSTENS =
-    8; // statements kept of one kind: so many walks of it may be nested cheaply
+// Statements kept of one kind: so many walks of it may be nested cheaply.
+constexpr std::size_t FREIE_HOECHSTENS = 8;
 
 // Binds bytes that stay where they are until the statement has run.
 void BindeBytes(sqlite3_stmt * pAnweisung, int i, std::string_view s) {

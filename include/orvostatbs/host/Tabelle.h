@@ -76,7 +76,7 @@ public:
         CMxRSet::operator=(t);
         return *this;
     }
-    using CMxRSet::operator==;
+    friend bool operator==(const CTabelle & a, const CTabelle & b) { return a.CMxRSet::operator==(b); }
 
     [[nodiscard]] const orvostat::STabelle & Tabelle() const override {
         return orvostat::SBeschreibung<TFelder>::tabelle;

@@ -7,14 +7,15 @@
 // Treatments. SITZUNG is the visit's letter, LFDBEHEINTRAG the entry's running number; ANZAHL is a unit character
 // with the quantity in hundredths behind it, FAKTOR ten-thousandths, USTKEY the tax key, LSTIN the service as entered
 // and LSTNR as billed.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(PATNR, Text)                                                                                           \
-    S(DATUM, Datum) S(SITZUNG, Text) S(LFDBEHEINTRAG, Text) S(BEHANDLERNR, Text) S(ERFASSER, Text)           \
-        S(TEETH, Text) S(ANZAHL, Text) S(LSTIN, Text) S(LSTNR, Text) S(GOART, Text) S(ABRART, Text)          \
-            S(FAKTOR, Text) S(BETRAG, Betrag) S(USTKEY, Text) S(LAGE, Text) S(ENTFERNUNG, Text)              \
-                S(UHRZEIT, Text) S(DTAGRUND, Text) S(TEXTART, Text) S(ICDCODE, Text) S(ICDNOTATIONSKZ, Text) \
-                    S(TEXT, Text) S(ABRMERKMAL, Text) S(PATBILL, Text) S(BEHKZ, Text) S(LFDBEFENTRY, Text)   \
-                        S(LFDLBLOCK, Text) S(BEHINFO, Text) S(CHARGE, Text) S(ABRJJME, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(PATNR, Text) S(DATUM, Datum) S(SITZUNG, Text) S(LFDBEHEINTRAG, Text) S(BEHANDLERNR, Text) \
+    S(ERFASSER, Text) S(TEETH, Text) S(ANZAHL, Text) S(LSTIN, Text) S(LSTNR, Text) S(GOART, Text) \
+    S(ABRART, Text) S(FAKTOR, Text) S(BETRAG, Betrag) S(USTKEY, Text) S(LAGE, Text) S(ENTFERNUNG, Text) \
+    S(UHRZEIT, Text) S(DTAGRUND, Text) S(TEXTART, Text) S(ICDCODE, Text) S(ICDNOTATIONSKZ, Text) \
+    S(TEXT, Text) S(ABRMERKMAL, Text) S(PATBILL, Text) S(BEHKZ, Text) S(LFDBEFENTRY, Text) \
+    S(LFDLBLOCK, Text) S(BEHINFO, Text) S(CHARGE, Text) S(ABRJJME, Text)
+// clang-format on
 ORVO_TABELLE(CTBeh, "BEH", Genau, "PATNR DATUM SITZUNG LFDBEHEINTRAG")
 #undef ORVO_SPALTEN
 class CTBeh : public CTabelle<CTBeh_Fields> {
@@ -40,11 +41,12 @@ private:
 
 // Bills. The first character of ABRART tells the kind; FAKT1 and FAKT2 are invoice numbers, the fields with ALT their
 // old markers, KKFAKT the insurer's invoice.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(PATNR, Text)                                                                                           \
-    S(PATBILL, Text) S(PRAXISNR, Text) S(ABRART, Text) S(KENNUNG1, Text) S(KENNUNG2, Text) S(PLANNR, Text)   \
-        S(FAKT1, Text) S(FAKT1ALT, Text) S(FAKT2, Text) S(FAKT2ALT, Text) S(KKFAKT, Text) S(BILLINFO1, Text) \
-            S(BILLINFO2, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(PATNR, Text) S(PATBILL, Text) S(PRAXISNR, Text) S(ABRART, Text) S(KENNUNG1, Text) \
+    S(KENNUNG2, Text) S(PLANNR, Text) S(FAKT1, Text) S(FAKT1ALT, Text) S(FAKT2, Text) S(FAKT2ALT, Text) \
+    S(KKFAKT, Text) S(BILLINFO1, Text) S(BILLINFO2, Text)
+// clang-format on
 ORVO_TABELLE(CTBill, "BILL", Genau, "PATNR PATBILL")
 #undef ORVO_SPALTEN
 class CTBill : public CTabelle<CTBill_Fields> {
@@ -53,10 +55,11 @@ public:
 };
 
 // Treatment plans. PLANNUM is the insurer's share in percent, PLANPW the point value frozen with the plan.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(PATNR, Text)                                                                                           \
-    S(PLANNR, Text) S(PLANART, Text) S(PLANSUBART, Text) S(PLANSTATUS, Text) S(PLANSTATUS2, Text)            \
-        S(PLANNUM, Zahl) S(PLANDATUM, Datum) S(PLANPW, Punktwert) S(PAR22A, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(PATNR, Text) S(PLANNR, Text) S(PLANART, Text) S(PLANSUBART, Text) S(PLANSTATUS, Text) \
+    S(PLANSTATUS2, Text) S(PLANNUM, Zahl) S(PLANDATUM, Datum) S(PLANPW, Punktwert) S(PAR22A, Text)
+// clang-format on
 ORVO_TABELLE(CTPlan, "PLAN", Genau, "PATNR PLANNR")
 #undef ORVO_SPALTEN
 class CTPlan : public CTabelle<CTPlan_Fields> {
@@ -68,12 +71,14 @@ public:
 
 // Fee rows. GEBPKT and GOWERT2 to GOWERT4 are points in hundredths, GOWERT2 of the private kinds a second simple
 // rate; EINFACHSATZ and ZUSCHLAG are amounts; FAKTOR and STDFAKTOR ten-thousandths.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(GOART, Text)                                                                                           \
-    S(LSTNR, Text) S(LSTKUERZEL, Text) S(GOSUBART, Text) S(DRUCKBILD, Text) S(PWLART, Text) S(STATART, Text) \
-        S(GOFELD1, Text) S(GOFELD2, Text) S(GOFELD3, Text) S(GEBPKT, Zahl) S(GOWERT2, Text) S(GOWERT3, Text) \
-            S(GOWERT4, Text) S(ZUSCHLAG, Betrag) S(BETRAG2, Betrag) S(EINFACHSATZ, Betrag)                   \
-                S(F100AEVWERT, Text) S(GOKZ, Text) S(GOTEXT, Text) S(FAKTOR, Text) S(STDFAKTOR, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(GOART, Text) S(LSTNR, Text) S(LSTKUERZEL, Text) S(GOSUBART, Text) S(DRUCKBILD, Text) \
+    S(PWLART, Text) S(STATART, Text) S(GOFELD1, Text) S(GOFELD2, Text) S(GOFELD3, Text) S(GEBPKT, Zahl) \
+    S(GOWERT2, Text) S(GOWERT3, Text) S(GOWERT4, Text) S(ZUSCHLAG, Betrag) S(BETRAG2, Betrag) \
+    S(EINFACHSATZ, Betrag) S(F100AEVWERT, Text) S(GOKZ, Text) S(GOTEXT, Text) S(FAKTOR, Text) \
+    S(STDFAKTOR, Text)
+// clang-format on
 ORVO_TABELLE(CTGO, "GO", OhneGross, "GOART LSTNR", "GOART LSTKUERZEL")
 #undef ORVO_SPALTEN
 class CTGO : public CTabelle<CTGO_Fields> {
@@ -90,7 +95,9 @@ public:
 };
 
 // Changed points of services: from PKTAB on PUNKTE (hundredths) hold.
+// clang-format off
 #define ORVO_SPALTEN(S) S(GOART, Text) S(LSTNR, Text) S(PKTAB, Datum) S(PUNKTE, Zahl)
+// clang-format on
 ORVO_TABELLE(CTGoPunkte, "GOPUNKTE", OhneGross, "GOART LSTNR PKTAB")
 #undef ORVO_SPALTEN
 class CTGoPunkte : public CTabelle<CTGoPunkte_Fields> {
@@ -99,7 +106,9 @@ public:
 };
 
 // Checks of a service: CHECKTEXT holds, for EXTRAFLAG "p", audit minutes in places 1 to 6 and their kind in place 9.
+// clang-format off
 #define ORVO_SPALTEN(S) S(GOART, Text) S(LSTNR, Text) S(EXTRAFLAG, Text) S(CHECKTEXT, Text)
+// clang-format on
 ORVO_TABELLE(CTGoCheck, "GOCHECK", OhneGross, "GOART LSTNR EXTRAFLAG")
 #undef ORVO_SPALTEN
 class CTGoCheck : public CTabelle<CTGoCheck_Fields> {
@@ -109,12 +118,13 @@ public:
 };
 
 // The X-ray book.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(PATNR, Text)                                                                                           \
-    S(ROELFDNR, Text) S(PRAXISID, Text) S(ROEGRAV, Text) S(ROEANZAHL, Text) S(ROEGERAET, Text)               \
-        S(ROEXRAYMS, Text) S(ROEXRAYCURRENT, Text) S(ROEXRAYVOLTAGE, Text) S(ROEBELICHTUNG, Text)            \
-            S(ROEINDIKATION, Text) S(ROEBEMERKUNG, Text) S(ROELASTDATUM, Datum) S(ROELASTREGIO, Text)        \
-                S(ROELASTPASSDRUCK, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(PATNR, Text) S(ROELFDNR, Text) S(PRAXISID, Text) S(ROEGRAV, Text) S(ROEANZAHL, Text) \
+    S(ROEGERAET, Text) S(ROEXRAYMS, Text) S(ROEXRAYCURRENT, Text) S(ROEXRAYVOLTAGE, Text) \
+    S(ROEBELICHTUNG, Text) S(ROEINDIKATION, Text) S(ROEBEMERKUNG, Text) S(ROELASTDATUM, Datum) \
+    S(ROELASTREGIO, Text) S(ROELASTPASSDRUCK, Text)
+// clang-format on
 ORVO_TABELLE(CTRoeBefund, "ROEBEFUND", Genau, "PATNR ROELFDNR")
 #undef ORVO_SPALTEN
 class CTRoeBefund : public CTabelle<CTRoeBefund_Fields> {

@@ -7,14 +7,15 @@
 #include <cstdint>
 
 // Patients. PATNR has ten places, right-aligned; RECALLART and RECALLITV have one character per recall kind.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(PATNR, Text)                                                                                           \
-    S(SELEKTION, Text) S(ADRNR, Text) S(PATVORNAME, Text) S(PATNAME, Text) S(PATGEBDATUM, Datum)             \
-        S(LASTBEHDATUM, Datum) S(UEBERWARZT, Text) S(HAUSARZT, Text) S(EINTRDATUM, Datum)                    \
-            S(RISIKOANAMNESE, Text) S(RECALLART, Text) S(RECALLITV, Text) S(BENACHRICHTIGUNG, Text)          \
-                S(PATFELD1, Text) S(PATFELD3, Text) S(BEHANDLERNR, Text) S(PATPROZENT, Zahl) S(FRUCHT, Text) \
-                    S(PFLEGEGRAD, Text) S(PFLEGEGRADENDE, Datum) S(FALLBESONDERHEIT, Text)                   \
-                        S(INDEXMARKERS, Zahl)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(PATNR, Text) S(SELEKTION, Text) S(ADRNR, Text) S(PATVORNAME, Text) S(PATNAME, Text) \
+    S(PATGEBDATUM, Datum) S(LASTBEHDATUM, Datum) S(UEBERWARZT, Text) S(HAUSARZT, Text) \
+    S(EINTRDATUM, Datum) S(RISIKOANAMNESE, Text) S(RECALLART, Text) S(RECALLITV, Text) \
+    S(BENACHRICHTIGUNG, Text) S(PATFELD1, Text) S(PATFELD3, Text) S(BEHANDLERNR, Text) \
+    S(PATPROZENT, Zahl) S(FRUCHT, Text) S(PFLEGEGRAD, Text) S(PFLEGEGRADENDE, Datum) \
+    S(FALLBESONDERHEIT, Text) S(INDEXMARKERS, Zahl)
+// clang-format on
 ORVO_TABELLE(CTPat, "PAT", Genau, "PATNR", "PATNAME PATVORNAME")
 #undef ORVO_SPALTEN
 class CTPat : public CTabelle<CTPat_Fields> {
@@ -29,7 +30,9 @@ public:
 };
 
 // Recalls that have taken place; RECALLITV is the interval in weeks, RECALLART the kind as a number.
+// clang-format off
 #define ORVO_SPALTEN(S) S(PATNR, Text) S(RECALLART, Text) S(RECALLDATUM, Datum) S(RECALLITV, Zahl)
+// clang-format on
 ORVO_TABELLE(CTHistRecall, "HISTRECALL", Genau, "PATNR RECALLART RECALLDATUM")
 #undef ORVO_SPALTEN
 class CTHistRecall : public CTabelle<CTHistRecall_Fields> {
@@ -42,12 +45,13 @@ public:
 
 // Insurance periods. VNACHWEIS tells how the insurance was proved, KSART is a special insurer type, WSO the region
 // mark; EEB, EGK and KOSTENERSTATTUNG are flags "1".
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(PATNR, Text)                                                                                           \
-    S(VDESCNR, Text) S(VDABDATUM, Datum) S(VDBISDATUM, Datum) S(EINLESEDATUM, Datum) S(KASKUERZEL, Text)     \
-        S(VNACHWEIS, Text) S(KSART, Text) S(VDESCFELD, Text) S(MFRDIG, Text) S(RSA, Text) S(WSO, Text)       \
-            S(VDESCEXTRA, Text) S(KOSTENERSTATTUNG, Text) S(GEBUEHRENBEFREITBIS, Datum) S(EEB, Text)         \
-                S(EGK, Text) S(EGKDATEN, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(PATNR, Text) S(VDESCNR, Text) S(VDABDATUM, Datum) S(VDBISDATUM, Datum) S(EINLESEDATUM, Datum) \
+    S(KASKUERZEL, Text) S(VNACHWEIS, Text) S(KSART, Text) S(VDESCFELD, Text) S(MFRDIG, Text) \
+    S(RSA, Text) S(WSO, Text) S(VDESCEXTRA, Text) S(KOSTENERSTATTUNG, Text) \
+    S(GEBUEHRENBEFREITBIS, Datum) S(EEB, Text) S(EGK, Text) S(EGKDATEN, Text)
+// clang-format on
 ORVO_TABELLE(CTVDesc, "VDESC", Genau, "PATNR VDABDATUM VDESCNR")
 #undef ORVO_SPALTEN
 class CTVDesc : public CTabelle<CTVDesc_Fields> {
@@ -73,8 +77,10 @@ private:
 };
 
 // Findings: BEFUND has one character per tooth position, ZAHNSTEIN a "1" where there is tartar.
-#define ORVO_SPALTEN(S)                                                                                      \
+// clang-format off
+#define ORVO_SPALTEN(S) \
     S(PATNR, Text) S(LFDBEFENTRY, Text) S(BEFUND, Text) S(ZAHNSTEIN, Text) S(MUNDKRANKHEIT, Text)
+// clang-format on
 ORVO_TABELLE(CTABefund, "ABEFUND", Genau, "PATNR LFDBEFENTRY")
 #undef ORVO_SPALTEN
 class CTABefund : public CTabelle<CTABefund_Fields> {

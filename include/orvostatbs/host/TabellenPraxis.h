@@ -6,7 +6,9 @@
 #include <vector>
 
 // The practice's sites; the first row is the practice as its association knows it.
+// clang-format off
 #define ORVO_SPALTEN(S) S(PRAXISID, Text) S(PRAXISNAME, Text) S(KZVNR, Text)
+// clang-format on
 ORVO_TABELLE(CTPraxis, "PRAXIS", Genau, "PRAXISID")
 #undef ORVO_SPALTEN
 class CTPraxis : public CTabelle<CTPraxis_Fields> {
@@ -15,7 +17,9 @@ public:
 };
 
 // Dental associations. LQ is the regional factor of private fees in ten-thousandths.
+// clang-format off
 #define ORVO_SPALTEN(S) S(KZVNR, Text) S(KZVNAME, Text) S(LQ, Zahl) S(REGION, Text)
+// clang-format on
 ORVO_TABELLE(CTKzv, "KZV", Genau, "KZVNR")
 #undef ORVO_SPALTEN
 class CTKzv : public CTabelle<CTKzv_Fields> {
@@ -27,10 +31,11 @@ public:
 
 // Practice owners (Mandanten). MDABAKTIV "1" makes MDAB, the first day, count; GELOESCHT "1" marks a deleted row.
 // MDCODES holds three two-character codes, MDZWEIG the branch of an owner who is not the practice's first.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(MDID, Text)                                                                                            \
-    S(MDNAME, Text) S(MDINFO, Text) S(MDCODES, Text) S(MDABAKTIV, Text) S(MDAB, Datum) S(MDZWEIG, Text)      \
-        S(MDART, Text) S(MDADRNR, Text) S(GELOESCHT, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(MDID, Text) S(MDNAME, Text) S(MDINFO, Text) S(MDCODES, Text) S(MDABAKTIV, Text) S(MDAB, Datum) \
+    S(MDZWEIG, Text) S(MDART, Text) S(MDADRNR, Text) S(GELOESCHT, Text)
+// clang-format on
 ORVO_TABELLE(CTMandant, "MANDANT", Genau, "MDID")
 #undef ORVO_SPALTEN
 class CTMandant : public CTabelle<CTMandant_Fields> {
@@ -42,12 +47,13 @@ public:
 
 // Addresses. ADRART is the kind ("p" patient, "m" owner, "w" person of the practice), TELEFONPRIO the number (1 to 6)
 // of the contact that is preferred, EMAIL contact 5.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(ADRNR, Text)                                                                                           \
-    S(ADRLFD, Text) S(ADRART, Text) S(PATTITEL, Text) S(PATVORNAME, Text) S(PATZUSATZ, Text)                 \
-        S(PATNAME, Text) S(PATSTRASSE, Text) S(PATPLZ, Text) S(PATORT, Text) S(PATANREDE, Text)              \
-            S(GESCHLECHT, Text) S(TELEFON1, Text) S(TELEFON2, Text) S(TELEFON3, Text) S(TELEFON4, Text)      \
-                S(EMAIL, Text) S(TELEFON6, Text) S(TELEFONPRIO, Text) S(FRUEHERENAMEN, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(ADRNR, Text) S(ADRLFD, Text) S(ADRART, Text) S(PATTITEL, Text) S(PATVORNAME, Text) \
+    S(PATZUSATZ, Text) S(PATNAME, Text) S(PATSTRASSE, Text) S(PATPLZ, Text) S(PATORT, Text) \
+    S(PATANREDE, Text) S(GESCHLECHT, Text) S(TELEFON1, Text) S(TELEFON2, Text) S(TELEFON3, Text) \
+    S(TELEFON4, Text) S(EMAIL, Text) S(TELEFON6, Text) S(TELEFONPRIO, Text) S(FRUEHERENAMEN, Text)
+// clang-format on
 ORVO_TABELLE(CTAdr, "ADR", Genau, "ADRNR ADRLFD", "PATNAME PATVORNAME", "ADRART")
 #undef ORVO_SPALTEN
 
@@ -76,7 +82,9 @@ protected:
 };
 
 // Persons of the practice and their addresses.
+// clang-format off
 #define ORVO_SPALTEN(S) S(PID, Text) S(PERSADRNR, Text)
+// clang-format on
 ORVO_TABELLE(CTPersonal, "PERSONAL", Genau, "PID")
 #undef ORVO_SPALTEN
 class CTPersonal : public CTabelle<CTPersonal_Fields> {
@@ -94,10 +102,12 @@ protected:
 
 // Treaters (Leistungserbringer). PROVISION has five characters per commission group, the deductions are hundredths
 // of a percent, GELOESCHT "1" marks a deleted row.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(LEB, Text)                                                                                             \
-    S(LEBANR, Text) S(PID, Text) S(MDKASSE, Text) S(MDPRIVAT, Text) S(PROVISION, Text) S(ABSCHLAGGOZ, Zahl)  \
-        S(ABSCHLAGU, Zahl) S(LEBKZ, Text) S(LEBINFO, Text) S(PRAXISID, Text) S(GELOESCHT, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(LEB, Text) S(LEBANR, Text) S(PID, Text) S(MDKASSE, Text) S(MDPRIVAT, Text) S(PROVISION, Text) \
+    S(ABSCHLAGGOZ, Zahl) S(ABSCHLAGU, Zahl) S(LEBKZ, Text) S(LEBINFO, Text) S(PRAXISID, Text) \
+    S(GELOESCHT, Text)
+// clang-format on
 ORVO_TABELLE(CTLeb, "LEB", Genau, "LEB")
 #undef ORVO_SPALTEN
 class CTLeb : public CTabelle<CTLeb_Fields> {
@@ -108,11 +118,13 @@ public:
 };
 
 // Insurers, one row for each day on which something changed. KASFLAG1 "1" is a statutory insurer.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(KASKUERZEL, Text)                                                                                      \
-    S(KASFELD0, Text) S(GUELTIGAB, Datum) S(KASFLAG1, Text) S(KASSENPWGRP, Text) S(KASIK, Text)              \
-        S(BKVKASNR, Text) S(KASSENART, Text) S(KASFELD1, Text) S(KASFELD2, Text) S(KASSORT, Text)            \
-            S(KASSTATISTIKART, Text) S(KASMEDSTATISTIKART, Text) S(KASFLAG2, Text) S(KASKZ, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(KASKUERZEL, Text) S(KASFELD0, Text) S(GUELTIGAB, Datum) S(KASFLAG1, Text) S(KASSENPWGRP, Text) \
+    S(KASIK, Text) S(BKVKASNR, Text) S(KASSENART, Text) S(KASFELD1, Text) S(KASFELD2, Text) \
+    S(KASSORT, Text) S(KASSTATISTIKART, Text) S(KASMEDSTATISTIKART, Text) S(KASFLAG2, Text) \
+    S(KASKZ, Text)
+// clang-format on
 ORVO_TABELLE(CTOrvoKas, "ORVOKAS", Genau, "KASKUERZEL GUELTIGAB")
 #undef ORVO_SPALTEN
 class CTOrvoKas : public CTabelle<CTOrvoKas_Fields> {
@@ -121,8 +133,11 @@ public:
 };
 
 // Point values and their groups. A value holds from PWAB on until a later one of its group and kind.
-#define ORVO_SPALTEN(S)                                                                                      \
-    S(PWAB, Datum) S(PWGRP, Text) S(PWLART, Text) S(PWWEST, Punktwert) S(PWOST, Punktwert) S(PWINFO, Text)
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(PWAB, Datum) S(PWGRP, Text) S(PWLART, Text) S(PWWEST, Punktwert) S(PWOST, Punktwert) \
+    S(PWINFO, Text)
+// clang-format on
 ORVO_TABELLE(CTPunktWert, "PUNKTWERT", Genau, "PWAB PWGRP PWLART")
 #undef ORVO_SPALTEN
 class CDPw;
@@ -133,7 +148,9 @@ public:
     [[nodiscard]] CDPw PwToBetrag(bool bWest) const;
 };
 
+// clang-format off
 #define ORVO_SPALTEN(S) S(PWGRP, Text) S(PWGRPNAME, Text)
+// clang-format on
 ORVO_TABELLE(CTPwGroup, "PWGROUP", Genau, "PWGRP")
 #undef ORVO_SPALTEN
 class CTPwGroup : public CTabelle<CTPwGroup_Fields> {
@@ -143,7 +160,9 @@ public:
 
 // The parameter pool: settings by group and short code. The group is a number, right-aligned to three places as soon
 // as it is read by or written.
+// clang-format off
 #define ORVO_SPALTEN(S) S(GRUPPE, Text) S(KUERZEL, Text) S(WERT, Text)
+// clang-format on
 ORVO_TABELLE(CTParPool, "PARPOOL", MitEndblanks, "GRUPPE KUERZEL")
 #undef ORVO_SPALTEN
 class CTParPool : public CTabelle<CTParPool_Fields> {
@@ -157,7 +176,9 @@ protected:
 };
 
 // The select pool: the host's lists of choices, SPLFD their order within a pool.
+// clang-format off
 #define ORVO_SPALTEN(S) S(SPPOOL, Text) S(SPLFD, Text) S(SPKEY, Text) S(SPTEXT, Text) S(SPEXTRA, Text)
+// clang-format on
 ORVO_TABELLE(CTSelectPool, "SELECTPOOL", Genau, "SPPOOL SPLFD")
 #undef ORVO_SPALTEN
 class CTSelectPool : public CTabelle<CTSelectPool_Fields> {

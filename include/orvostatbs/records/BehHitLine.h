@@ -199,19 +199,19 @@ public:
     void MoveMdId(const CString & sMdKasse, const CString & sMdPrivat);
     void MovePatName(const CString & sName, const CString & sVorname);
     // m_iLebAbschlag, only for an ICDNOTATIONSKZ of "s", "t", "n", "v" and a private service.
-    void MoveLeb(CLebStruct & leb);
+    void MoveLeb(const CLebStruct & leb);
     // The bill; KASSENABR is decided with the service, see IsKasZu. Invoice references that the bill does not have
     // stay.
     void MoveBill(const CBill & bill);
     void MoveVDesc(const CVDesc & vdesc);
-    void MoveKas(CKas & kas);
+    void MoveKas(const CKas & kas);
     // The fee row, with rates and points of DATUM. GOSTATISTIKART and PWLART depend on ABRART; an own FAKTOR stays.
-    void MoveGO(CGOStruct & go);
+    void MoveGO(const CGOStruct & go);
     // PUNKTWERT by region, for services valued by points only.
     void MovePw(const CPw & pw);
     void MoveBefund(CTABefund * pBefund);
     // PROVISONSWERT of the hit's commission group; stays without a group.
-    void MoveProvision(CLebStruct & leb);
+    void MoveProvision(const CLebStruct & leb);
 
     // Puts the code of finding number iBefund at position iPos of m_sBefundKuerzel, its second character behind the
     // first; an unknown number changes nothing. Befund2Kuerzel2 also puts the finding's letter, or a blank, at

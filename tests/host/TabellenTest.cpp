@@ -1,0 +1,509 @@
+// The table classes: what their operations find, and the list of all columns and keys.
+#include "orvostatbs/host/Tabellen.h"
+#include "orvostatbs/host/Betrag.h"
+#include "orvostatbs/store/MemorySpeicher.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace orvostat;
+
+class TabellenTest : public ::testing::Test {
+protected:
+    TabellenTest() {
+        dbDatabase.Verbinde(m_pSpeicher);
+        dbDatabaseRO.Verbinde(m_pSpeicher);
+    }
+    ~TabellenTest() override {
+        dbDatabase.Verbinde(nullptr);
+        dbDatabaseRO.Verbinde(nullptr);
+    }
+    std::shared_ptr<CMemorySpeicher> m_pSpeicher = std::make_shared<CMemorySpeicher>();
+};
+
+struct SBeh {
+    CString sPat, sDatum, sBehandler, sGoArt, sLst, sBill;
+};
+
+void SchreibeBeh(const SBeh & b) {
+    CTBeh beh(dbDatabase);
+    beh.m_PATNR = b.sPat;
+    beh.m_DATUM = b.sDatum;
+    beh.m_BEHANDLERNR = b.sBehandler;
+    beh.m_GOART = b.sGoArt;
+    beh.m_LSTNR = b.sLst;
+    beh.m_PATBILL = b.sBill;
+    ASSERT_EQ(beh.Write(), 0);
+}
+
+template <class T> std::string Alle(T & t, int iErgebnis, const CString & sFeld) {
+    std::string s;
+    for (; iErgebnis == 0; iErgebnis = t.Next())
+        s += sFeld.Utf8() + " ";
+    return s;
+}
+
+TEST_F(TabellenTest, TheTreatmentsOfTheFiltersArePatientPeriodAndTreater) {
+    SchreibeBeh({"1", "20240101", "  5", "k", "a", ""});
+    SchreibeBeh({"1", "20240105", " 12", "k", "b", ""});
+    SchreibeBeh({"1", "20240131", "  5", "k", "c", ""});
+    SchreibeBeh({"1", "20240201", "  5", "k", "d", ""});
+    SchreibeBeh({"2", "20240110", "  5", "k", "e", ""});
+    struct SFall {
+        const char * pName;
+        CString sPat, sVon, sBis, sLebs;
+        const char * pSoll;
+    };
+    const SFall aFaelle[] = {
+        {"all treaters, both days included", "1", "20240101", "20240131", "", "a b c "},
+        {"one treater", "1", "20240101", "20240131", "'  5'", "a c "},
+        {"several treaters", "1", "20240101", "20241231", "'  1',' 12','  5'"_t, "a b c d "},
+        {"a number that another one ends with", "1", "20240101", "20241231", "'5'", ""},
+        {"no treatment in the period", "1", "20240102", "20240104", "", ""},
+        {"no dates", "1", "", "", "", ""},
+        {"another patient", "2", "19800101", "99991231", "", "e "},
+    };
+    for (const SFall & fall : aFaelle)
+        for (const bool bAlle : {false, true}) {
+            CTBeh beh(dbDatabaseRO);
+            beh.m_DATUM = "20240105"; // left from a former read
+            beh.SetKey(1, false);
+            const int iErgebnis = beh.GetForPatSel(fall.sPat, fall.sVon, fall.sBis, fall.sLebs, bAlle);
+            if (bAlle) {
+                EXPECT_EQ(Alle(beh, iErgebnis, beh.m_LSTNR), fall.pSoll) << fall.pName;
+            } else {
+                EXPECT_EQ(iErgebnis == 0, *fall.pSoll != 0) << fall.pName;
+            }
+        }
+}
+
+TEST_F(TabellenTest, BevServicesBelongToThePlanOfTheirBill) {
+    CTBill bill(dbDatabase);
+    for (const char c : {'1', '2'}) {
+        bill.m_PATNR = "1";
+        bill.m_PATBILL = CString(c);
+        bill.m_PLANNR = CString(c) + "0";
+        ASSERT_EQ(bill.Write(), 0);
+    }
+    SchreibeBeh({"1", "20240101", "5", "k", "beva", "1"});
+    SchreibeBeh({"1", "20240102", "5", "k", "bevb", "1"});
+    SchreibeBeh({"1", "20240103", "5", "k", "bevb", "2"});
+    SchreibeBeh({"1", "20240104", "5", "k", "01", "1"});
+    SchreibeBeh({"1", "20240105", "5", "k", "beva", "9"});
+    SchreibeBeh({"2", "20240106", "5", "k", "beva", "1"});
+    CTBeh beh(dbDatabaseRO);
+    EXPECT_EQ(Alle(beh, beh.GetWithBEVX("1", "10"), beh.m_DATUM), "20240101 20240102 ");
+    EXPECT_EQ(Alle(beh, beh.GetWithBEVX("1", "20"), beh.m_DATUM), "20240103 ");
+    EXPECT_NE(beh.GetWithBEVX("1", "30"), 0);
+    EXPECT_NE(beh.GetWithBEVX("2", "10"), 0) << "no bill of this patient";
+}
+
+TEST_F(TabellenTest, MultibandAndDeductionsAreInsurerServicesOfThePeriod) {
+    struct SFall {
+        CString sGoArt, sLst, sDatum;
+        bool bMultiband, bAbschlaege;
+    };
+    const SFall aFaelle[] = {
+        {"k", "126", "20240101", true, false},    {"g", "127a", "20240331", true, false},
+        {"k", "128B", "20240215", true, false},   {"k", "129", "20240215", false, false},
+        {"k", "125", "20240215", false, false},   {"k", "1260", "20240215", false, false},
+        {"k", "126ab", "20240215", false, false}, {"q", "126", "20240215", false, false},
+        {"k", "126", "20231231", false, false},   {"k", "126", "20240401", false, false},
+        {"k", "119", "20240215", false, true},    {"g", "120c", "20240215", false, true},
+        {"k", "121", "20240215", false, false},   {"p", "119", "20240215", false, false},
+    };
+    CString sPat = "1";
+    for (const SFall & fall : aFaelle) {
+        sPat += "1";
+        SchreibeBeh({sPat, fall.sDatum, "5", fall.sGoArt, fall.sLst, ""});
+        const std::string sName = (fall.sGoArt + fall.sLst + " " + fall.sDatum).Utf8();
+        EXPECT_EQ(CTBeh::IsMultibandBehandlung(sPat, "20240101", "20240331"), fall.bMultiband) << sName;
+        EXPECT_EQ(CTBeh::IsKfoAbschlaege(sPat, "20240101", "20240331"), fall.bAbschlaege) << sName;
+    }
+}
+
+// ---- insurance periods
+
+void SchreibePeriode(const CString & sNr, const CString & sAb, const CString & sBis,
+                     const CString & sNachweis = CString(), const CString & sKsArt = CString(),
+                     bool bEEB = false) {
+    CTVDesc vdesc(dbDatabase);
+    vdesc.m_PATNR = "1";
+    vdesc.m_VDESCNR = sNr;
+    vdesc.m_VDABDATUM = sAb;
+    vdesc.m_VDBISDATUM = sBis;
+    vdesc.m_VNACHWEIS = sNachweis;
+    vdesc.m_KSART = sKsArt;
+    vdesc.m_EEB = bEEB ? CString("1") : CString();
+    ASSERT_EQ(vdesc.Write(), 0);
+}
+
+TEST_F(TabellenTest, PeriodsOfAnIntervalEndOnTheDateOrLaterOrNever) {
+    SchreibePeriode("1", "20200101", "20211231");
+    SchreibePeriode("2", "20220101", "20221231");
+    SchreibePeriode("3", "20230101", "");
+    struct SFall {
+        CString sDatum;
+        bool bAufsteigend;
+        const char * pSoll;
+    };
+    for (const SFall & fall : {SFall{"20211231", true, "1 2 3 "},
+                               {"20220101", true, "2 3 "},
+                               {"20220101", false, "3 2 "},
+                               {"20990101", true, "3 "}}) {
+        CTVDesc vdesc(dbDatabaseRO);
+        vdesc.SetKey(1, fall.bAufsteigend);
+        EXPECT_EQ(Alle(vdesc, vdesc.GetByIntervall("1", fall.sDatum, "", "", false), vdesc.m_VDESCNR),
+                  fall.pSoll)
+            << fall.sDatum.Utf8();
+    }
+    CTVDesc vdesc(dbDatabaseRO);
+    EXPECT_NE(vdesc.GetByIntervall("2", "20220101", "", "", false), 0);
+}
+
+TEST_F(TabellenTest, TheMatchingPeriodIsTheBestOfThoseValidOnTheDate) {
+    SchreibePeriode("1", "20200101", "20201231");
+    SchreibePeriode("2", "20210101", "20211231", "p"); // private
+    SchreibePeriode("3", "20210201", "20211231", "1", "b");
+    SchreibePeriode("4", "20210301", "20211231", "1", "a");
+    SchreibePeriode("5", "20210401", "20211231", "1", "a");
+    SchreibePeriode("6", "20210501", "20211231", "pX", "a", true); // electronic proof of a private insurance
+    struct SFall {
+        CString sDatum;
+        const char * pSoll;
+    };
+    for (const SFall & fall : {SFall{"20191231", ""},
+                               {"20200101", "1"},
+                               {"20201231", "1"},
+                               {"20210115", "2"},
+                               {"20210215", "3"},
+                               {"20210315", "4"},
+                               {"20210415", "5"},
+                               {"20210601", "5"},
+                               {"20220101", ""}}) {
+        CTVDesc vdesc(dbDatabaseRO);
+        const bool bDa = vdesc.FindMatching("1", fall.sDatum, 0) == 0;
+        EXPECT_EQ(bDa ? vdesc.m_VDESCNR.Utf8() : "", fall.pSoll) << fall.sDatum.Utf8();
+    }
+}
+
+TEST_F(TabellenTest, FlagsOfAPeriod) {
+    CTVDesc vdesc(dbDatabaseRO);
+    EXPECT_FALSE(vdesc.GetEEB() || vdesc.IsEGK() || vdesc.GetPrivateKostenerstattung() || vdesc.IsWsoOst());
+    vdesc.m_EEB = vdesc.m_EGK = vdesc.m_KOSTENERSTATTUNG = "1";
+    vdesc.m_WSO = "9";
+    EXPECT_TRUE(vdesc.GetEEB() && vdesc.IsEGK() && vdesc.GetPrivateKostenerstattung() && vdesc.IsWsoOst());
+    EXPECT_TRUE(CTVDesc::IsWsoOst("9", "20240101"));
+    EXPECT_FALSE(CTVDesc::IsWsoOst("1", "20240101"));
+}
+
+TEST_F(TabellenTest, TheLastRecallIsTheLatestOfItsKind) {
+    CTHistRecall recall(dbDatabase);
+    struct SZeile {
+        CString sPat, sArt, sDatum, sItv;
+    };
+    for (const SZeile & z : {SZeile{"1", "1", "20230101", "26"},
+                             {"1", "1", "20220101", "12"},
+                             {"1", "2", "20220601", "52"},
+                             {"1", "10", "20210101", ""},
+                             {"2", "1", "20240101", "4"}}) {
+        recall.m_PATNR = z.sPat;
+        recall.m_RECALLART = z.sArt;
+        recall.m_RECALLDATUM = z.sDatum;
+        recall.m_RECALLITV = z.sItv;
+        ASSERT_EQ(recall.Write(), 0);
+    }
+    struct SFall {
+        CString sPat;
+        int iArt;
+        CString sDatum;
+        int iItv;
+    };
+    for (const SFall & fall : {SFall{"1", -1, "20230101", 26},
+                               {"1", 1, "20230101", 26},
+                               {"1", 2, "20220601", 52},
+                               {"1", 10, "20210101", 0},
+                               {"1", 3, "", 0},
+                               {"3", -1, "", 0}}) {
+        CTHistRecall r(dbDatabaseRO);
+        int iItv = 99;
+        EXPECT_EQ(r.LastRecallDatum(fall.sPat, fall.iArt, iItv), fall.sDatum) << fall.iArt;
+        EXPECT_EQ(iItv, fall.iItv) << fall.iArt;
+    }
+}
+
+// ---- fees
+
+TEST_F(TabellenTest, ChangedPointsHoldFromTheirDateOn) {
+    EXPECT_EQ(CTGO::GetGebPkt("k", "01", "1800", "20240101"), CString("1800"));
+    CTGoPunkte punkte(dbDatabase);
+    struct SZeile {
+        CString sGoArt, sLst, sAb, sPunkte;
+    };
+    for (const SZeile & z : {SZeile{"K", "13B", "20240101", "5400"},
+                             {"k", "13b", "20220101", "4900"},
+                             {"k", "13", "20200101", "1"}}) {
+        punkte.m_GOART = z.sGoArt;
+        punkte.m_LSTNR = z.sLst;
+        punkte.m_PKTAB = z.sAb;
+        punkte.m_PUNKTE = z.sPunkte;
+        ASSERT_EQ(punkte.Write(), 0);
+    }
+    struct SFall {
+        CString sGoArt, sLst, sDatum, sSoll;
+    };
+    for (const SFall & fall : {SFall{"k", "13b", "20211231", "4700"},
+                               {"k", "13b", "20220101", "4900"},
+                               {"k", "13b", "20231231", "4900"},
+                               {"K", "13B", "20240101", "5400"},
+                               {"g", "13b", "20240101", "4700"}})
+        EXPECT_EQ(CTGO::GetGebPkt(fall.sGoArt, fall.sLst, "4700", fall.sDatum), fall.sSoll)
+            << fall.sDatum.Utf8();
+    ASSERT_EQ(punkte.GetAll(), 0);
+    ASSERT_EQ(punkte.DeleteRows(), 0);
+    EXPECT_EQ(CTGO::GetGebPkt("k", "13b", "4700", "20240101"), CString("4700"))
+        << "after a change to the table";
+}
+
+TEST_F(TabellenTest, TheSimpleRateGoesIntoTheCurrencyOfTheDate) {
+    const CDBetrag satz("e562");
+    EXPECT_EQ(CTGO::EinfachsatzToW(satz, false, 'e').ToDb(0, true, false, 0.0, 0.0), CString("e562"));
+    EXPECT_EQ(CTGO::EinfachsatzToW(CDBetrag(" 195583"), true, 'e').Round().ToDb(0, true, false, 0.0, 0.0),
+              CString("e100000"));
+    EXPECT_EQ(CTPunktWert(dbDatabaseRO).PwToBetrag(true).IsEmpty(), true);
+    CTPunktWert pw(dbDatabaseRO);
+    pw.m_PWWEST = "e12000";
+    pw.m_PWOST = "e11000";
+    EXPECT_EQ(CString(pw.PwToBetrag(true)), CString("e12000"));
+    EXPECT_EQ(CString(pw.PwToBetrag(false)), CString("e11000"));
+}
+
+TEST_F(TabellenTest, AChecksRowIsFoundByItsFlag) {
+    CTGoCheck check(dbDatabase);
+    check.m_GOART = "k";
+    check.m_LSTNR = "01";
+    check.m_EXTRAFLAG = "q";
+    ASSERT_EQ(check.Write(), 0);
+    CTGoCheck gesucht(dbDatabaseRO);
+    EXPECT_NE(gesucht.GetByExtraFlag("k", "01", 'p'), 0);
+    EXPECT_EQ(gesucht.GetByExtraFlag("K", "01", 'q'), 0);
+}
+
+// ---- the practice
+
+TEST_F(TabellenTest, ValidRowsAreThoseNotDeleted) {
+    CTLeb leb(dbDatabase);
+    CTMandant md(dbDatabase);
+    for (const char c : {'1', '2', '3'}) {
+        leb.m_LEB = md.m_MDID = CString(c);
+        leb.m_GELOESCHT = md.m_GELOESCHT = c == '2' ? CString("1") : CString();
+        ASSERT_EQ(leb.Write(), 0);
+        ASSERT_EQ(md.Write(), 0);
+    }
+    EXPECT_EQ(Alle(leb, leb.GetValidLebs(""), leb.m_LEB), "1 3 ");
+    EXPECT_EQ(Alle(leb, leb.GetValidLebs("3"), leb.m_LEB), "3 ");
+    EXPECT_EQ(Alle(leb, leb.GetValidLebs("2"), leb.m_LEB), "");
+    EXPECT_EQ(Alle(md, md.GetValidMandant(""), md.m_MDID), "1 3 ");
+    EXPECT_EQ(Alle(md, md.GetValidMandant("2"), md.m_MDID), "");
+}
+
+TEST_F(TabellenTest, TheRegionOfAnAssociationIsItsColumnOrItsNumber) {
+    CTKzv kzv(dbDatabase);
+    kzv.m_KZVNR = "37";
+    kzv.m_REGION = "NW";
+    ASSERT_EQ(kzv.Write(), 0);
+    EXPECT_EQ(CTKzv::RLP("37"), CString("NW"));
+    EXPECT_EQ(CTKzv::RLP("02"), CString("02"));
+}
+
+TEST_F(TabellenTest, NamesAndContactsOfAnAddress) {
+    CTAdr adr(dbDatabaseRO);
+    EXPECT_EQ(adr.MakeFullName(FULLNAME_NAME), CString());
+    adr.m_PATANREDE = "Frau";
+    adr.m_PATTITEL = "Dr.";
+    adr.m_PATNAME = "Groß";
+    EXPECT_EQ(adr.MakeFullName(FULLNAME_NAME), CString("Dr. Groß"_t));
+    adr.m_PATVORNAME = "Änne";
+    adr.m_PATZUSATZ = "von";
+    EXPECT_EQ(adr.MakeFullName(FULLNAME_ANREDE), "Frau Dr. Änne von Groß"_t);
+    adr.m_TELEFON2 = " 0221 1 ";
+    for (const char * pPrio : {"", "0", "7", "x"}) {
+        adr.m_TELEFONPRIO = CString(pPrio);
+        EXPECT_EQ(adr.LoadPrioTelefon(), CString()) << pPrio;
+    }
+    adr.m_TELEFONPRIO = "2";
+    EXPECT_EQ(adr.LoadPrioTelefon(), CString("0221 1"));
+}
+
+TEST_F(TabellenTest, ACostBearerMayBeAPackage) {
+    CTKTraeger kt(dbDatabase);
+    for (const char c : {'p', 'x'}) {
+        kt.m_PATNR = kt.m_KTART = CString(c);
+        ASSERT_EQ(kt.Write(), 0);
+    }
+    EXPECT_TRUE(CTKTraeger::IsKzvOrKvPaket("p"));
+    EXPECT_FALSE(CTKTraeger::IsKzvOrKvPaket("x"));
+    EXPECT_FALSE(CTKTraeger::IsKzvOrKvPaket("y"));
+}
+
+TEST(TabellenTexte, CodesAndCardData) {
+    EXPECT_EQ(CTIcd::AddPoint("K021"), CString("K02.1"));
+    EXPECT_EQ(CTIcd::AddPoint("K02.1"), CString("K02.1"));
+    EXPECT_EQ(CTIcd::AddPoint("K02"), CString("K02"));
+    SEGKVersichertenstammdaten daten{"alt"};
+    EXPECT_FALSE(StringToEGKVersichertenstammdaten("", daten));
+    EXPECT_FALSE(StringToEGKVersichertenstammdaten("BPG=6|kaputt"_t, daten));
+    EXPECT_EQ(daten.m_sBesonderePersonengruppe, CString("alt"));
+    EXPECT_TRUE(StringToEGKVersichertenstammdaten("NAME=Mai|BPG=6"_t, daten));
+    EXPECT_EQ(daten.m_sBesonderePersonengruppe, CString("6"));
+    CString sBefund = "x";
+    CString sKuerzel = "x";
+    CBefunde().Befund2Kuerzel(2, sBefund, sKuerzel);
+    EXPECT_EQ(sBefund + sKuerzel, CString("ff"));
+    CBefunde().Befund2Kuerzel(-1, sBefund, sKuerzel);
+    EXPECT_EQ(sBefund + sKuerzel, CString());
+}
+
+// ---- the list of all
+
+// Name, columns, keys. What is written here is what other programs find in the database.
+const char * const TABELLEN[][3] = {
+    {"PRAXIS", "PRAXISID PRAXISNAME KZVNR", "PRAXISID"},
+    {"KZV", "KZVNR KZVNAME LQ REGION", "KZVNR"},
+    {"MANDANT", "MDID MDNAME MDINFO MDCODES MDABAKTIV MDAB MDZWEIG MDART MDADRNR GELOESCHT", "MDID"},
+    {"ADR",
+     "ADRNR ADRLFD ADRART PATTITEL PATVORNAME PATZUSATZ PATNAME PATSTRASSE PATPLZ PATORT PATANREDE "
+     "GESCHLECHT "
+     "TELEFON1 TELEFON2 TELEFON3 TELEFON4 EMAIL TELEFON6 TELEFONPRIO FRUEHERENAMEN",
+     "ADRNR ADRLFD; PATNAME PATVORNAME; ADRART"},
+    {"PERSONAL", "PID PERSADRNR", "PID"},
+    {"LEB",
+     "LEB LEBANR PID MDKASSE MDPRIVAT PROVISION ABSCHLAGGOZ ABSCHLAGU LEBKZ LEBINFO PRAXISID GELOESCHT",
+     "LEB"},
+    {"ORVOKAS",
+     "KASKUERZEL KASFELD0 GUELTIGAB KASFLAG1 KASSENPWGRP KASIK BKVKASNR KASSENART KASFELD1 KASFELD2 KASSORT "
+     "KASSTATISTIKART KASMEDSTATISTIKART KASFLAG2 KASKZ",
+     "KASKUERZEL GUELTIGAB"},
+    {"PWGROUP", "PWGRP PWGRPNAME", "PWGRP"},
+    {"PUNKTWERT", "PWAB PWGRP PWLART PWWEST PWOST PWINFO", "PWAB PWGRP PWLART"},
+    {"PARPOOL", "GRUPPE KUERZEL WERT", "GRUPPE KUERZEL"},
+    {"SELECTPOOL", "SPPOOL SPLFD SPKEY SPTEXT SPEXTRA", "SPPOOL SPLFD"},
+    {"GO",
+     "GOART LSTNR LSTKUERZEL GOSUBART DRUCKBILD PWLART STATART GOFELD1 GOFELD2 GOFELD3 GEBPKT GOWERT2 "
+     "GOWERT3 "
+     "GOWERT4 ZUSCHLAG BETRAG2 EINFACHSATZ F100AEVWERT GOKZ GOTEXT FAKTOR STDFAKTOR",
+     "GOART LSTNR; GOART LSTKUERZEL"},
+    {"GOPUNKTE", "GOART LSTNR PKTAB PUNKTE", "GOART LSTNR PKTAB"},
+    {"GOCHECK", "GOART LSTNR EXTRAFLAG CHECKTEXT", "GOART LSTNR EXTRAFLAG"},
+    {"PAT",
+     "PATNR SELEKTION ADRNR PATVORNAME PATNAME PATGEBDATUM LASTBEHDATUM UEBERWARZT HAUSARZT EINTRDATUM "
+     "RISIKOANAMNESE "
+     "RECALLART RECALLITV BENACHRICHTIGUNG PATFELD1 PATFELD3 BEHANDLERNR PATPROZENT FRUCHT PFLEGEGRAD "
+     "PFLEGEGRADENDE "
+     "FALLBESONDERHEIT INDEXMARKERS",
+     "PATNR; PATNAME PATVORNAME"},
+    {"VDESC",
+     "PATNR VDESCNR VDABDATUM VDBISDATUM EINLESEDATUM KASKUERZEL VNACHWEIS KSART VDESCFELD MFRDIG RSA WSO "
+     "VDESCEXTRA "
+     "KOSTENERSTATTUNG GEBUEHRENBEFREITBIS EEB EGK EGKDATEN",
+     "PATNR VDABDATUM VDESCNR"},
+    {"HISTRECALL", "PATNR RECALLART RECALLDATUM RECALLITV", "PATNR RECALLART RECALLDATUM"},
+    {"ABEFUND", "PATNR LFDBEFENTRY BEFUND ZAHNSTEIN MUNDKRANKHEIT", "PATNR LFDBEFENTRY"},
+    {"PLAN", "PATNR PLANNR PLANART PLANSUBART PLANSTATUS PLANSTATUS2 PLANNUM PLANDATUM PLANPW PAR22A",
+     "PATNR PLANNR"},
+    {"BILL",
+     "PATNR PATBILL PRAXISNR ABRART KENNUNG1 KENNUNG2 PLANNR FAKT1 FAKT1ALT FAKT2 FAKT2ALT KKFAKT BILLINFO1 "
+     "BILLINFO2",
+     "PATNR PATBILL"},
+    {"BEH",
+     "PATNR DATUM SITZUNG LFDBEHEINTRAG BEHANDLERNR ERFASSER TEETH ANZAHL LSTIN LSTNR GOART ABRART FAKTOR "
+     "BETRAG "
+     "USTKEY LAGE ENTFERNUNG UHRZEIT DTAGRUND TEXTART ICDCODE ICDNOTATIONSKZ TEXT ABRMERKMAL PATBILL BEHKZ "
+     "LFDBEFENTRY LFDLBLOCK BEHINFO CHARGE ABRJJME",
+     "PATNR DATUM SITZUNG LFDBEHEINTRAG"},
+    {"ROEBEFUND",
+     "PATNR ROELFDNR PRAXISID ROEGRAV ROEANZAHL ROEGERAET ROEXRAYMS ROEXRAYCURRENT ROEXRAYVOLTAGE "
+     "ROEBELICHTUNG "
+     "ROEINDIKATION ROEBEMERKUNG ROELASTDATUM ROELASTREGIO ROELASTPASSDRUCK",
+     "PATNR ROELFDNR"},
+    {"LBLOCK", "PATNR PLANNR LFDLBLOCK LBLOCKART LBLOCKBETRAEGE BEHANDLERNR DATUM PRAXISNR",
+     "PATNR PLANNR LFDLBLOCK"},
+    {"LBLOCKENTRY",
+     "PATNR PLANNR LFDLBLOCK LFDENTRY LBLOCKENTRYART LBLNR BEGRKEY DATUM BEHANDLERNR LSTNR TEETH FAKTOR "
+     "ANZAHL BETRAG "
+     "CHARGE",
+     "PATNR PLANNR LFDLBLOCK LFDENTRY"},
+    {"GLBLOC",
+     "LABORKUNDE LFDGLBLOC GLBLOCSTATUS PATNR PLANNR LFDLBLOCK BEHANDLERNR DATUM PRAXISNR PATREF AUFTRAG "
+     "LABORNAME "
+     "TECHNIKER ARBEIT FARBE MATERIALTEXT CHARGE EINGANG LIEFERUNG RECHNUNGNR RECHDATUM ZAHLZIEL GLBEMERKUNG "
+     "GLKENNUNG "
+     "GLBLOCBETRAEGE UST",
+     "LABORKUNDE LFDGLBLOC"},
+    {"GLBLOCENTRY",
+     "LABORKUNDE LFDGLBLOC LFDENTRY GLBLOCENTRYART LBLNR DATUM BEHANDLERNR LSTNR ANZAHL BETRAG USTKEY CHARGE",
+     "LABORKUNDE LFDGLBLOC LFDENTRY"},
+    {"GLKUFAKT",
+     "PRAXISNR LABORKUNDE LFDGLKUFAKT FAKTDATUM VONDATUM BISDATUM ANZGLBLOCKS BEGLICHEN STORNIERT "
+     "KUFAKTBETRAEGE UST",
+     "LABORKUNDE LFDGLKUFAKT; PRAXISNR LABORKUNDE LFDGLKUFAKT"},
+    {"FAKT",
+     "PRAXISNR PATNR FAKT1 FORTLFDJAHR FORTLFDFAKT DATUM FORMULARNR BETRAG1 HONORAR1 ELABGESAMT1 FLABGESAMT1 "
+     "ELABMWST1 "
+     "BETRAG2 HONORAR2 ELABGESAMT2 FLABGESAMT2 ELABMWST2 BEGLICHEN AUSGEBUCHT MWSTLISTE STORNIERT MAHNSTUFE "
+     "KTRAEGER "
+     "KASKUERZEL",
+     "PATNR FAKT1; DATUM PATNR"},
+    {"KTRAEGER", "PATNR KTART KTNAME", "PATNR"},
+    {"REZEPT", "PATNR REZEPTNR DATUM REZEPTSCHLUESSEL", "PATNR REZEPTNR; DATUM PATNR"},
+    {"HMV", "PATNR REZEPTNR FORMULARNAME TEXTBLOCK ANZAHL1 ANZAHL2 ANZAHL3 ANZAHL4 BETRAG", "PATNR REZEPTNR"},
+    {"GIPS", "GIPSNR PATNR DATUM GIPSART BEHANDLERNR BESCHREIBUNG GEDRUCKT ARCHIVIERT",
+     "GIPSNR; PATNR DATUM"},
+    {"TBENTRY", "TBKEY TBLFD TBTEXT", "TBKEY TBLFD"},
+};
+
+TEST(TabellenListe, ColumnsAndKeysOfEachTable) {
+    std::map<std::string, const STabelle *> mapTabellen;
+    for (const STabelle * pTabelle : AlleTabellen())
+        mapTabellen[pTabelle->pName] = pTabelle;
+    EXPECT_EQ(mapTabellen.size(), std::size(TABELLEN));
+    for (const auto & [pName, pSpalten, pSchluessel] : TABELLEN) {
+        ASSERT_TRUE(mapTabellen.contains(pName)) << pName;
+        const STabelle & tabelle = *mapTabellen[pName];
+        const auto Haenge = [&](std::string & s, std::size_t iSpalte, const char * pTrenner) {
+            if (!s.empty()) s += pTrenner;
+            s += tabelle.vSpalten[iSpalte].pName;
+        };
+        std::string sSpalten;
+        for (std::size_t i = 0; i < tabelle.vSpalten.size(); ++i)
+            Haenge(sSpalten, i, " ");
+        EXPECT_EQ(sSpalten, pSpalten) << pName;
+        std::string sSchluessel;
+        for (const SSchluessel & schluessel : tabelle.vSchluessel) {
+            std::string sTeile;
+            for (const std::uint8_t iSpalte : schluessel.Spalten())
+                Haenge(sTeile, iSpalte, " ");
+            sSchluessel += (sSchluessel.empty() ? "" : "; ") + sTeile;
+        }
+        EXPECT_EQ(sSchluessel, pSchluessel) << pName;
+    }
+}
+
+TEST(TabellenListe, OnlyServicesIgnoreCaseAndOnlyThePoolCountsTrailingBlanks) {
+    std::string sOhneGross;
+    std::string sEndblanks;
+    for (const STabelle * p : AlleTabellen()) {
+        if (p->eVergleich == EVergleich::OhneGross) sOhneGross += p->pName + std::string(" ");
+        if (p->eVergleich == EVergleich::MitEndblanks) sEndblanks += p->pName + std::string(" ");
+    }
+    EXPECT_EQ(sOhneGross, "GO GOPUNKTE GOCHECK ");
+    EXPECT_EQ(sEndblanks, "PARPOOL ");
+}
+
+} // namespace
