@@ -1,0 +1,196 @@
+#include "Gegenrechnung.h"
+
+#include <sqlite3.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <tuple>
+
+namespace orvostat {
+
+namespace {
+
+constexpr double EINHEITEN_JE_EURO = 1e8;
+constexpr std::int64_t EINHEITEN_JE_CENT = 1000000;
+
+// The small tables as SQL wants them: indexed by their texts, numbers as numbers, letters as letters.
+constexpr const char * VORBEREITUNG = R"sql(
+CREATE TEMP TABLE HIT(NR INTEGER PRIMARY KEY, PATNR TEXT, DATUM TEXT, SITZUNG TEXT, LFD TEXT);
+CREATE TEMP TABLE RECHNUNG AS
+  SELECT PATNR, PATBILL, PLANNR,
+    CASE WHEN SUBSTR(ABRART,1,1) IN ('1','a') THEN 'c'
+         WHEN SUBSTR(ABRART,1,1) IN ('2','b') THEN 'z'
+         WHEN SUBSTR(ABRART,1,1) IN ('3','c','p') THEN 'k'
+         WHEN SUBSTR(ABRART,1,1) IN ('4','d') THEN 'b'
+         WHEN SUBSTR(ABRART,1,1) IN ('5','e') THEN 'p'
+         WHEN SUBSTR(ABRART,1,1) = '6' THEN 'i'
+         WHEN SUBSTR(ABRART,1,1) IN ('7','8','g','t') THEN 'e'
+         WHEN SUBSTR(ABRART,1,1) = 'n' THEN 'r' ELSE 's' END AS ABR
+  FROM BILL;
+CREATE INDEX temp.RECHNUNG1 ON RECHNUNG(PATNR, PATBILL);
+CREATE TEMP TABLE PERIODE AS
+  SELECT PATNR, VDABDATUM AS AB, VDBISDATUM AS BIS, VDESCNR, KASKUERZEL, WSO, SUBSTR(KSART,1,1) AS BESONDERS,
+    VNACHWEIS IN ('p','P','O') OR (EEB = '1' AND SUBSTR(VNACHWEIS,1,1) = 'p') AS PRIVAT
+  FROM VDESC WHERE KASKUERZEL <> '';
+CREATE INDEX temp.PERIODE1 ON PERIODE(PATNR, AB);
+CREATE TEMP TABLE KASSE AS SELECT LOWER(KASKUERZEL) AS KURZ, GUELTIGAB AS AB, LOWER(KASSENPWGRP) AS GRP FROM ORVOKAS;
+CREATE INDEX temp.KASSE1 ON KASSE(KURZ, AB);
+CREATE TEMP TABLE WERT AS
+  SELECT LOWER(PWGRP) AS GRP, SUBSTR(PWLART,1,1) AS ART, PWAB AS AB,
+    CAST(SUBSTR(PWWEST,2) AS INTEGER) AS WEST, CAST(SUBSTR(PWOST,2) AS INTEGER) AS OST FROM PUNKTWERT;
+CREATE INDEX temp.WERT1 ON WERT(GRP, ART, AB);
+CREATE TEMP TABLE ZEILE AS
+  SELECT GOART, LOWER(LSTNR) AS LST, SUBSTR(GOSUBART,1,1) AS SUB, SUBSTR(PWLART,1,1) AS LART,
+    CAST(GEBPKT AS INTEGER) AS PUNKTE, EINFACHSATZ,
+    CASE WHEN CAST(FAKTOR AS INTEGER) = 0 THEN STDFAKTOR ELSE FAKTOR END AS FAKTOR, MIN(LFD) AS LFD
+  FROM GO GROUP BY GOART, LOWER(LSTNR);
+CREATE INDEX temp.ZEILE1 ON ZEILE(GOART, LST);
+CREATE TEMP TABLE PUNKTE AS SELECT GOART, LOWER(LSTNR) AS LST, PKTAB AS AB, CAST(PUNKTE AS INTEGER) AS N FROM GOPUNKTE;
+CREATE INDEX temp.PUNKTE1 ON PUNKTE(GOART, LST, AB);
+)sql";
+
+// Each hit with what it is valued by, then its amount in hundred-millionths of a euro; NULL where SQL does not value it.
+constexpr const char * BEWERTUNG = R"sql(
+WITH
+LQ(F) AS (SELECT IFNULL((SELECT CASE WHEN CAST(K.LQ AS INTEGER) = 0 THEN 10000 ELSE CAST(K.LQ AS INTEGER) END
+                         FROM KZV K WHERE K.KZVNR = (SELECT P.KZVNR FROM PRAXIS P ORDER BY P.PRAXISID LIMIT 1)), 10000)),
+ENTRY AS (
+  SELECT H.NR, B.PATNR, B.DATUM, B.GOART AS ART, B.BETRAG, B.ABRMERKMAL AS MARKE, B.ENTFERNUNG, B.ICDNOTATIONSKZ AS NOTATION,
+    B.FAKTOR,
+    LOWER(B.LSTNR) || CASE WHEN B.GOART IN ('k','g') AND B.LSTNR IN ('13a','13b','13c','13d') AND B.DTAGRUND = 'f' THEN '0'
+                           WHEN B.GOART IN ('k','g') AND B.LSTNR IN ('13a','13b','13c','13d') AND B.DTAGRUND = 'i' THEN '1'
+                           ELSE '' END AS LST,
+    CASE WHEN CAST(SUBSTR(B.ANZAHL,2) AS INTEGER) = 0 THEN 100 ELSE CAST(SUBSTR(B.ANZAHL,2) AS INTEGER) END AS ANZAHL,
+    R.PLANNR, R.ABR
+  FROM temp.HIT H
+  JOIN BEH B ON B.SCHLUESSEL1 = CAST(RTRIM(H.PATNR) || X'00' || H.DATUM || X'00' || RTRIM(H.SITZUNG) || X'00' || RTRIM(H.LFD) || X'00' AS BLOB)
+  LEFT JOIN temp.RECHNUNG R ON R.PATNR = B.PATNR AND R.PATBILL = B.PATBILL AND TRIM(B.PATBILL) <> ''),
+MIT AS (
+  SELECT E.*, Z.SUB, Z.LART, Z.EINFACHSATZ,
+    IFNULL((SELECT N FROM temp.PUNKTE P WHERE P.GOART = E.ART AND P.LST = E.LST AND P.AB <= E.DATUM ORDER BY AB DESC LIMIT 1),
+           Z.PUNKTE) AS PUNKTE,
+    CAST(CASE WHEN E.FAKTOR = '' THEN Z.FAKTOR ELSE E.FAKTOR END AS INTEGER) AS F,
+    (SELECT V.ROWID FROM temp.PERIODE V WHERE V.PATNR = E.PATNR AND V.AB <= E.DATUM AND (V.BIS = '' OR V.BIS >= E.DATUM)
+     ORDER BY V.PRIVAT, CASE WHEN V.PRIVAT THEN 0 ELSE V.BESONDERS NOT IN ('','a') END, V.AB DESC, V.VDESCNR DESC LIMIT 1)
+      AS PERIODE
+  FROM ENTRY E LEFT JOIN temp.ZEILE Z ON Z.GOART = E.ART AND Z.LST = E.LST),
+ARTEN AS (
+  SELECT M.*, V.WSO, V.BESONDERS, V.KASKUERZEL,
+    CASE WHEN M.LART IN ('c','d','e') THEN M.LART
+         WHEN M.ABR = 'k' AND M.SUB NOT IN ('7','8','5','6') AND M.LART IN ('a','b') THEN M.LART
+         WHEN M.ABR = 'c' THEN 'a' WHEN M.ABR = 'k' THEN 'i' WHEN M.ABR = 'b' THEN 'h' WHEN M.ABR = 'p' THEN 'g'
+         WHEN M.ABR = 'z' THEN 'f' WHEN M.ABR = 'i' THEN 'j' ELSE M.LART END AS WART
+  FROM MIT M LEFT JOIN temp.PERIODE V ON V.ROWID = M.PERIODE),
+GRUPPEN AS (
+  SELECT A.*,
+    IFNULL((SELECT K.GRP FROM temp.KASSE K WHERE K.KURZ = LOWER(A.KASKUERZEL) AND K.AB <= A.DATUM ORDER BY K.AB DESC LIMIT 1),
+           (SELECT K.GRP FROM temp.KASSE K WHERE K.KURZ = LOWER(A.KASKUERZEL) ORDER BY K.AB LIMIT 1)) AS GRP
+  FROM ARTEN A),
+WERTE AS (
+  SELECT G.*,
+    (SELECT CASE WHEN G.WSO = '9' THEN W.OST ELSE W.WEST END FROM temp.WERT W
+     WHERE W.GRP = G.GRP AND W.ART = G.WART AND W.AB <= G.DATUM ORDER BY W.AB DESC LIMIT 1) AS PW
+  FROM GRUPPEN G)
+SELECT NR,
+  CASE
+    WHEN DATUM < '20020101' OR SUBSTR(BETRAG,1,1) = ' ' THEN NULL
+    WHEN MARKE = '=' THEN
+      CASE WHEN ART <> 'g' AND SUBSTR(BETRAG,1,1) = 'e' AND INSTR(BETRAG,'.') = 0
+           THEN CAST(REPLACE(SUBSTR(BETRAG,2),' ','') AS INTEGER) * 1000000 END
+    WHEN NOTATION IN ('s','t','n','v') OR IFNULL(BESONDERS,'') = 'V' OR SUB IS NULL THEN NULL
+    WHEN ART = 'q' AND SUB = '1' THEN
+      ((PUNKTE * F * 562421 + 500000000) / 1000000000) * ANZAHL * (CASE WHEN MARKE = '<' THEN 10000 ELSE (SELECT F FROM LQ) END)
+    WHEN ART IN ('q','p') AND SUB NOT IN ('1','t','u','r','s','n','p','o','q','y','v','w','z')
+         AND SUBSTR(EINFACHSATZ,1,1) = 'e' AND INSTR(EINFACHSATZ,'.') = 0 THEN
+      ((CAST(SUBSTR(EINFACHSATZ,2) AS INTEGER) * F + 5000) / 10000) * ANZAHL *
+      (CASE WHEN MARKE = '<' THEN 10000 ELSE (SELECT F FROM LQ) END)
+    WHEN ART IN ('k','g') AND IFNULL(PLANNR,'') = '' AND UPPER(SUBSTR(ENTFERNUNG,1,1)) <> 'K' AND PW IS NOT NULL THEN
+      PUNKTE * ANZAHL * PW
+  END
+FROM WERTE
+)sql";
+
+struct SSchliesse {
+    void operator()(sqlite3 * p) const { sqlite3_close(p); }
+    void operator()(sqlite3_stmt * p) const { sqlite3_finalize(p); }
+};
+using CDatei = std::unique_ptr<sqlite3, SSchliesse>;
+using CAnweisung = std::unique_ptr<sqlite3_stmt, SSchliesse>;
+
+CAnweisung Bereite(sqlite3 * pDatei, const char * pSql) {
+    sqlite3_stmt * p = nullptr;
+    sqlite3_prepare_v2(pDatei, pSql, -1, &p, nullptr);
+    return CAnweisung(p);
+}
+
+bool FuelleHits(sqlite3 * pDatei, const std::vector<CBehHitLine> & vHits) {
+    const CAnweisung p = Bereite(pDatei, "INSERT INTO temp.HIT VALUES(?,?,?,?,?)");
+    if (!p) return false;
+    for (std::size_t i = 0; i < vHits.size(); ++i) {
+        const CBehHitLine & hit = vHits[i];
+        sqlite3_bind_int64(p.get(), 1, static_cast<sqlite3_int64>(i));
+        int iSpalte = 2;
+        for (const CString & s : {hit.PATNR, hit.DATUM, CString(hit.SITZUNG), hit.LFDBEHEINTRAG}) {
+            const std::string sUtf8 = s.Utf8();
+            sqlite3_bind_text(p.get(), iSpalte++, sUtf8.data(), static_cast<int>(sUtf8.size()),
+                              SQLITE_TRANSIENT);
+        }
+        if (sqlite3_step(p.get()) != SQLITE_DONE) return false;
+        sqlite3_reset(p.get());
+    }
+    return true;
+}
+
+using CSchluessel = std::tuple<CString, CString, char>;
+
+void Verbuche(std::map<CSchluessel, SGegensumme> & map, const CBehHitLine & hit, std::int64_t iSql) {
+    SGegensumme & summe = map[{hit.BEHANDLERNR, hit.LSTNR, hit.GOART}];
+    summe.sBehandler = hit.BEHANDLERNR;
+    summe.sLeistung = hit.LSTNR;
+    summe.cGoArt = hit.GOART;
+    ++summe.iHits;
+    summe.iLauf += std::llround(hit.BETRAG / CDBetrag(1.0, 'e') * EINHEITEN_JE_EURO);
+    summe.iSql += iSql;
+}
+
+} // namespace
+
+bool SGegensumme::Verschieden() const { return std::llabs(iLauf - iSql) >= EINHEITEN_JE_CENT; }
+
+SGegenrechnung RechneGegen(const std::string & sDatei, const std::vector<CBehHitLine> & vHits) {
+    SGegenrechnung ergebnis;
+    sqlite3 * pRoh = nullptr;
+    const int iOffen = sqlite3_open_v2(sDatei.c_str(), &pRoh, SQLITE_OPEN_READONLY, nullptr);
+    const CDatei pDatei(pRoh);
+    const auto Fehler = [&] {
+        ergebnis.sFehler = sqlite3_errmsg(pDatei.get());
+        return ergebnis;
+    };
+    if (iOffen != SQLITE_OK ||
+        sqlite3_exec(pDatei.get(), "PRAGMA temp_store = MEMORY; BEGIN", nullptr, nullptr, nullptr) !=
+            SQLITE_OK ||
+        sqlite3_exec(pDatei.get(), VORBEREITUNG, nullptr, nullptr, nullptr) != SQLITE_OK ||
+        !FuelleHits(pDatei.get(), vHits))
+        return Fehler();
+
+    const CAnweisung p = Bereite(pDatei.get(), BEWERTUNG);
+    if (!p) return Fehler();
+    std::map<CSchluessel, SGegensumme> map;
+    int iSchritt = 0;
+    while ((iSchritt = sqlite3_step(p.get())) == SQLITE_ROW) {
+        const CBehHitLine & hit = vHits[static_cast<std::size_t>(sqlite3_column_int64(p.get(), 0))];
+        if (sqlite3_column_type(p.get(), 1) == SQLITE_NULL) continue;
+        ++ergebnis.iGeprueft;
+        Verbuche(map, hit, sqlite3_column_int64(p.get(), 1));
+    }
+    if (iSchritt != SQLITE_DONE) return Fehler();
+    ergebnis.bGerechnet = true;
+    ergebnis.iAusgelassen = static_cast<std::int64_t>(vHits.size()) - ergebnis.iGeprueft;
+    for (auto & [schluessel, summe] : map)
+        ergebnis.vSummen.push_back(std::move(summe));
+    return ergebnis;
+}
+
+} // namespace orvostat

@@ -1,0 +1,72 @@
+#include "HvmPraxis.h"
+
+#include "Datenbank.h"
+
+#include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/TabellenPraxis.h"
+#include "orvostatbs/host/Textfunktionen.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+
+namespace orvostat {
+
+namespace {
+
+constexpr std::string_view WOCHENTAGE[] = {"mo", "di", "mi", "do", "fr", "sa", "so"};
+
+void Verbinde(const std::shared_ptr<CZeilenspeicher> & pSpeicher) {
+    dbDatabase.Verbinde(pSpeicher);
+    dbDatabaseRO.Verbinde(pSpeicher);
+}
+
+} // namespace
+
+void Verweigere(const std::string & sMeldung) {
+    std::cerr << sMeldung << '\n';
+    throw CLI::RuntimeError(ENDE_FEHLER);
+}
+
+CPraxis::CPraxis(const std::string & sDatei, EModus eModus) { Verbinde(OeffneSpeicher(sDatei, eModus)); }
+
+CPraxis::~CPraxis() { Verbinde(nullptr); }
+
+std::vector<CString> Mandanten() {
+    std::vector<CString> v;
+    CTMandant mandant(dbDatabaseRO);
+    for (int i = mandant.GetValidMandant(CString()); i == ZEILE_OK; i = mandant.Next())
+        v.push_back(mandant.m_MDID);
+    return v;
+}
+
+CString MandantOderErster(const std::string & sMandant) {
+    const std::vector<CString> v = Mandanten();
+    if (v.empty()) Verweigere("Die Praxis hat keinen Praxisinhaber.");
+    if (sMandant.empty()) return RightFix(v.front(), 2);
+    const CString sId = RightFix(AusUtf8(sMandant), 2);
+    const bool bBekannt = std::ranges::any_of(v, [&](const CString & s) { return RightFix(s, 2) == sId; });
+    if (!bBekannt) Verweigere("Die Praxis hat keinen Praxisinhaber \"" + sMandant + "\".");
+    return sId;
+}
+
+CString LiesDatum(const std::string & sText) {
+    const CString sDatum = Date2Db(AusUtf8(sText));
+    if (!GueltigesDatum(sDatum))
+        throw CLI::ValidationError("DATUM",
+                                   "\"" + sText + "\" ist kein Tag, erwartet wird TT.MM.JJJJ oder JJJJMMTT");
+    return sDatum;
+}
+
+std::vector<std::string> WochentagKuerzel() { return {std::begin(WOCHENTAGE), std::end(WOCHENTAGE)}; }
+
+int WochentagNummer(std::string_view sKuerzel) {
+    const auto it = std::ranges::find(WOCHENTAGE, sKuerzel);
+    if (it == std::end(WOCHENTAGE)) return 0;
+    const int iAbMontag = static_cast<int>(it - std::begin(WOCHENTAGE));
+    return iAbMontag == 6 ? 1 : iAbMontag + 2;
+}
+
+} // namespace orvostat

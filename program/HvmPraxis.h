@@ -1,0 +1,38 @@
+// What the commands share that work on a practice: its file, its owners, dates and weekdays as a user writes them.
+#pragma once
+
+#include "orvostatbs/host/CString.h"
+#include "orvostatbs/sqlite/SqliteSpeicher.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvostat {
+
+// Ends the command with exit code 1 after a message on the error output.
+[[noreturn]] void Verweigere(const std::string & sMeldung);
+
+// A practice file behind both database handles for the life of the object. A file that is refused ends the command.
+class CPraxis {
+public:
+    CPraxis(const std::string & sDatei, EModus eModus);
+    ~CPraxis();
+    CPraxis(const CPraxis &) = delete;
+    CPraxis & operator=(const CPraxis &) = delete;
+};
+
+// The owner's id as rows hold it, two places; for the empty text that of the practice's first owner. Ends the
+// command where the practice has no such owner.
+[[nodiscard]] CString MandantOderErster(const std::string & sMandant);
+// The ids of all owners.
+[[nodiscard]] std::vector<CString> Mandanten();
+
+// A day as TT.MM.JJJJ or JJJJMMTT, as JJJJMMTT; anything else is wrong usage.
+[[nodiscard]] CString LiesDatum(const std::string & sText);
+
+// "mo" to "so", and the weekday's number, 1 for Sunday to 7 for Saturday; 0 for another text.
+[[nodiscard]] std::vector<std::string> WochentagKuerzel();
+[[nodiscard]] int WochentagNummer(std::string_view sKuerzel);
+
+} // namespace orvostat

@@ -1,0 +1,56 @@
+#include "KopierBefehl.h"
+
+#include "Datenbank.h"
+#include "HvmPraxis.h"
+
+#include "orvostatbs/host/Oberflaeche.h"
+#include "orvostatbs/host/Tabellen.h"
+#include "orvostatbs/store/MemorySpeicher.h"
+
+#include <iostream>
+#include <memory>
+
+namespace orvostat {
+
+namespace {
+
+// By way of memory, so that reading and writing do not wait for each other.
+void KopiereUndVergleiche(CZeilenspeicher & von, CZeilenspeicher & nach, const STabelle & tabelle) {
+    CMemorySpeicher zwischen;
+    if (KopiereTabelle(von, zwischen, tabelle) != ZEILE_OK ||
+        KopiereTabelle(zwischen, nach, tabelle) != ZEILE_OK)
+        Verweigere(std::string("Die Tabelle ") + tabelle.pName + " lässt sich nicht kopieren.");
+    if (!GleicheTabelle(von, nach, tabelle))
+        Verweigere(std::string("Die Kopie der Tabelle ") + tabelle.pName + " gleicht dem Original nicht.");
+}
+
+void KopierePraxis(const std::string & sQuelle, const std::string & sZiel) {
+    const auto pQuelle = OeffneSpeicher(sQuelle, EModus::Lesen);
+    CNeueDatei ziel(sZiel, false);
+    if (ziel.Speicher().Beginne() != ZEILE_OK) Verweigere("Die Kopie lässt sich nicht schreiben.");
+    OrvoOpenProgressBox(0, 0, "Praxisdatei wird kopiert ..."_t);
+    const auto vTabellen = AlleTabellen();
+    std::int64_t iZeilen = 0;
+    for (std::size_t i = 0; i < vTabellen.size(); ++i) {
+        Fortschritt(static_cast<std::int64_t>(i), static_cast<std::int64_t>(vTabellen.size()));
+        KopiereUndVergleiche(*pQuelle, ziel.Speicher(), *vTabellen[i]);
+        iZeilen += ziel.Speicher().Zeilenzahl(*vTabellen[i]);
+    }
+    OrvoCloseProgressBox();
+    if (ziel.Speicher().Beende(true) != ZEILE_OK) Verweigere("Die Kopie lässt sich nicht schreiben.");
+    ziel.Fertig();
+    std::cout << vTabellen.size() << " Tabellen mit " << iZeilen << " Zeilen kopiert und verglichen\n";
+}
+
+} // namespace
+
+void FuegeKopieHinzu(CLI::App & app) {
+    CLI::App * pBefehl =
+        app.add_subcommand("copy", "Kopiert eine Praxisdatei Tabelle für Tabelle und vergleicht");
+    auto pNamen = std::make_shared<std::pair<std::string, std::string>>();
+    pBefehl->add_option("QUELLE", pNamen->first, "Die Praxisdatei")->required();
+    pBefehl->add_option("ZIEL", pNamen->second, "Die neue Datei")->required();
+    pBefehl->callback([pNamen] { KopierePraxis(pNamen->first, pNamen->second); });
+}
+
+} // namespace orvostat

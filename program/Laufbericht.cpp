@@ -1,0 +1,201 @@
+#include "Laufbericht.h"
+
+#include "orvostatbs/host/Textfunktionen.h"
+#include "orvostatbs/records/BehErrors.h"
+
+#include <cmath>
+#include <iostream>
+#include <map>
+
+namespace orvostat {
+
+namespace {
+
+// Amounts in euro and points in hundredths of some hits.
+struct SSumme {
+    std::int64_t iHits = 0;
+    std::int64_t iPunkte = 0;
+    CDBetrag betrag{0.0, 'e'};
+
+    void Nimm(const CBehHitLine & hit) {
+        ++iHits;
+        iPunkte += static_cast<std::int64_t>(hit.PUNKTE) * hit.ANZAHL / 100;
+        CDBetrag euro(hit.BETRAG);
+        betrag += euro.ToW('e');
+    }
+};
+
+CString MitPunkt(const CWBetragBasis & betrag) {
+    CString s = CDBetrag(betrag).ToExt(0, false);
+    s.Replace(',', '.');
+    return s;
+}
+
+CString Hundertstel(std::int64_t i) {
+    CString s;
+    s.Format("%ld.%02ld"_t, static_cast<long>(i / 100), static_cast<long>(i % 100));
+    return s;
+}
+
+constexpr SAusgabespalte SUMMENSPALTEN[] = {{"Gruppe", EZelle::Text, 34},
+                                            {"Hits", EZelle::Zahl, 10},
+                                            {"Punkte", EZelle::Zahl, 14},
+                                            {"Betrag EUR", EZelle::Zahl, 16}};
+
+void ZeigeGruppen(std::ostream & aus, const char * pTitel, const std::map<CString, SSumme> & map) {
+    aus << '\n' << pTitel << '\n';
+    const auto pAusgabe = CAusgabe::Neu(EFormat::Tabelle, aus, SUMMENSPALTEN);
+    SSumme gesamt;
+    const auto Gib = [&](const CString & sName, const SSumme & summe) {
+        pAusgabe->Zeile({sName, itoc(summe.iHits), Hundertstel(summe.iPunkte), MitPunkt(summe.betrag)});
+    };
+    for (const auto & [sName, summe] : map) {
+        Gib(sName, summe);
+        gesamt.iHits += summe.iHits;
+        gesamt.iPunkte += summe.iPunkte;
+        gesamt.betrag += summe.betrag;
+    }
+    Gib("Gesamt", gesamt);
+    pAusgabe->Ende();
+}
+
+const char * Fehlertext(int iFehler) {
+    switch (iFehler) {
+    case FEHLER_PUNKTWERT:
+        return "kein Punktwert für eine Kassenleistung";
+    case FEHLER_GEBUEHR:
+        return "keine Gebührenzeile zur Leistung";
+    case FEHLER_PLAN_FEHLT:
+        return "der Plan der Leistung fehlt";
+    case FEHLER_OHNE_PLANNR:
+        return "Leistung ohne Plannummer";
+    default:
+        return "unbekannt";
+    }
+}
+
+void ZeigeFehler(std::ostream & aus, const CStatAccu & accu) {
+    std::map<int, int> mapAnzahl;
+    for (const CBehErrors & fehler : accu.m_vBehErrors)
+        ++mapAnzahl[fehler.m_iFehler];
+    for (const auto & [iFehler, iAnzahl] : mapAnzahl)
+        aus << "  Fehler " << iFehler << ": " << iAnzahl << " x " << Fehlertext(iFehler) << '\n';
+    constexpr int BEISPIELE = 5;
+    int iGezeigt = 0;
+    for (const CBehErrors & fehler : accu.m_vBehErrors) {
+        if (++iGezeigt > BEISPIELE) break;
+        aus << "    Patient " << Trim(fehler.PATNR).Utf8() << " am " << fehler.DATUM.Utf8() << ", Leistung "
+            << fehler.LSTIN.Utf8() << ": " << Fehlertext(fehler.m_iFehler) << '\n';
+    }
+}
+
+CString Behandlername(CStatAccu & accu, const CString & sLeb) {
+    const int i = accu.FindLeb(sLeb);
+    return i < 0 ? sLeb : accu.m_vLeb[static_cast<std::size_t>(i)].GetLebLine();
+}
+
+CString Kostentraeger(const CBehHitLine & hit) {
+    if (!hit.KASSENABR) return "Privat";
+    return hit.KASKUERZEL.IsEmpty() ? "(ohne Kasse)"_t
+                                    : "Kassengruppe "_t + CString(hit.KASSENGRP == 0 ? '-' : hit.KASSENGRP);
+}
+
+CString Statistikart(CStatAccu & accu, const CBehHitLine & hit) {
+    const CString sName = accu.GetLstGrpName('K', hit.GOSTATISTIKART);
+    const CString sArt = hit.GOSTATISTIKART == 0 ? CString("-") : CString(hit.GOSTATISTIKART);
+    return sName.IsEmpty() ? sArt : sArt + " " + sName;
+}
+
+constexpr SAusgabespalte HITSPALTEN[] = {
+    {"Datum", EZelle::Datum, 10}, {"Patient", EZelle::Text, 10}, {"Name", EZelle::Text, 24},
+    {"Beh", EZelle::Text, 4},     {"Praxis", EZelle::Text, 6},   {"Kasse", EZelle::Text, 8},
+    {"Art", EZelle::Text, 3},     {"GO", EZelle::Text, 2},       {"Leistung", EZelle::Text, 8},
+    {"Anzahl", EZelle::Zahl, 8},  {"Punkte", EZelle::Zahl, 9},   {"Betrag", EZelle::Zahl, 12}};
+
+constexpr double EINHEITEN_JE_EURO = 1e8;
+
+CString Euro(std::int64_t iEinheiten) {
+    CString s;
+    s.Format("%.4f", static_cast<double>(iEinheiten) / EINHEITEN_JE_EURO);
+    return s;
+}
+
+constexpr SAusgabespalte GEGENSPALTEN[] = {{"Beh", EZelle::Text, 4},       {"GO", EZelle::Text, 2},
+                                           {"Leistung", EZelle::Text, 8},  {"Hits", EZelle::Zahl, 8},
+                                           {"Lauf EUR", EZelle::Zahl, 16}, {"SQL EUR", EZelle::Zahl, 16}};
+
+} // namespace
+
+void ZeigeZahlen(std::ostream & aus, const CStatAccu & accu, const CLauf & lauf) {
+    const SLaufzahlen & z = lauf.Zahlen();
+    aus << z.iBehandlungen << " Behandlungen gelesen, " << accu.m_vBehHits.size() << " Hits, "
+        << accu.m_vPat.size() << " Patienten, " << accu.m_vBehErrors.size() << " Fehler\n";
+    const std::pair<std::int64_t, const char *> aHinweise[] = {
+        {z.iOhneBill, " Hits ohne Rechnung"},
+        {z.iOhnePatient, " Hits ohne lesbaren Patienten"},
+        {z.iOhneKasse, " Hits ohne Versicherung oder Kasse am Tag"},
+        {z.iOhneBehandler, " Behandlungen anderer Behandler"},
+        {static_cast<std::int64_t>(accu.m_vGlabHits.size()), " Laborrechnungen"},
+        {static_cast<std::int64_t>(accu.m_vGlabFaktHits.size()), " Sammelrechnungen"},
+        {static_cast<std::int64_t>(accu.m_vGipsHits.size()), " Gipsmodelle"},
+        {static_cast<std::int64_t>(accu.m_vRechHits.size()), " Rechnungen"},
+        {static_cast<std::int64_t>(accu.m_vVerordnungHits.size()), " Verordnungen"}};
+    for (const auto & [iAnzahl, pText] : aHinweise)
+        if (iAnzahl != 0) aus << "  " << iAnzahl << pText << '\n';
+    ZeigeFehler(aus, accu);
+}
+
+void ZeigeSummen(std::ostream & aus, CStatAccu & accu) {
+    std::map<CString, SSumme> mapBehandler;
+    std::map<CString, SSumme> mapTraeger;
+    std::map<CString, SSumme> mapArten;
+    for (const CBehHitLine & hit : accu.m_vBehHits) {
+        mapBehandler[hit.BEHANDLERNR].Nimm(hit);
+        mapTraeger[Kostentraeger(hit)].Nimm(hit);
+        mapArten[CString(hit.GOSTATISTIKART)].Nimm(hit);
+    }
+    std::map<CString, SSumme> mapNamen;
+    for (const auto & [sLeb, summe] : mapBehandler)
+        mapNamen[Behandlername(accu, sLeb)] = summe;
+    std::map<CString, SSumme> mapArtnamen;
+    for (const auto & [sArt, summe] : mapArten) {
+        CBehHitLine hit;
+        hit.GOSTATISTIKART = sArt.Erstes();
+        mapArtnamen[Statistikart(accu, hit)] = summe;
+    }
+    ZeigeGruppen(aus, "Nach Behandler", mapNamen);
+    ZeigeGruppen(aus, "Nach Kostenträger", mapTraeger);
+    ZeigeGruppen(aus, "Nach Statistikart", mapArtnamen);
+}
+
+void ZeigeHits(std::ostream & aus, const CStatAccu & accu, EFormat eFormat) {
+    const auto pAusgabe = CAusgabe::Neu(eFormat, aus, HITSPALTEN);
+    const auto Buchstabe = [](char c) { return c == 0 ? CString() : CString(c); };
+    for (const CBehHitLine & hit : accu.m_vBehHits)
+        pAusgabe->Zeile({hit.DATUM, Trim(hit.PATNR), hit.PATNAME, Trim(hit.BEHANDLERNR), Trim(hit.PRAXISNR),
+                         hit.KASKUERZEL, Buchstabe(hit.ABRART), Buchstabe(hit.GOART), hit.LSTNR,
+                         Hundertstel(hit.ANZAHL), Hundertstel(hit.PUNKTE), MitPunkt(hit.BETRAG)});
+    pAusgabe->Ende();
+}
+
+bool ZeigeGegenrechnung(std::ostream & aus, const SGegenrechnung & rechnung) {
+    if (!rechnung.bGerechnet) {
+        aus << "\nDie Gegenrechnung mit SQL ist gescheitert: " << rechnung.sFehler << '\n';
+        return false;
+    }
+    std::int64_t iVerschieden = 0;
+    const auto pAusgabe = CAusgabe::Neu(EFormat::Tabelle, aus, GEGENSPALTEN);
+    for (const SGegensumme & summe : rechnung.vSummen) {
+        if (!summe.Verschieden()) continue;
+        if (iVerschieden++ == 0) aus << "\nAbweichungen von der Gegenrechnung mit SQL\n";
+        pAusgabe->Zeile({Trim(summe.sBehandler), CString(summe.cGoArt), summe.sLeistung, itoc(summe.iHits),
+                         Euro(summe.iLauf), Euro(summe.iSql)});
+    }
+    if (iVerschieden != 0) pAusgabe->Ende();
+    aus << "\nGegenrechnung mit SQL: " << rechnung.iGeprueft << " Hits in " << rechnung.vSummen.size()
+        << " Summen geprüft, " << iVerschieden << " Summen weichen ab, " << rechnung.iAusgelassen
+        << " Hits rechnet SQL nicht\n";
+    return iVerschieden == 0;
+}
+
+} // namespace orvostat

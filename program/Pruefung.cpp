@@ -1,0 +1,226 @@
+#include "Pruefung.h"
+
+#include "Zeilenlauf.h"
+
+#include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Tabellen.h"
+#include "orvostatbs/host/Textfunktionen.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace orvostat {
+
+namespace {
+
+// Which columns of a table name a row of another: they are the first parts of that table's main key. A reference
+// whose last column is blank refers to nothing.
+struct SVerweis {
+    std::string_view sVon;
+    std::string_view sSpalten;
+    std::string_view sNach;
+};
+constexpr SVerweis VERWEISE[] = {
+    {"PRAXIS", "KZVNR", "KZV"},
+    {"MANDANT", "MDADRNR", "ADR"},
+    {"PERSONAL", "PERSADRNR", "ADR"},
+    {"LEB", "PID", "PERSONAL"},
+    {"LEB", "MDKASSE", "MANDANT"},
+    {"LEB", "MDPRIVAT", "MANDANT"},
+    {"ORVOKAS", "KASSENPWGRP", "PWGROUP"},
+    {"PUNKTWERT", "PWGRP", "PWGROUP"},
+    {"PAT", "ADRNR", "ADR"},
+    {"VDESC", "PATNR", "PAT"},
+    {"VDESC", "KASKUERZEL", "ORVOKAS"},
+    {"HISTRECALL", "PATNR", "PAT"},
+    {"ABEFUND", "PATNR", "PAT"},
+    {"PLAN", "PATNR", "PAT"},
+    {"BILL", "PATNR", "PAT"},
+    {"BILL", "PATNR PLANNR", "PLAN"},
+    {"BILL", "PRAXISNR", "MANDANT"},
+    {"BEH", "PATNR", "PAT"},
+    {"BEH", "PATNR PATBILL", "BILL"},
+    {"BEH", "GOART LSTNR", "GO"},
+    {"BEH", "BEHANDLERNR", "LEB"},
+    {"BEH", "PATNR LFDBEFENTRY", "ABEFUND"},
+    {"ROEBEFUND", "PATNR", "PAT"},
+    {"LBLOCK", "PATNR PLANNR", "PLAN"},
+    {"LBLOCKENTRY", "PATNR PLANNR LFDLBLOCK", "LBLOCK"},
+    {"GLBLOCENTRY", "LABORKUNDE LFDGLBLOC", "GLBLOC"},
+    {"REZEPT", "PATNR", "PAT"},
+    {"HMV", "PATNR REZEPTNR", "REZEPT"},
+    {"GIPS", "PATNR", "PAT"},
+};
+
+bool NurZiffern(std::string_view s) {
+    return !s.empty() && std::ranges::all_of(s, [](char c) { return ismxdigit(c); });
+}
+
+std::string_view OhneBlanks(std::string_view s) {
+    s.remove_prefix(std::min(s.find_first_not_of(' '), s.size()));
+    return s.substr(0, s.find_last_not_of(' ') + 1);
+}
+
+void OhneVorzeichen(std::string_view & s) {
+    if (s.starts_with('-')) s.remove_prefix(1);
+}
+
+// Of a day only the month or the year may be known: "19560000".
+bool IstDatum(std::string_view s) {
+    if (s.size() != 8 || !NurZiffern(s)) return false;
+    const std::string_view sMonat = s.substr(4, 2);
+    if (s.substr(6) == "00") return s.substr(0, 4) != "0000" && sMonat <= "12";
+    return GueltigesDatum(CString(s));
+}
+
+// Letter, blanks, sign, whole number and so many digits behind a point.
+bool IstBetrag(std::string_view s, std::size_t iNachkomma) {
+    if (s.starts_with('e')) s.remove_prefix(1);
+    s = OhneBlanks(s);
+    OhneVorzeichen(s);
+    const auto iPunkt = s.find('.');
+    if (!NurZiffern(s.substr(0, iPunkt))) return false;
+    if (iPunkt == s.npos) return true;
+    s.remove_prefix(iPunkt + 1);
+    return NurZiffern(s) && s.size() <= iNachkomma;
+}
+
+bool IstZahl(std::string_view s) {
+    s = OhneBlanks(s);
+    OhneVorzeichen(s);
+    return NurZiffern(s);
+}
+
+const STabelle & Tabelle(std::string_view sName) {
+    for (const STabelle * pTabelle : AlleTabellen())
+        if (pTabelle->pName == sName) return *pTabelle;
+    throw std::logic_error("a reference names no table");
+}
+
+std::size_t Spalte(const STabelle & tabelle, std::string_view sName) {
+    const auto it = std::ranges::find(tabelle.vSpalten, sName,
+                                      [](const SSpalteInfo & s) { return std::string_view(s.pName); });
+    if (it == tabelle.vSpalten.end()) throw std::logic_error("a reference names no column");
+    return static_cast<std::size_t>(it - tabelle.vSpalten.begin());
+}
+
+std::vector<std::size_t> Spalten(const STabelle & tabelle, std::string_view sNamen) {
+    std::vector<std::size_t> v;
+    while (!sNamen.empty()) {
+        const auto iEnde = std::min(sNamen.find(' '), sNamen.size());
+        v.push_back(Spalte(tabelle, sNamen.substr(0, iEnde)));
+        sNamen.remove_prefix(std::min(iEnde + 1, sNamen.size()));
+    }
+    return v;
+}
+
+std::string Zitat(const CString & s) { return '"' + s.Utf8() + '"'; }
+
+} // namespace
+
+const char * Mangel(EArt eArt, std::string_view s1252) {
+    if (OhneBlanks(s1252).empty()) return nullptr;
+    switch (eArt) {
+    case EArt::Zahl:
+        return IstZahl(s1252) ? nullptr : "ist keine Zahl";
+    case EArt::Datum:
+        return IstDatum(s1252) ? nullptr : "ist kein Datum";
+    case EArt::Betrag:
+        return IstBetrag(s1252, 6) ? nullptr : "ist kein Betrag";
+    case EArt::Punktwert:
+        return IstBetrag(s1252, 4) ? nullptr : "ist kein Punktwert";
+    case EArt::Text:
+        break;
+    }
+    return nullptr;
+}
+
+CPruefung::CPruefung(CZeilenspeicher & speicher, std::function<void(const std::string &)> fMangel,
+                     std::function<void()> fSchritt)
+    : m_speicher(speicher), m_fMangel(std::move(fMangel)), m_fSchritt(std::move(fSchritt)) {}
+
+std::int64_t CPruefung::Pruefe(const STabelle & tabelle) {
+    std::int64_t iZeilen = 0;
+    const std::vector<SZiel> vZiele = Ziele(tabelle);
+    CZeilenlauf lauf(m_speicher, tabelle);
+    for (; lauf.Naechste(); ++iZeilen) {
+        m_fSchritt();
+        PruefeZeile(tabelle, lauf.Texte());
+        PruefeVerweise(tabelle, vZiele, lauf.Texte());
+    }
+    if (lauf.Ergebnis() != ZEILE_KEINE)
+        m_fMangel(std::string(tabelle.pName) + ": die Tabelle ist nicht lesbar");
+    for (int i = 1; i <= static_cast<int>(tabelle.vSchluessel.size()); ++i)
+        PruefeReihenfolge(tabelle, i);
+    return iZeilen;
+}
+
+void CPruefung::PruefeZeile(const STabelle & tabelle, const std::vector<CString> & vTexte) {
+    for (std::size_t i = 0; i < vTexte.size(); ++i)
+        if (const char * pMangel = Mangel(tabelle.vSpalten[i].eArt, vTexte[i].Sicht()))
+            Melde(tabelle, vTexte,
+                  std::string(tabelle.vSpalten[i].pName) + ' ' + Zitat(vTexte[i]) + ' ' + pMangel);
+    if (Blank(vTexte[tabelle.vSchluessel[0].aiSpalten[0]])) Melde(tabelle, vTexte, "der Schlüssel ist leer");
+}
+
+// The rows come in the order of the key that the file keeps beside them; it must be the order of the columns.
+void CPruefung::PruefeReihenfolge(const STabelle & tabelle, int iSchluessel) {
+    std::string sVorige;
+    for (CZeilenlauf lauf(m_speicher, tabelle, iSchluessel); lauf.Naechste();) {
+        std::string sDiese = Schluesselbytes(tabelle, iSchluessel, lauf.Werte());
+        const std::string sName = "Schlüssel " + std::to_string(iSchluessel);
+        if (sDiese < sVorige) Melde(tabelle, lauf.Texte(), sName + " steht nicht an seinem Platz");
+        if (iSchluessel == 1 && sDiese == sVorige)
+            Melde(tabelle, lauf.Texte(), "den Schlüssel gibt es mehrfach");
+        sVorige = std::move(sDiese);
+    }
+}
+
+std::vector<CPruefung::SZiel> CPruefung::Ziele(const STabelle & tabelle) {
+    std::vector<SZiel> v;
+    for (const SVerweis & verweis : VERWEISE)
+        if (verweis.sVon == tabelle.pName) {
+            const STabelle & ziel = Tabelle(verweis.sNach);
+            auto viSpalten = Spalten(tabelle, verweis.sSpalten);
+            const CSchluesselmenge & schluessel = Schluessel(ziel, viSpalten.size());
+            v.push_back({std::move(viSpalten), &ziel, &schluessel});
+        }
+    return v;
+}
+
+void CPruefung::PruefeVerweise(const STabelle & tabelle, const std::vector<SZiel> & vZiele,
+                               const std::vector<CString> & vTexte) {
+    for (const SZiel & ziel : vZiele) {
+        const std::size_t iLetzte = ziel.viSpalten.back();
+        if (Blank(vTexte[iLetzte])) continue;
+        std::string sSchluessel;
+        for (const std::size_t i : ziel.viSpalten)
+            HaengeTeilAn(sSchluessel, *ziel.pTabelle, vTexte[i], false);
+        if (!ziel.pSchluessel->contains(sSchluessel))
+            Melde(tabelle, vTexte,
+                  std::string(tabelle.vSpalten[iLetzte].pName) + ' ' + Zitat(vTexte[iLetzte]) +
+                      " gibt es in " + ziel.pTabelle->pName + " nicht");
+    }
+}
+
+const CPruefung::CSchluesselmenge & CPruefung::Schluessel(const STabelle & tabelle, std::size_t iTeile) {
+    const auto [it, bNeu] = m_mapSchluessel.try_emplace(tabelle.pName + std::to_string(iTeile));
+    if (!bNeu) return it->second;
+    for (CZeilenlauf lauf(m_speicher, tabelle); lauf.Naechste();) {
+        std::string sSchluessel;
+        for (std::size_t i = 0; i < iTeile; ++i)
+            HaengeTeilAn(sSchluessel, tabelle, lauf.Texte()[tabelle.vSchluessel[0].aiSpalten[i]], false);
+        it->second.insert(std::move(sSchluessel));
+    }
+    return it->second;
+}
+
+void CPruefung::Melde(const STabelle & tabelle, const std::vector<CString> & vTexte,
+                      const std::string & sWas) {
+    std::string sSchluessel;
+    for (const std::uint8_t iSpalte : tabelle.vSchluessel[0].Spalten())
+        sSchluessel += (sSchluessel.empty() ? "" : ", ") + Trim(vTexte[iSpalte]).Utf8();
+    m_fMangel(std::string(tabelle.pName) + " [" + sSchluessel + "]: " + sWas);
+}
+
+} // namespace orvostat

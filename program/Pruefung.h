@@ -1,0 +1,51 @@
+// What can be wrong in the rows of a practice, whatever store they lie in.
+#pragma once
+
+#include "orvostatbs/host/Zeilenspeicher.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace orvostat {
+
+// Why a stored text is not sound for a column of its kind, as a German phrase; null where it is. The empty text and
+// blanks always are.
+[[nodiscard]] const char * Mangel(EArt eArt, std::string_view s1252);
+
+// Checks tables one after the other. For each row: every column by its kind, key parts in order and not twice, and that
+// the rows it refers to are there.
+class CPruefung {
+public:
+    // fMangel takes a sentence per fault; fSchritt comes for each row read.
+    CPruefung(CZeilenspeicher & speicher, std::function<void(const std::string &)> fMangel,
+              std::function<void()> fSchritt);
+    // The rows of the table.
+    std::int64_t Pruefe(const STabelle & tabelle);
+
+private:
+    using CSchluesselmenge = std::unordered_set<std::string>;
+    struct SZiel { // what some columns of a table refer to
+        std::vector<std::size_t> viSpalten;
+        const STabelle * pTabelle;
+        const CSchluesselmenge * pSchluessel;
+    };
+
+    void PruefeZeile(const STabelle & tabelle, const std::vector<CString> & vTexte);
+    void PruefeReihenfolge(const STabelle & tabelle, int iSchluessel);
+    std::vector<SZiel> Ziele(const STabelle & tabelle);
+    void PruefeVerweise(const STabelle & tabelle, const std::vector<SZiel> & vZiele,
+                        const std::vector<CString> & vTexte);
+    const CSchluesselmenge & Schluessel(const STabelle & tabelle, std::size_t iTeile);
+    void Melde(const STabelle & tabelle, const std::vector<CString> & vTexte, const std::string & sWas);
+
+    CZeilenspeicher & m_speicher;
+    std::function<void(const std::string &)> m_fMangel;
+    std::function<void()> m_fSchritt;
+    std::unordered_map<std::string, CSchluesselmenge> m_mapSchluessel; // by table name and number of parts
+};
+
+} // namespace orvostat

@@ -1,0 +1,52 @@
+// The selection of a run on the command line: one option for each section.
+#pragma once
+
+#include "orvostatbs/accu/Selektion.h"
+
+#include "Lauf.h"
+
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace orvostat {
+
+// What the options of a run say; it lives as long as the application that it was added to.
+struct SLaufoptionen {
+    std::string sDatei;
+    std::string sVon;
+    std::string sBis;
+    std::string sMandant;
+    std::string sBehandler; // numbers with commas between them
+    std::string sPatient;
+    std::string sSortierung;
+    std::string sStatus;
+    bool bNurGesetzliche = false;
+    bool bNurAbrechenbare = false;
+    bool bPraxiswechselAus = false;
+    bool bPlangatterAus = false;
+    std::string sPlz;
+    std::string sOrt;
+    std::string sRecall;
+    std::string sRecallIntervall;
+    std::string sRecallVor;
+    std::string sKarte;
+    std::string sKartenarten;
+    bool bKarteFehlt = false;
+    bool bHatLeistung = false;
+    bool bRsa = false;
+    SLaufauftrag auftrag;
+    // Texts of the sections that one option sets, in the order of the table of sections.
+    std::vector<std::string> vWerte;
+};
+
+// Adds the options of selection and run; optionen must outlive app.
+void FuegeSelektionHinzu(CLI::App & app, SLaufoptionen & optionen);
+
+// Sets the selection. A value that cannot be read is wrong usage and ends the command.
+void SetzeSelektion(const CLI::App & app, const SLaufoptionen & optionen, CSelektion & selektion);
+
+} // namespace orvostat

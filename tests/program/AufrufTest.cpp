@@ -1,0 +1,147 @@
+// Wrong usage and bad files: every one has its message and its exit code.
+#include "Programmlauf.h"
+
+#include <fstream>
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+namespace orvostat {
+namespace {
+
+using CAufrufTest = CProgrammTest;
+
+struct SFall {
+    const char * pArgumente;
+    int iCode;
+    const char * pMeldung; // part of the error output
+};
+
+TEST_F(CAufrufTest, WrongUsageEndsWith2) {
+    constexpr SFall FAELLE[] = {
+        {"", 2, "Aufruf: orvostat"},
+        {"tanzen", 2, "Einen Befehl \"tanzen\" gibt es nicht."},
+        {"hits", 2, "Es fehlt: DATEI"},
+        {"hits a.db b.db", 2, "Überzählig oder unbekannt: b.db"},
+        {"hits a.db --format xml", 2, "--format: \"xml\" ist keines von table, csv, json"},
+        {"hits a.db --limit 0", 2, "--limit: 0 liegt nicht zwischen 1 und"},
+        {"hits a.db --limit viele", 2, "--limit: \"viele\" ist keine Zahl"},
+        {"hits a.db --von 31.02.2024", 2, "\"31.02.2024\" ist kein Tag"},
+        {"hits a.db --wohin", 2, "--wohin"},
+        {"sample a.db --patients 0", 2, "--patients: 0 liegt nicht zwischen 1 und 1000000"},
+        {"sample a.db --years 31", 2, "--years"},
+        {"sample a.db --von 31.12.2001", 2, "die Musterpraxis beginnt zwischen 2002 und 2099"},
+        {"copy a.db", 2, "Es fehlt: ZIEL"},
+        {"check", 2, "Es fehlt: DATEI"},
+    };
+    for (const SFall & fall : FAELLE) {
+        const SProgrammende ende = Laufe(fall.pArgumente);
+        EXPECT_EQ(ende.iCode, fall.iCode) << fall.pArgumente;
+        EXPECT_NE(ende.sFehler.find(fall.pMeldung), std::string::npos)
+            << fall.pArgumente << ": " << ende.sFehler;
+        EXPECT_EQ(ende.sAus, "") << fall.pArgumente;
+    }
+    EXPECT_FALSE(std::filesystem::exists(Pfad("a.db")));
+}
+
+TEST_F(CAufrufTest, HelpIsGermanAndNoError) {
+    for (const char * pBefehl : {"", "sample ", "hits ", "check ", "copy "}) {
+        const SProgrammende ende = Laufe(std::string(pBefehl) + "--help");
+        EXPECT_EQ(ende.iCode, 0) << pBefehl;
+        EXPECT_NE(ende.sAus.find("Aufruf: orvostat"), std::string::npos) << ende.sAus;
+        EXPECT_NE(ende.sAus.find("Zeigt diese Hilfe"), std::string::npos) << ende.sAus;
+        for (const char * pEnglisch : {"Usage", "Options:", "REQUIRED", "Print this"})
+            EXPECT_EQ(ende.sAus.find(pEnglisch), std::string::npos) << ende.sAus;
+    }
+}
+
+// A locked file: a connection that writes.
+class CSperre {
+public:
+    explicit CSperre(const std::filesystem::path & pfad) {
+        sqlite3_open(pfad.c_str(), &m_p);
+        sqlite3_exec(m_p, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    }
+    ~CSperre() { sqlite3_close(m_p); }
+    CSperre(const CSperre &) = delete;
+    CSperre & operator=(const CSperre &) = delete;
+
+private:
+    sqlite3 * m_p = nullptr;
+};
+
+TEST_F(CAufrufTest, BadFilesAreRefusedWithAReasonAndLeftAsTheyAre) {
+    ASSERT_EQ(Laufe("sample gut.db --patients 2").iCode, 0);
+    std::filesystem::create_directory(Pfad("ordner"));
+    std::ofstream(Pfad("text.db"))
+        << "Das ist keine Datenbank, aber lang genug, um für eine gehalten zu werden. "
+           "Kopf und Rumpf fehlen ihr jedoch ganz.";
+    std::ofstream(Pfad("leer.db"));
+    Sql("fremd.db", "CREATE TABLE RECHNUNG (NR TEXT)");
+    std::filesystem::copy_file(Pfad("gut.db"), Pfad("neuer.db"));
+    Sql("neuer.db", "PRAGMA user_version = 99");
+
+    constexpr SFall FAELLE[] = {
+        {"nirgends.db", 1, "gibt es nicht"},        {"ordner", 1, "ist ein Verzeichnis"},
+        {"text.db", 1, "ist keine Datenbank"},      {"leer.db", 1, "ist keine Datenbank"},
+        {"fremd.db", 1, "eines anderen Programms"}, {"neuer.db", 1, "Schemaversion 99"},
+    };
+    for (const std::string sBefehl : {"hits ", "check "})
+        for (const SFall & fall : FAELLE) {
+            const bool bDatei = std::filesystem::is_regular_file(Pfad(fall.pArgumente));
+            const std::string sVorher = bDatei ? Inhalt(fall.pArgumente) : std::string();
+            const SProgrammende ende = Laufe(sBefehl + fall.pArgumente);
+            EXPECT_EQ(ende.iCode, fall.iCode) << sBefehl << fall.pArgumente;
+            EXPECT_NE(ende.sFehler.find(fall.pMeldung), std::string::npos) << ende.sFehler;
+            EXPECT_EQ(ende.sAus, "") << sBefehl << fall.pArgumente;
+            EXPECT_TRUE(!bDatei || Inhalt(fall.pArgumente) == sVorher) << fall.pArgumente;
+        }
+    EXPECT_FALSE(std::filesystem::exists(Pfad("nirgends.db")));
+}
+
+TEST_F(CAufrufTest, ALockedFileIsRefused) {
+    ASSERT_EQ(Laufe("sample a.db --patients 2").iCode, 0);
+    const CSperre sperre(Pfad("a.db"));
+    for (const char * pBefehl : {"hits a.db", "check a.db", "copy a.db b.db"}) {
+        const SProgrammende ende = Laufe(pBefehl);
+        EXPECT_EQ(ende.iCode, 1) << pBefehl;
+        EXPECT_NE(ende.sFehler.find("\"a.db\" ist gesperrt"), std::string::npos) << ende.sFehler;
+    }
+}
+
+TEST_F(CAufrufTest, ATargetThatCannotBeMadeIsRefused) {
+    std::filesystem::create_directory(Pfad("ordner"));
+    constexpr SFall FAELLE[] = {{"sample ordner", 1, "ist keine gewöhnliche Datei"},
+                                {"sample ordner --force", 1, "ist keine gewöhnliche Datei"},
+                                {"sample fehlt/a.db", 1, "fehlt/a.db"}};
+    for (const SFall & fall : FAELLE) {
+        const SProgrammende ende = Laufe(fall.pArgumente);
+        EXPECT_EQ(ende.iCode, fall.iCode) << fall.pArgumente;
+        EXPECT_NE(ende.sFehler.find(fall.pMeldung), std::string::npos) << ende.sFehler;
+    }
+}
+
+// A file that may only be read, in a directory that may only be read.
+TEST_F(CAufrufTest, AReadOnlyFileCanBeReadAndNotReplaced) {
+    if (geteuid() == 0) GTEST_SKIP() << "root may write everywhere";
+    using std::filesystem::perms;
+    std::filesystem::create_directory(Pfad("fest"));
+    ASSERT_EQ(Laufe("sample fest/a.db --patients 2").iCode, 0);
+    std::filesystem::permissions(Pfad("fest/a.db"), perms::owner_read);
+    std::filesystem::permissions(Pfad("fest"), perms::owner_read | perms::owner_exec);
+    EXPECT_EQ(Laufe("check fest/a.db").iCode, 0);
+    EXPECT_EQ(Laufe("sample fest/a.db --force").iCode, 1);
+    std::filesystem::permissions(Pfad("fest"), perms::owner_all);
+}
+
+TEST_F(CAufrufTest, AFullOutputIsAFailure) {
+    ASSERT_EQ(Laufe("sample a.db --patients 2").iCode, 0);
+    EXPECT_EQ(std::system((std::string("cd '") + Pfad("").string() +
+                           "' && " ORVOSTATBS_PROGRAM_PATH " hits a.db > /dev/full 2> fehler")
+                              .c_str()),
+              1 << 8);
+    EXPECT_EQ(Inhalt("fehler"), "Die Ausgabe ließ sich nicht schreiben.\n");
+}
+
+} // namespace
+} // namespace orvostat

@@ -1,0 +1,45 @@
+// Runs the built program as a user does.
+#pragma once
+
+#include "support/Rekorder.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace orvostat {
+
+struct SProgrammende {
+    int iCode = -1; // exit code; -1 where a signal ended the program
+    std::string sAus;
+    std::string sFehler;
+};
+
+// A directory of its own, the program run in it.
+class CProgrammTest : public ::testing::Test {
+protected:
+    CProgrammTest();
+    ~CProgrammTest() override;
+
+    // Runs orvostat with the arguments. iSignalNachMs above 0 sends the program a Ctrl-C after so many milliseconds.
+    SProgrammende Laufe(const std::vector<std::string> & vArgumente, const std::string & sEingabe = {},
+                        int iSignalNachMs = 0);
+    // The same in words: arguments without blanks in them.
+    SProgrammende Laufe(const std::string & sArgumente) { return Laufe(Worte(sArgumente)); }
+
+    [[nodiscard]] std::filesystem::path Pfad(const std::string & sName) const {
+        return m_verzeichnis / sName;
+    }
+    [[nodiscard]] std::string Inhalt(const std::string & sName) const;
+    // Runs statements on a practice file, as a foreign tool would.
+    void Sql(const std::string & sName, const std::string & sAnweisungen);
+    // The first column of all rows, with a blank between them.
+    [[nodiscard]] std::string Frage(const std::string & sName, const std::string & sAnweisung) const;
+
+    static std::vector<std::string> Worte(const std::string & s);
+
+private:
+    std::filesystem::path m_verzeichnis;
+};
+
+} // namespace orvostat
