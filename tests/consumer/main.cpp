@@ -9,8 +9,7 @@
 int main() {
     CString sText("Zähne");
     sText.MakeUpper();
-    if (sText != CString("ZÄHNE"))
-        return 1;
+    if (sText != CString("ZÄHNE")) return 1;
     std::printf("%d letters\n", sText.GetLength());
     return 0;
 }
