@@ -191,11 +191,7 @@ void CString::SetAt(int iPos, char cZeichen) {
     *this = CString(std::string_view(s));
 }
 
-int CString::Compare(const CString & s) const {
-    constexpr std::uint64_t ZIFFERN = 8;
-    if (m_w == s.m_w) return 0;
-    const bool bShared = wort::IstShared(m_w) || wort::IstShared(s.m_w);
-    if (!bShared && ((m_w ^ s.m_w) & ZIFFERN) == 0) return m_w < s.m_w ? -1 : 1;
+int CString::VergleicheZeichen(const CString & s) const {
     return CSicht(*this).Text().compare(CSicht(s).Text());
 }
 

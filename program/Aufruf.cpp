@@ -42,11 +42,13 @@ std::string Meldung(const CLI::App & app, const CLI::ParseError & fehler, const 
     return fehler.what();
 }
 
-// Commands make their help option themselves, with the library's group.
+// Commands and their help options make themselves with the library's group names.
 void GruppiereHilfe(CLI::App & app) {
     if (app.get_help_ptr() != nullptr) const_cast<CLI::Option *>(app.get_help_ptr())->group("Optionen");
-    for (CLI::App * pBefehl : app.get_subcommands([](const CLI::App *) { return true; }))
+    for (CLI::App * pBefehl : app.get_subcommands([](const CLI::App *) { return true; })) {
+        pBefehl->group("Befehle");
         GruppiereHilfe(*pBefehl);
+    }
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "Datenbank.h"
 
-#include "HvmPraxis.h"
+#include "Praxis.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
 

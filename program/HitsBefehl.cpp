@@ -4,7 +4,7 @@
 #include "Ausgabe.h"
 #include "Datenbank.h"
 #include "Hitbau.h"
-#include "HvmPraxis.h"
+#include "Praxis.h"
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"

@@ -1,7 +1,7 @@
 #include "KalenderBefehle.h"
 
 #include "Feiertage.h"
-#include "HvmPraxis.h"
+#include "Praxis.h"
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"

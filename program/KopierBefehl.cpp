@@ -1,7 +1,7 @@
 #include "KopierBefehl.h"
 
 #include "Datenbank.h"
-#include "HvmPraxis.h"
+#include "Praxis.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Tabellen.h"

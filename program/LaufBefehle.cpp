@@ -1,11 +1,12 @@
 #include "LaufBefehle.h"
 
+#include "Aufruf.h"
 #include "Ausgabe.h"
 #include "Datenbank.h"
 #include "Erlaeuterung.h"
 #include "Gegenrechnung.h"
-#include "HvmPraxis.h"
 #include "Laufbericht.h"
+#include "Praxis.h"
 #include "Selektionsoptionen.h"
 
 #include "orvostatbs/host/Datum.h"
@@ -58,8 +59,7 @@ void FuegeRunHinzu(CLI::App & app) {
     pApp->add_option("DATEI", pBefehl->optionen.sDatei, "Die Praxisdatei")->required();
     FuegeSelektionHinzu(*pApp, pBefehl->optionen);
     pApp->add_flag("--hits", pBefehl->bHits, "Die bewerteten Hits statt der Summen");
-    pApp->add_option("--format", pBefehl->eFormat, "Form der Hits: table, csv oder json")
-        ->transform(CLI::CheckedTransformer(Formate()));
+    OptionFormat(*pApp, pBefehl->eFormat);
     pApp->add_flag("--check", pBefehl->bPruefe, "Rechnet die Summen mit SQL nach; Ende 1 bei Abweichungen");
     pApp->footer(
         "Ein Abschnitt der Auswahl gilt, wenn seine Option angegeben ist, auch mit leerem Wert ('').");

@@ -2,8 +2,8 @@
 
 #include "Aufruf.h"
 #include "Datenbank.h"
-#include "HvmPraxis.h"
 #include "Muster.h"
+#include "Praxis.h"
 
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/TabellenPatient.h"

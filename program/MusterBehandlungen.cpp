@@ -39,7 +39,7 @@ constexpr const char * BEGRUENDUNGEN[] = {"Erhöhter Zeitaufwand bei starkem Wü
 constexpr const char * ERFASSER[] = {"ZF1", "ZF2", "ZA1", "ZA3"};
 constexpr const char * DIAGNOSEN[] = {"K02.1", "K02.9", "K04.0", "K05.3", "K05.1", "K08.1", "K01.1", "K00.6"};
 constexpr const char * FLAECHEN[] = {"o", "mo", "mod", "modv"};
-constexpr int PREISSTUFEN[] = {45, 30, 18, 7}; // of the alternatives of a service
+constexpr int STUFEN_PROZENT[] = {45, 30, 18, 7}; // of the alternatives of a service, together 100
 
 // Factors of private services in ten-thousandths; 0 leaves the schedule's own.
 struct SFaktor {
@@ -255,8 +255,8 @@ void CBehandlung::Besuche(const STermin & termin) {
     m_iZahn = m_zufall.Zwischen(1, 4) * 10 + m_zufall.Zwischen(1, 8) + (m_patient.iAlter < 10 ? 40 : 0);
     if (m_patient.iAlter < 10 && m_iZahn % 10 > 5) m_iZahn -= 3;
     m_iStufe = 0;
-    for (int i = m_zufall.Unter(100); i >= PREISSTUFEN[m_iStufe]; ++m_iStufe)
-        i -= PREISSTUFEN[m_iStufe];
+    for (int i = m_zufall.Unter(100); i >= STUFEN_PROZENT[m_iStufe]; ++m_iStufe)
+        i -= STUFEN_PROZENT[m_iStufe];
     m_bMehrkosten = m_zufall.Prozent(22);
     m_bGetrennt = m_zufall.Prozent(80);
     m_bSonderbill = m_zufall.Promille(8);

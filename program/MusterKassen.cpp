@@ -115,10 +115,6 @@ const SMusterKasse & CMusterKassen::Ziehe(EKostentraeger eTraeger, CZufall & zuf
     return zufall.Gewichtet(m_vKassen[static_cast<int>(eTraeger)]);
 }
 
-std::size_t CMusterKassen::Anzahl() const {
-    return m_vKassen[0].size() + m_vKassen[1].size() + m_vKassen[2].size();
-}
-
 void CMusterKassen::Schreibe(CMusterSchreiber & schreiber) const {
     for (const auto & vKassen : m_vKassen)
         for (const SMusterKasse & kasse : vKassen)

@@ -25,7 +25,6 @@ public:
     // The histories draw from the seed's own stream.
     explicit CMusterKassen(std::uint64_t iSaat);
     [[nodiscard]] const SMusterKasse & Ziehe(EKostentraeger eTraeger, CZufall & zufall) const;
-    [[nodiscard]] std::size_t Anzahl() const;
     // Insurers and dental associations.
     void Schreibe(CMusterSchreiber & schreiber) const;
 

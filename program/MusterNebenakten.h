@@ -17,7 +17,7 @@ public:
     explicit CMusterNebenakten(CMusterSchreiber & schreiber) : m_schreiber(schreiber) {}
     // Writes the patient's own records and enters invoice numbers into his bills, which are not written yet.
     void Patient(SMusterAkte & akte, CZufall & zufall);
-    // Writes what was kept; iJahr is the first year of the sample.
+    // Writes what was kept, and the package of the first quarter; sVon is the first day of the sample.
     void Beende(const CString & sVon);
 
 private:

@@ -1,6 +1,7 @@
 #include "Selektionsoptionen.h"
 
-#include "HvmPraxis.h"
+#include "Aufruf.h"
+#include "Praxis.h"
 
 #include "orvostatbs/host/Textfunktionen.h"
 
@@ -114,13 +115,13 @@ void FuegeZeitraumHinzu(CLI::App & app, SLaufoptionen & o) {
     app.add_option("--behandler", o.sBehandler, "Behandlernummern mit Komma dazwischen; leer: alle");
     app.add_option("--patient", o.sPatient, "Patientennummer; leer: alle");
     app.add_option("--sort", o.sSortierung, "Reihenfolge der Treffer: name oder patient")
-        ->check(CLI::IsMember({"name", "patient"}));
+        ->check(EinesVon({"name", "patient"}));
 }
 
 void FuegeLaufHinzu(CLI::App & app, SLaufoptionen & o) {
     const char * pGruppe = "Lauf";
     app.add_option("--status", o.sStatus, "Nur abgerechnet oder nur erfasst; ohne: beide")
-        ->check(CLI::IsMember({"abgerechnet", "erfasst"}))
+        ->check(EinesVon({"abgerechnet", "erfasst"}))
         ->group(pGruppe);
     app.add_flag("--nur-gesetzliche", o.bNurGesetzliche, "Nur gesetzliche Kassen")->group(pGruppe);
     app.add_flag("--nur-abrechenbare", o.bNurAbrechenbare, "Nur abrechenbare Leistungen")->group(pGruppe);

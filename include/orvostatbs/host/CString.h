@@ -209,7 +209,12 @@ public:
     void SetAt(int iPos, char cZeichen);
 
     // Below, equal to or above 0.
-    [[nodiscard]] int Compare(const CString & s) const;
+    [[nodiscard]] int Compare(const CString & s) const {
+        if (m_w == s.m_w) return 0;
+        const bool bShared = orvostat::wort::IstShared(m_w) || orvostat::wort::IstShared(s.m_w);
+        if (!bShared && ((m_w ^ s.m_w) & orvostat::wort::SHARED) == 0) return m_w < s.m_w ? -1 : 1;
+        return VergleicheZeichen(s);
+    }
     [[nodiscard]] int CompareNoCase(const CString & s) const;
 
     // First position at or behind iAb; -1 for none, also for a start outside of the text.
@@ -292,6 +297,7 @@ private:
     void SetzeBytes(std::string_view sBytes);
     void SetzeLangesUtf8(std::string_view sUtf8);
     [[nodiscard]] bool GleicherBlock(const CString & s) const;
+    [[nodiscard]] int VergleicheZeichen(const CString & s) const;
 
     std::uint64_t m_w = 0;
 };

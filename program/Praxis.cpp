@@ -1,4 +1,4 @@
-#include "HvmPraxis.h"
+#include "Praxis.h"
 
 #include "Datenbank.h"
 

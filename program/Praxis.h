@@ -1,4 +1,4 @@
-// What the commands share that work on a practice: its file, its owners, dates and weekdays as a user writes them.
+// What the commands share: an open practice, its owners, and dates and weekdays as a user writes them.
 #pragma once
 
 #include "orvostatbs/host/CString.h"
