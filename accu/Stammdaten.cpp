@@ -11,13 +11,7 @@ using namespace orvostat;
 
 namespace {
 
-// The text in lower case: itself where it is so already, as most keys are.
-CString Kleintext(const CString & s) {
-    const CSicht sicht(s);
-    const std::string_view sText = sicht;
-    const bool bKlein = std::all_of(sText.begin(), sText.end(), [](char c) { return Klein(c) == c; });
-    return bKlein ? s : CString(s).MakeLower();
-}
+CString Kleintext(CString s) { return s.MakeLower(); }
 
 template <class T> int Groesse(const T & v) { return static_cast<int>(v.size()); }
 

@@ -235,15 +235,17 @@ CString CString::Mid(int iAb, int iAnzahl) const {
         CSicht(*this).Text().substr(static_cast<std::size_t>(iAb), static_cast<std::size_t>(iAnzahl)));
 }
 
-CString & CString::MakeUpper() {
-    std::string s = Kopie(*this);
-    std::transform(s.begin(), s.end(), s.begin(), Gross);
-    return *this = CString(std::string_view(s));
-}
+CString & CString::MakeUpper() { return Wandle(Gross); }
+CString & CString::MakeLower() { return Wandle(Klein); }
 
-CString & CString::MakeLower() {
-    std::string s = Kopie(*this);
-    std::transform(s.begin(), s.end(), s.begin(), Klein);
+// Texts that the change leaves as they are, the common case of keys, stay without being built anew.
+CString & CString::Wandle(char (*fZeichen)(char)) {
+    const CSicht sicht(*this);
+    const std::string_view sAlt = sicht;
+    const auto Bleibt = [fZeichen](char c) { return fZeichen(c) == c; };
+    if (std::all_of(sAlt.begin(), sAlt.end(), Bleibt)) return *this;
+    std::string s(sAlt);
+    std::transform(s.begin(), s.end(), s.begin(), fZeichen);
     return *this = CString(std::string_view(s));
 }
 

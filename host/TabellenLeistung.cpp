@@ -1,5 +1,7 @@
 #include "orvostatbs/host/TabellenLeistung.h"
 
+#include "orvostatbs/host/Textfunktionen.h"
+
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -31,35 +33,42 @@ bool HatKassenleistung(CTBeh & beh, int iErgebnis, const std::string_view (&asNu
 // The table of changed points, read once and again after any change to the database: it is asked for every hit.
 class CPunktetafel {
 public:
-    const CString * Finde(const CString & sGoArt, const CString & sLst, const CString & sDatum) {
+    const CString * Finde(char cGoArt, const CString & sLst, const CString & sDatum) {
         if (m_iStand != CMxDatabase::Stand()) Lies();
         if (m_map.empty()) return nullptr;
-        const auto it = m_map.find(Schluessel(sGoArt, sLst));
+        const auto it = m_map.find(CString(sLst).MakeLower());
         if (it == m_map.end()) return nullptr;
         const CString * pPunkte = nullptr;
-        for (const auto & [sAb, sPunkte] : it->second) {
-            if (sAb > sDatum) break;
-            pPunkte = &sPunkte;
-        }
+        for (const SAenderung & aenderung : it->second)
+            if (aenderung.cGoArt == Klein(cGoArt) && aenderung.sAb <= sDatum) pPunkte = &aenderung.sPunkte;
         return pPunkte;
     }
 
 private:
-    static CString Schluessel(const CString & sGoArt, const CString & sLst) {
-        return CString(sGoArt + "/" + sLst).MakeLower();
-    }
+    struct SAenderung {
+        char cGoArt; // lower case
+        CString sAb;
+        CString sPunkte;
+    };
+
     void Lies() {
         m_map.clear();
         CTGoPunkte punkte(dbDatabaseRO);
         int i = punkte.GetAll();
         for (; i == 0; i = punkte.Next())
-            m_map[Schluessel(punkte.m_GOART, punkte.m_LSTNR)].emplace_back(punkte.m_PKTAB, punkte.m_PUNKTE);
+            m_map[CString(punkte.m_LSTNR).TrimRight(' ').MakeLower()].push_back(
+                {Klein(punkte.m_GOART.Erstes()), punkte.m_PKTAB, punkte.m_PUNKTE});
         // A table that could not be read to its end is read again for the next hit.
         m_iStand = i == ZEILE_KEINE ? CMxDatabase::Stand() : ~0ULL;
     }
     std::uint64_t m_iStand = ~0ULL;
-    std::unordered_map<CString, std::vector<std::pair<CString, CString>>> m_map;
+    std::unordered_map<CString, std::vector<SAenderung>> m_map; // by service, each in order of kind and day
 };
+
+CPunktetafel & Punktetafel() {
+    static CPunktetafel s_tafel;
+    return s_tafel;
+}
 
 } // namespace
 
@@ -110,9 +119,13 @@ CDBetrag CTGO::EinfachsatzToW(const CDBetrag & satz, bool, char cWaehrung) {
 
 CString CTGO::GetGebPkt(const CString & sGoArt, const CString & sLst, const CString & sPunkte,
                         const CString & sDatum) {
-    static CPunktetafel s_tafel;
-    const CString * pGeaendert = s_tafel.Finde(sGoArt, sLst, sDatum);
+    const CString * pGeaendert = Punktetafel().Finde(sGoArt.Erstes(), sLst, sDatum);
     return pGeaendert ? *pGeaendert : sPunkte;
+}
+
+int CTGO::GetGebPkt(char cGoArt, const CString & sLst, int iPunkte, const CString & sDatum) {
+    const CString * pGeaendert = Punktetafel().Finde(cGoArt, sLst, sDatum);
+    return pGeaendert ? Zahl(*pGeaendert) : iPunkte;
 }
 
 int CTGoCheck::GetByExtraFlag(const CString & sGoArt, const CString & sLst, char cFlag) {

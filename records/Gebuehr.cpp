@@ -65,8 +65,7 @@ void CGOStruct::MoveGO(CTGO * pGO, bool, CTGoCheck * pCheck) {
 }
 
 int CGOStruct::GetGebPkt(const CString & sDatum) const {
-    return Zahl(
-        CTGO::GetGebPkt(m_cGoArt == 0 ? CString() : CString(m_cGoArt), m_sLst, itoc(m_iGebPkt), sDatum));
+    return CTGO::GetGebPkt(m_cGoArt, m_sLst, m_iGebPkt, sDatum);
 }
 
 bool GetGOPosLstNr(const CString & sKuerzel, const char * pGoArt, CString & sLst) {

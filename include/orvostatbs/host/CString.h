@@ -298,6 +298,7 @@ private:
     void SetzeLangesUtf8(std::string_view sUtf8);
     [[nodiscard]] bool GleicherBlock(const CString & s) const;
     [[nodiscard]] int VergleicheZeichen(const CString & s) const;
+    CString & Wandle(char (*fZeichen)(char));
 
     std::uint64_t m_w = 0;
 };

@@ -90,6 +90,9 @@ public:
     // sPunkte as given.
     [[nodiscard]] static CString GetGebPkt(const CString & sGoArt, const CString & sLst,
                                            const CString & sPunkte, const CString & sDatum);
+    // The same for numbers, without the way through texts.
+    [[nodiscard]] static int GetGebPkt(char cGoArt, const CString & sLst, int iPunkte,
+                                       const CString & sDatum);
     // The field of that name: norm per hundred cases, which is also the commission group.
     [[nodiscard]] CString m_F100AEV() const { return m_F100AEVWERT; }
 };
