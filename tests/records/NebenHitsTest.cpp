@@ -4,7 +4,7 @@
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/Pat.h"
 
-#include "Zeilen.h"
+#include "Praxisfixture.h"
 
 #include <limits>
 
@@ -42,7 +42,7 @@ TEST(GipsHitLine, MoveGipsDeutetMerkerUndArchivdatum) {
 
 // ---- Laboratories --------------------------------------------------------------------------------------------------
 
-class CLaborTest : public CZeilenTest {
+class CLaborTest : public orvostat::CPraxisFixture {
 protected:
     static void Eintrag(const CString & sBlock, const CString & sBetrag, const CString & sAnzahl,
                         const CString & sUst) {
@@ -215,7 +215,7 @@ TEST_F(CLaborTest, OhneNummerGiltJederBlockDesKunden) {
 
 // ---- Invoices ------------------------------------------------------------------------------------------------------
 
-class CRechTest : public CZeilenTest {};
+class CRechTest : public orvostat::CPraxisFixture {};
 
 TEST_F(CRechTest, PaketIstAlleinDerKasse) {
     Zeile<CTKTraeger>([](CTKTraeger & k) {

@@ -4,7 +4,7 @@
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
-#include "Zeilen.h"
+#include "Praxisfixture.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ TEST(Pat, ClearLaesstNurGelesenStehen) {
     EXPECT_TRUE(pat.m_bPatGelesen);
 }
 
-class CPatTest : public CZeilenTest {
+class CPatTest : public orvostat::CPraxisFixture {
 protected:
     CPatTest() {
         Adresse("A1", [](CTAdr & a) { a.m_PATORT = "Anders"; });

@@ -4,11 +4,11 @@
 #include "orvostatbs/records/BehErrors.h"
 #include "orvostatbs/records/BehHitLine.h"
 
-#include "Zeilen.h"
+#include "Praxisfixture.h"
 
 namespace {
 
-class CPlanTest : public CZeilenTest {
+class CPlanTest : public orvostat::CPraxisFixture {
 protected:
     CPlanTest() {
         m_rPlan.m_PATNR = "4711";

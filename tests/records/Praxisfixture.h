@@ -24,6 +24,12 @@ protected:
         dbDatabase.Verbinde(nullptr);
         dbDatabaseRO.Verbinde(nullptr);
     }
+    // Adds the row of table class T that f fills.
+    template <class T, class F> static void Zeile(F f) {
+        T zeile(dbDatabase);
+        f(zeile);
+        EXPECT_EQ(zeile.Write(), 0);
+    }
 };
 
 } // namespace orvostat
