@@ -2,7 +2,6 @@
 // section to section, on purpose.
 #include "orvostatbs/accu/StatAccu.h"
 
-#include "Zeitraum.h"
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
 

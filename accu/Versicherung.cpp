@@ -1,7 +1,6 @@
 // Insurance periods and insurers: which one applies at a date, who is private, and the card section of the selection.
 #include "orvostatbs/accu/StatAccu.h"
 
-#include "Zeitraum.h"
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/records/Leistungsarten.h"
 

@@ -1,5 +1,7 @@
 #include "Ausgabe.h"
 
+#include "orvostatbs/host/Textfunktionen.h"
+
 #include "orvostatbs/host/Datum.h"
 
 #include <algorithm>
@@ -189,6 +191,23 @@ std::unique_ptr<CAusgabe> CAusgabe::Neu(EFormat eFormat, std::ostream & aus,
 
 std::vector<std::pair<std::string, EFormat>> Formate() {
     return {{"table", EFormat::Tabelle}, {"csv", EFormat::Csv}, {"json", EFormat::Json}};
+}
+
+CString DezimalZelle(std::int64_t iWert, int iStellen) {
+    CString sZiffern = RightFix(itoc(iWert < 0 ? -iWert : iWert), 20, '0');
+    CString s = CString(sZiffern).Left(20 - iStellen);
+    while (s.GetLength() > 1 && s.Erstes() == '0')
+        s.Delete(0);
+    s = (iWert < 0 ? "-" : "") + s + '.' + sZiffern.Mid(20 - iStellen);
+    while (iStellen > 2 && s.GetAt(s.GetLength() - 1) == '0' && iStellen-- > 2)
+        s = s.Left(s.GetLength() - 1);
+    return s;
+}
+
+CString BetragZelle(const CWBetragBasis & betrag) {
+    CString s = betrag.ToExt(0, false);
+    s.Replace(',', '.');
+    return s;
 }
 
 } // namespace orvostat

@@ -1,8 +1,10 @@
 // Rows for a person, a spreadsheet or a program.
 #pragma once
 
+#include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/host/CString.h"
 
+#include <cstdint>
 #include <iosfwd>
 #include <memory>
 #include <span>
@@ -38,6 +40,10 @@ public:
     // After the last row, also if there was none.
     virtual void Ende() = 0;
 };
+
+// Cells in that neutral form: a whole number of so many decimals (trailing zeros behind the second go), an amount.
+[[nodiscard]] CString DezimalZelle(std::int64_t iWert, int iStellen);
+[[nodiscard]] CString BetragZelle(const CWBetragBasis & betrag);
 
 // The names of the formats, for the command line: "table", "csv", "json".
 [[nodiscard]] std::vector<std::pair<std::string, EFormat>> Formate();

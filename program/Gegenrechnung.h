@@ -34,8 +34,7 @@ struct SGegenrechnung {
     std::vector<SGegensumme> vSummen; // by treater and service
 };
 
-// Values the hits of a run over the practice file sDatei (a path of the platform) and compares. iLQPunktwert is the
-// run's regional factor in ten-thousandths.
+// Values the hits of a run over the practice file sDatei (a path of the platform) and compares.
 [[nodiscard]] SGegenrechnung RechneGegen(const std::string & sDatei, const std::vector<CBehHitLine> & vHits);
 
 } // namespace orvostat

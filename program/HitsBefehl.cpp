@@ -31,23 +31,9 @@ struct SAuswahl {
 
 // ---- what a hit shows
 
-// A whole number of so many decimals, as a decimal text; empty for 0.
+// Empty for 0, so that a list shows what there is.
 CString Dezimal(std::int64_t iWert, int iStellen) {
-    if (iWert == 0) return {};
-    CString sZiffern = RightFix(itoc(iWert < 0 ? -iWert : iWert), 20, '0');
-    CString s = CString(sZiffern).Left(20 - iStellen);
-    while (s.GetLength() > 1 && s.Erstes() == '0')
-        s.Delete(0);
-    s = (iWert < 0 ? "-" : "") + s + '.' + sZiffern.Mid(20 - iStellen);
-    while (iStellen > 2 && s.GetAt(s.GetLength() - 1) == '0' && iStellen-- > 2)
-        s = s.Left(s.GetLength() - 1);
-    return s;
-}
-
-CString Betrag(const CBehHitLine & hit) {
-    CString s = hit.BETRAG.ToExt(0, false);
-    s.Replace(',', '.');
-    return s;
+    return iWert == 0 ? CString() : DezimalZelle(iWert, iStellen);
 }
 
 // The point value of an insurer service, the factor of a private one.
@@ -88,7 +74,7 @@ const SHitspalte HITSPALTEN[] = {
     {{"Menge", EZelle::Zahl, 7}, Menge},
     {{"Punkte", EZelle::Zahl, 8}, Punkte},
     {{"PW/Faktor", EZelle::Zahl, 9}, Satz},
-    {{"Betrag", EZelle::Zahl, 10}, Betrag},
+    {{"Betrag", EZelle::Zahl, 10}, [](const CBehHitLine & h) { return BetragZelle(h.BETRAG); }},
     {{"Text", EZelle::Text, 34}, Leistungstext},
 };
 
@@ -137,8 +123,8 @@ int Oeffne(CTBeh & beh, const SAuswahl & auswahl, const CString & sVon, const CS
 }
 
 void Zeige(const SAuswahl & auswahl) {
-    const CString sVon = Grenze(auswahl.sVon, "19800101");
-    const CString sBis = Grenze(auswahl.sBis, "99991231");
+    const CString sVon = Grenze(auswahl.sVon, ERSTER_TAG);
+    const CString sBis = Grenze(auswahl.sBis, LETZTER_TAG);
     const CPraxis praxis(auswahl.sDatei, EModus::Lesen);
     const CString sBehandler = PruefeBehandler(auswahl.sBehandler);
     const std::vector<SAusgabespalte> vSpalten = Spalten();

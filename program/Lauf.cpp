@@ -1,5 +1,6 @@
 #include "Lauf.h"
 
+#include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Oberflaeche.h"
 
 #include <algorithm>
@@ -16,8 +17,8 @@ constexpr long FORTSCHRITT_MAX = 1000;
 
 CLauf::CLauf(CStatAccu & accu, const SLaufauftrag & auftrag)
     : m_accu(accu), m_auftrag(auftrag), m_rPlan(dbDatabaseRO), m_rBehPlan(dbDatabaseRO) {
-    m_sVon = accu.GetAbDatum().IsEmpty() ? CString("19800101") : accu.GetAbDatum();
-    m_sBis = accu.GetBisDatum().IsEmpty() ? CString("99991231") : accu.GetBisDatum();
+    m_sVon = Oder(accu.GetAbDatum(), ERSTER_TAG);
+    m_sBis = Oder(accu.GetBisDatum(), LETZTER_TAG);
 }
 
 bool CLauf::Vorlauf() {
@@ -124,7 +125,7 @@ bool CLauf::NimmPatient(const CString & sPatNr) {
     if (sPatNr != m_sPatNr) {
         m_sPatNr = sPatNr;
         m_iPat = m_accu.GetPat(sPatNr, true);
-        if (m_iPat < 0 && !m_accu.m_mapVDesc.contains(sPatNr)) m_accu.GetVDesc(sPatNr, "19800101");
+        if (m_iPat < 0 && !m_accu.m_mapVDesc.contains(sPatNr)) m_accu.GetVDesc(sPatNr, ERSTER_TAG);
         CPat ohne;
         ohne.Clear();
         m_bPatient = PatientPasst(m_iPat < 0 ? ohne : m_accu.m_vPat[static_cast<std::size_t>(m_iPat)]);

@@ -102,7 +102,7 @@ void FuehreErklaerungAus(const SErklaerbefehl & befehl) {
     int iHits = 0;
     // All treatments of the patient up to the day: a plan's mixed point value comes from its first service.
     CTBeh & beh = *accu.m_pRBeh;
-    for (int i = beh.GetForPatSel(accu.GetPatient(), "19800101", sTag, CString(), true); i == 0;
+    for (int i = beh.GetForPatSel(accu.GetPatient(), ERSTER_TAG, sTag, CString(), true); i == 0;
          i = beh.Next()) {
         spur.Leere();
         if (!lauf.BaueHit(beh) || beh.m_DATUM != sTag || beh.m_LSTNR.IsEmpty()) continue;

@@ -25,18 +25,6 @@ struct SSumme {
     }
 };
 
-CString MitPunkt(const CWBetragBasis & betrag) {
-    CString s = CDBetrag(betrag).ToExt(0, false);
-    s.Replace(',', '.');
-    return s;
-}
-
-CString Hundertstel(std::int64_t i) {
-    CString s;
-    s.Format("%ld.%02ld"_t, static_cast<long>(i / 100), static_cast<long>(i % 100));
-    return s;
-}
-
 constexpr SAusgabespalte SUMMENSPALTEN[] = {{"Gruppe", EZelle::Text, 34},
                                             {"Hits", EZelle::Zahl, 10},
                                             {"Punkte", EZelle::Zahl, 14},
@@ -47,7 +35,8 @@ void ZeigeGruppen(std::ostream & aus, const char * pTitel, const std::map<CStrin
     const auto pAusgabe = CAusgabe::Neu(EFormat::Tabelle, aus, SUMMENSPALTEN);
     SSumme gesamt;
     const auto Gib = [&](const CString & sName, const SSumme & summe) {
-        pAusgabe->Zeile({sName, itoc(summe.iHits), Hundertstel(summe.iPunkte), MitPunkt(summe.betrag)});
+        pAusgabe->Zeile(
+            {sName, itoc(summe.iHits), DezimalZelle(summe.iPunkte, 2), BetragZelle(summe.betrag)});
     };
     for (const auto & [sName, summe] : map) {
         Gib(sName, summe);
@@ -174,7 +163,7 @@ void ZeigeHits(std::ostream & aus, const CStatAccu & accu, EFormat eFormat) {
     for (const CBehHitLine & hit : accu.m_vBehHits)
         pAusgabe->Zeile({hit.DATUM, Trim(hit.PATNR), hit.PATNAME, Trim(hit.BEHANDLERNR), Trim(hit.PRAXISNR),
                          hit.KASKUERZEL, Buchstabe(hit.ABRART), Buchstabe(hit.GOART), hit.LSTNR,
-                         Hundertstel(hit.ANZAHL), Hundertstel(hit.PUNKTE), MitPunkt(hit.BETRAG)});
+                         DezimalZelle(hit.ANZAHL, 2), DezimalZelle(hit.PUNKTE, 2), BetragZelle(hit.BETRAG)});
     pAusgabe->Ende();
 }
 

@@ -3,6 +3,7 @@
 #include "Aufruf.h"
 #include "Praxis.h"
 
+#include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <CLI/CLI.hpp>
@@ -191,8 +192,7 @@ void SetzeKarte(const CLI::App & app, const SLaufoptionen & o, CSelektion & s) {
     if (!Gesetzt(app, "--karte") && !o.bKarteFehlt) return;
     const CBereich karte = Datumsbereich(o.sKarte);
     s.SetChKvk(true);
-    s.SetKvkDatum(karte.first.IsEmpty() ? CString("19800101") : karte.first,
-                  karte.second.IsEmpty() ? CString("99991231") : karte.second);
+    s.SetKvkDatum(Oder(karte.first, ERSTER_TAG), Oder(karte.second, LETZTER_TAG));
     s.SetKvkFehlt(o.bKarteFehlt);
     const auto Hat = [&o](char c) { return o.sKartenarten.find(c) != std::string::npos; };
     s.SetKvkDurchzug(Hat('G'));

@@ -91,7 +91,7 @@ void CMdStruct::MoveMd(CTMandantAdr * pMd) {
     if (pMd->m_MDABAKTIV != "1")
         m_sMdAb.Empty();
     else if (m_sMdAb.IsEmpty())
-        m_sMdAb = "19800101";
+        m_sMdAb = ERSTER_TAG;
 }
 
 // ---- treater

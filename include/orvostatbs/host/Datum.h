@@ -62,6 +62,15 @@ private:
 
 namespace orvostat {
 
+// The bounds of a period that a selection leaves open.
+inline constexpr CString ERSTER_TAG = "19800101";
+inline constexpr CString LETZTER_TAG = "99991231";
+
+// The text, or the other one where it is empty; a reference to one of the two.
+[[nodiscard]] inline const CString & Oder(const CString & s, const CString & sErsatz) {
+    return s.IsEmpty() ? sErsatz : s;
+}
+
 // The text is eight digits and a day of the calendar.
 [[nodiscard]] bool GueltigesDatum(const CString & sDatum);
 // 1 Sunday to 7 Saturday; 0 for a text that is no day of the calendar.
