@@ -55,8 +55,8 @@ CAnweisung CSqliteDatei::NimmWeg(const STabelle & tabelle, const SBereich & bere
     std::vector<CAnweisung> & vFreie = Freie(tabelle, bereich);
     CAnweisung pAnweisung;
     if (vFreie.empty()) {
-        pAnweisung = Bereite(schema::Weg(tabelle, bereich.iSchluessel, bereich.bAbsteigend,
-                                         !bereich.sBis.empty(), !m_bNurLesen));
+        pAnweisung = Bereite(
+            schema::Weg(tabelle, bereich.iSchluessel, bereich.bAbsteigend, !bereich.sBis.empty(), Dazu()));
         if (!pAnweisung) return nullptr;
     } else {
         pAnweisung = std::move(vFreie.back());
@@ -73,6 +73,10 @@ void CSqliteDatei::GibWeg(const STabelle & tabelle, const SBereich & bereich, CA
     sqlite3_reset(pAnweisung.get());
     std::vector<CAnweisung> & vFreie = Freie(tabelle, bereich);
     if (vFreie.size() < FREIE_HOECHSTENS) vFreie.push_back(std::move(pAnweisung));
+}
+
+void CSqliteDatei::EndetWeg() {
+    if (--m_iLaufende == 0) ++m_iStand;
 }
 
 // ---- groups

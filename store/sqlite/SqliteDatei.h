@@ -1,6 +1,8 @@
 // An open file: its connection, the statements made for it and the group of writes.
 #pragma once
 
+#include "SqliteSchema.h"
+
 #include "orvostatbs/sqlite/SqliteSpeicher.h"
 
 #include <array>
@@ -27,6 +29,15 @@ struct SPlatz {
     std::vector<std::string> vSchluessel;
 };
 
+// Reads a column of the row under a statement; false if there is no memory for it.
+[[nodiscard]] inline bool LiesText(sqlite3_stmt * pAnweisung, int iSpalte, CString & sText) {
+    const auto * pText = reinterpret_cast<const char *>(sqlite3_column_text(pAnweisung, iSpalte));
+    const auto iLaenge = static_cast<std::size_t>(sqlite3_column_bytes(pAnweisung, iSpalte));
+    if (pText == nullptr && iLaenge > 0) return false;
+    sText.SetzeUtf8(pText, iLaenge);
+    return true;
+}
+
 class CSqliteDatei {
 public:
     CSqliteDatei(CVerbindung pVerbindung, bool bNurLesen)
@@ -41,6 +52,12 @@ public:
     [[nodiscard]] CAnweisung NimmWeg(const STabelle & tabelle, const SBereich & bereich);
     void GibWeg(const STabelle & tabelle, const SBereich & bereich, CAnweisung pAnweisung);
 
+    // A walk has read its first row; it has ended. From the first to the last of them all walks see the same rows,
+    // unless this connection changes some: that time has a number of its own in Lesestand, which is 0 without a walk.
+    void BeginntWeg() { ++m_iLaufende; }
+    void EndetWeg();
+    [[nodiscard]] std::uint64_t Lesestand() const { return m_iLaufende > 0 ? m_iStand : 0; }
+
     int Fuege(const STabelle & tabelle, CWerte vWerte);
     int Loesche(const STabelle & tabelle, const SPlatz & platz);
     // platz becomes the row's new place.
@@ -52,6 +69,10 @@ public:
     // The last running number, as far as a group is open; else -1.
     [[nodiscard]] std::int64_t LaufnummerInGruppe() const { return m_iTiefe > 0 ? m_iLfd : -1; }
 
+    // What a walk reads beside the columns: the places of its rows, where they can be changed.
+    [[nodiscard]] schema::EDazu Dazu() const {
+        return m_bNurLesen ? schema::EDazu::Nichts : schema::EDazu::Platz;
+    }
     // Prepares a statement; null, and the failure noted, if that does not go.
     [[nodiscard]] CAnweisung Bereite(std::string_view sSql);
     // Runs a statement without result, or a text of such.
@@ -75,6 +96,8 @@ private:
 
     CVerbindung m_pVerbindung; // first: the statements end before it
     bool m_bNurLesen;
+    int m_iLaufende = 0; // walks between their first row and their end
+    std::uint64_t m_iStand = 1;
     std::unordered_map<const STabelle *, STabellenstand> m_mapTabellen;
     int m_iTiefe = 0;
     bool m_bVerworfen = false;

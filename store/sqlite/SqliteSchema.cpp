@@ -73,11 +73,12 @@ std::vector<std::pair<std::string, std::string>> Objekte() {
     return vObjekte;
 }
 
-std::string Weg(const STabelle & tabelle, int iSchluessel, bool bAbsteigend, bool bBis, bool bMitPlatz) {
+std::string Weg(const STabelle & tabelle, int iSchluessel, bool bAbsteigend, bool bBis, EDazu eDazu) {
     const std::string sSchluessel = Schluesselspalte(static_cast<std::size_t>(iSchluessel));
     const std::string sRichtung = bAbsteigend ? " DESC" : "";
-    std::string s = "SELECT " + Liste(bMitPlatz ? Alle(tabelle) : Spalten(tabelle));
-    if (bMitPlatz) s += ", (" + std::string(LIES_LAUFNUMMER) + ")";
+    std::string s = "SELECT " + Liste(eDazu == EDazu::Platz ? Alle(tabelle) : Spalten(tabelle));
+    if (eDazu == EDazu::Platz) s += ", (" + std::string(LIES_LAUFNUMMER) + ")";
+    if (eDazu == EDazu::Schluessel) s += ", " + sSchluessel;
     s += " FROM " + Tabelle(tabelle) + " WHERE " + sSchluessel + " >= ?1";
     if (bBis) s += " AND " + sSchluessel + " < ?2";
     return s + " ORDER BY " + sSchluessel + sRichtung + ", \"LFD\"" + sRichtung;

@@ -21,10 +21,16 @@ inline constexpr const char * ERSTE_LAUFNUMMER = R"(INSERT INTO "LAUFNUMMER" VAL
 inline constexpr std::string_view LIES_LAUFNUMMER = R"(SELECT "LETZTE" FROM "LAUFNUMMER")";
 inline constexpr std::string_view SCHREIBE_LAUFNUMMER = R"(UPDATE "LAUFNUMMER" SET "LETZTE" = ?1)";
 
-// A walk: parameters 1 and 2 are the bounds, the second only if bBis. The result has the columns of the table and,
-// with bMitPlatz, LFD, the keys and the last running number when the walk began.
+// What the rows of a walk have behind the columns of the table.
+enum class EDazu {
+    Nichts,
+    Schluessel, // the key of the walk
+    Platz,      // LFD, the keys and the last running number when the walk began
+};
+
+// A walk: parameters 1 and 2 are the bounds, the second only if bBis.
 [[nodiscard]] std::string Weg(const STabelle & tabelle, int iSchluessel, bool bAbsteigend, bool bBis,
-                              bool bMitPlatz);
+                              EDazu eDazu);
 // The parameters are the columns, LFD and the keys; for Aendere the former LFD and key 1 follow, and Loesche has only
 // these two.
 [[nodiscard]] std::string Fuege(const STabelle & tabelle);

@@ -1,5 +1,6 @@
 #include "SqliteDatei.h"
 #include "SqliteSchema.h"
+#include "SqliteVorrat.h"
 #include "SqliteWeg.h"
 
 #include "orvostatbs/host/Tabellen.h"
@@ -199,10 +200,12 @@ std::shared_ptr<CSqliteSpeicher> CSqliteSpeicher::OeffneDatei(const std::string 
     return std::shared_ptr<CSqliteSpeicher>(new CSqliteSpeicher(std::move(pDatei)));
 }
 
-CSqliteSpeicher::CSqliteSpeicher(std::unique_ptr<CSqliteDatei> pDatei) : m_pDatei(std::move(pDatei)) {}
+CSqliteSpeicher::CSqliteSpeicher(std::unique_ptr<CSqliteDatei> pDatei)
+    : m_pDatei(std::move(pDatei)), m_pVorrat(std::make_unique<CSqliteVorrat>(*m_pDatei)) {}
 CSqliteSpeicher::~CSqliteSpeicher() = default;
 
 std::unique_ptr<CZeilenmenge> CSqliteSpeicher::Oeffne(const STabelle & tabelle, const SBereich & bereich) {
+    if (auto pWeg = m_pVorrat->Oeffne(tabelle, bereich)) return pWeg;
     CAnweisung pAnweisung = m_pDatei->NimmWeg(tabelle, bereich);
     if (!pAnweisung) return nullptr;
     return std::make_unique<CSqliteWeg>(*m_pDatei, tabelle, bereich, std::move(pAnweisung));
@@ -218,7 +221,7 @@ bool CSqliteSpeicher::NurLesen() const { return m_pDatei->NurLesen(); }
 const std::string & CSqliteSpeicher::LetzterFehler() const { return m_pDatei->LetzterFehler(); }
 
 std::string CSqliteSpeicher::WegSql(const STabelle & tabelle) const {
-    return schema::Weg(tabelle, 1, false, false, !NurLesen());
+    return schema::Weg(tabelle, 1, false, false, m_pDatei->Dazu());
 }
 
 std::vector<CString> CSqliteSpeicher::Pruefe() {

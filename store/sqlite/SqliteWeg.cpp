@@ -9,10 +9,14 @@ CSqliteWeg::CSqliteWeg(CSqliteDatei & datei, const STabelle & tabelle, const SBe
     : m_datei(datei), m_tabelle(tabelle), m_bereich(bereich), m_pAnweisung(std::move(pAnweisung)),
       m_iBisLfd(datei.LaufnummerInGruppe()) {}
 
-CSqliteWeg::~CSqliteWeg() { m_datei.GibWeg(m_tabelle, m_bereich, std::move(m_pAnweisung)); }
+CSqliteWeg::~CSqliteWeg() {
+    m_datei.GibWeg(m_tabelle, m_bereich, std::move(m_pAnweisung));
+    if (m_bLaeuft) m_datei.EndetWeg();
+}
 
 int CSqliteWeg::Ende(int iErgebnis) {
     sqlite3_reset(m_pAnweisung.get());
+    if (std::exchange(m_bLaeuft, false)) m_datei.EndetWeg();
     return m_iEnde = iErgebnis;
 }
 
@@ -32,13 +36,11 @@ int CSqliteWeg::Naechste(CFelder vFelder) {
         const int iSchritt = sqlite3_step(p);
         if (iSchritt == SQLITE_DONE) return Ende(ZEILE_KEINE);
         if (iSchritt != SQLITE_ROW) return Ende(m_datei.Fehler());
+        if (!std::exchange(m_bLaeuft, true)) m_datei.BeginntWeg();
     } while (!m_datei.NurLesen() && SpaeterGeschrieben());
     int i = 0;
     for (CString * pFeld : vFelder) {
-        const auto * pText = reinterpret_cast<const char *>(sqlite3_column_text(p, i));
-        const auto iLaenge = static_cast<std::size_t>(sqlite3_column_bytes(p, i++));
-        if (pText == nullptr && iLaenge > 0) return Ende(m_datei.Fehler()); // out of memory
-        pFeld->SetzeUtf8(pText, iLaenge);
+        if (!LiesText(p, i++, *pFeld)) return Ende(m_datei.Fehler());
     }
     m_bZeile = true;
     return ZEILE_OK;

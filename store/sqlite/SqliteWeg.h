@@ -26,6 +26,7 @@ private:
     CAnweisung m_pAnweisung;
     std::int64_t m_iBisLfd; // rows written later do not belong to the walk; -1 until the first step tells
     int m_iEnde = ZEILE_OK; // what ended the walk
+    bool m_bLaeuft = false; // between its first row and its end
     bool m_bZeile = false;  // the statement stands on a row that is still there
     bool m_bPlatz = false;  // m_platz is its place
     SPlatz m_platz;

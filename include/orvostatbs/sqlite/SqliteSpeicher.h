@@ -23,6 +23,7 @@
 namespace orvostat {
 
 class CSqliteDatei;
+class CSqliteVorrat;
 
 enum class EModus {
     Lesen,          // never writes, whatever is asked of it
@@ -63,6 +64,7 @@ public:
 private:
     explicit CSqliteSpeicher(std::unique_ptr<CSqliteDatei> pDatei);
     std::unique_ptr<CSqliteDatei> m_pDatei;
+    std::unique_ptr<CSqliteVorrat> m_pVorrat; // its statements end before the file's connection
 };
 
 } // namespace orvostat

@@ -1,0 +1,139 @@
+#include "SqliteVorrat.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace orvostat {
+
+namespace {
+
+constexpr std::size_t ZEILEN_MIN =
+    2; // of a block: the one asked for and the one behind it, which ends its range
+constexpr std::size_t ZEILEN_MAX = 64;
+constexpr std::size_t ZEILEN_JE_BEREICH = 8; // so many are read to complete a range
+
+} // namespace
+
+// Rows that follow each other under a key.
+struct SVorratsblock {
+    explicit SVorratsblock(std::size_t iBreite) : iSpalten(iBreite) {}
+
+    const std::size_t iSpalten;
+    std::string
+        sVon; // all rows from these key bytes on are here: to the end of the table, or before the last one's
+    bool bBisEnde = false;
+    std::size_t iZeilen = 0;
+    std::vector<CString> vTexte;          // iSpalten of each row; this and the next have room for more
+    std::vector<std::string> vSchluessel; // key bytes of each row
+
+    void Leere(const std::string & sAb) {
+        sVon = sAb;
+        bBisEnde = false;
+        iZeilen = 0;
+    }
+    // Adds the row under a statement; false if there is no memory for it.
+    [[nodiscard]] bool Nimm(sqlite3_stmt * pAnweisung) {
+        if (iZeilen == vSchluessel.size()) {
+            vSchluessel.emplace_back();
+            vTexte.resize(vTexte.size() + iSpalten);
+        }
+        for (std::size_t i = 0; i < iSpalten; ++i)
+            if (!LiesText(pAnweisung, static_cast<int>(i), vTexte[iZeilen * iSpalten + i])) return false;
+        const auto iSchluessel = static_cast<int>(iSpalten);
+        const auto * pBytes = static_cast<const char *>(sqlite3_column_blob(pAnweisung, iSchluessel));
+        const auto iLaenge = static_cast<std::size_t>(sqlite3_column_bytes(pAnweisung, iSchluessel));
+        if (pBytes == nullptr && iLaenge > 0) return false;
+        vSchluessel[iZeilen++].assign(pBytes == nullptr ? "" : pBytes, iLaenge);
+        return true;
+    }
+    // Whether no row before sBis is missing at the end.
+    [[nodiscard]] bool ReichtBis(const std::string & sBis) const {
+        return bBisEnde || (iZeilen > 0 && vSchluessel[iZeilen - 1] >= sBis);
+    }
+    // How many rows have a lesser key, at least iAb.
+    [[nodiscard]] std::size_t Vor(std::string_view sBytes, std::size_t iAb) const {
+        const auto anfang = vSchluessel.begin();
+        const auto ende = anfang + static_cast<std::ptrdiff_t>(iZeilen);
+        const auto it = std::lower_bound(anfang + static_cast<std::ptrdiff_t>(iAb), ende, sBytes);
+        return static_cast<std::size_t>(it - anfang);
+    }
+};
+
+namespace {
+
+class CVorratsweg final : public CZeilenmenge {
+public:
+    CVorratsweg(std::shared_ptr<const SVorratsblock> pBlock, const SBereich & bereich)
+        : m_pBlock(std::move(pBlock)), m_bAbsteigend(bereich.bAbsteigend),
+          m_iVon(m_pBlock->Vor(bereich.sVon, 0)), m_iBis(m_pBlock->Vor(bereich.sBis, m_iVon)) {}
+
+    int Naechste(CFelder vFelder) override {
+        if (m_iVon >= m_iBis) return ZEILE_KEINE;
+        const std::size_t iZeile = m_bAbsteigend ? --m_iBis : m_iVon++;
+        const CString * pText = &m_pBlock->vTexte[iZeile * m_pBlock->iSpalten];
+        for (CString * pFeld : vFelder)
+            *pFeld = *pText++;
+        return ZEILE_OK;
+    }
+    int Loesche() override { return ZEILE_VERWEIGERT; }
+    int Ersetze(CWerte) override { return ZEILE_VERWEIGERT; }
+
+private:
+    std::shared_ptr<const SVorratsblock> m_pBlock;
+    bool m_bAbsteigend;
+    std::size_t m_iVon; // the rows ahead
+    std::size_t m_iBis;
+};
+
+} // namespace
+
+std::unique_ptr<CZeilenmenge> CSqliteVorrat::Oeffne(const STabelle & tabelle, const SBereich & bereich) {
+    const std::uint64_t iStand = m_datei.Lesestand();
+    const auto iSchluessel = static_cast<std::size_t>(bereich.iSchluessel - 1);
+    if (!m_datei.NurLesen() || iStand == 0 || bereich.sBis.empty() ||
+        iSchluessel >= tabelle.vSchluessel.size())
+        return nullptr;
+    SReihe & reihe = m_mapReihen[&tabelle][iSchluessel];
+    const auto HatVon = [&](const std::string & sAb) {
+        return reihe.iStand == iStand && reihe.pBlock->sVon <= bereich.sVon && reihe.pBlock->ReichtBis(sAb);
+    };
+    if (HatVon(bereich.sBis)) {
+        reihe.bGenutzt = true;
+    } else {
+        // A range that begins in the block or right behind it shows as well that the rows are read in order.
+        const bool bInFolge = reihe.bGenutzt || HatVon(bereich.sVon);
+        reihe.iZeilen = bInFolge ? std::min(reihe.iZeilen * 2, ZEILEN_MAX) : ZEILEN_MIN;
+        reihe.bGenutzt = false;
+        reihe.iStand = Lies(reihe, tabelle, bereich) ? iStand : 0;
+        if (!HatVon(bereich.sBis)) return nullptr;
+    }
+    return std::make_unique<CVorratsweg>(reihe.pBlock, bereich);
+}
+
+// Fills the block from the start of the range on; false if the file failed, which a walk in the file will then tell.
+bool CSqliteVorrat::Lies(SReihe & reihe, const STabelle & tabelle, const SBereich & bereich) {
+    if (!reihe.pAnweisung)
+        reihe.pAnweisung = m_datei.Bereite(
+            schema::Weg(tabelle, bereich.iSchluessel, false, false, schema::EDazu::Schluessel));
+    sqlite3_stmt * const pAnweisung = reihe.pAnweisung.get();
+    if (pAnweisung == nullptr) return false;
+    // A walk may still stand on the former block.
+    if (!reihe.pBlock || reihe.pBlock.use_count() > 1)
+        reihe.pBlock = std::make_shared<SVorratsblock>(tabelle.vSpalten.size());
+    SVorratsblock & block = *reihe.pBlock;
+    block.Leere(bereich.sVon);
+    sqlite3_bind_blob64(pAnweisung, 1, block.sVon.data(), block.sVon.size(), SQLITE_STATIC);
+    bool bGut = true;
+    while (bGut && !block.bBisEnde &&
+           (block.iZeilen < reihe.iZeilen ||
+            (block.iZeilen < ZEILEN_JE_BEREICH && !block.ReichtBis(bereich.sBis)))) {
+        const int iSchritt = sqlite3_step(pAnweisung);
+        block.bBisEnde = iSchritt == SQLITE_DONE;
+        bGut = block.bBisEnde || (iSchritt == SQLITE_ROW && block.Nimm(pAnweisung));
+    }
+    sqlite3_reset(pAnweisung);
+    return bGut;
+}
+
+} // namespace orvostat
