@@ -18,6 +18,29 @@ void BindeBytes(sqlite3_stmt * pAnweisung, int i, std::string_view s) {
 
 } // namespace
 
+CVerbindung Verbinde(const std::string & sPfad, int iArt, int iGeduld) {
+    sqlite3 * p = nullptr;
+    const int iErgebnis = sqlite3_open_v2(sPfad.c_str(), &p, iArt | SQLITE_OPEN_NOMUTEX, nullptr);
+    CVerbindung pVerbindung(p);
+    if (iErgebnis != SQLITE_OK) return nullptr;
+    sqlite3_busy_timeout(p, iGeduld);
+    // What a file brings along never runs.
+    sqlite3_db_config(p, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(p, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(p, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    return pVerbindung;
+}
+
+std::unique_ptr<CSqliteDatei> CSqliteDatei::Zweite() const {
+    CVerbindung pZweite = Verbinde(sqlite3_db_filename(Verbindung(), "main"), SQLITE_OPEN_READONLY, 0);
+    int iBewegt = 1;
+    if (!pZweite ||
+        sqlite3_file_control(Verbindung(), "main", SQLITE_FCNTL_HAS_MOVED, &iBewegt) != SQLITE_OK ||
+        iBewegt != 0)
+        return nullptr;
+    return std::make_unique<CSqliteDatei>(std::move(pZweite), true);
+}
+
 int CSqliteDatei::Fehler() {
     m_sFehler = sqlite3_errmsg(Verbindung());
     return ZEILE_FEHLER;

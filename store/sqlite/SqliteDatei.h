@@ -23,6 +23,10 @@ struct SSchliesser {
 using CVerbindung = std::unique_ptr<sqlite3, SSchliesser>;
 using CAnweisung = std::unique_ptr<sqlite3_stmt, SSchliesser>;
 
+// Opens a connection to the file at a path in UTF-8, with SQLite's open flags; null if that fails. It waits so many
+// milliseconds for another program's lock.
+[[nodiscard]] CVerbindung Verbinde(const std::string & sPfad, int iArt, int iGeduld);
+
 // Where a row lies in its table.
 struct SPlatz {
     std::int64_t iLfd = 0;
@@ -45,6 +49,9 @@ public:
 
     [[nodiscard]] sqlite3 * Verbindung() const { return m_pVerbindung.get(); }
     [[nodiscard]] bool NurLesen() const { return m_bNurLesen; }
+    // The same file for reading over a connection of its own, which waits for nobody; null where there is none, or
+    // where the file's path leads to another file by now.
+    [[nodiscard]] std::unique_ptr<CSqliteDatei> Zweite() const;
     [[nodiscard]] const std::string & LetzterFehler() const { return m_sFehler; }
 
     // A statement for a walk, out of those that are free or new, with its bounds; null if the store failed. Gib

@@ -26,6 +26,12 @@ constexpr int GEDULD_MS = 5000;
 
 constexpr int SEITE = 8192;
 
+// As SQLite takes paths.
+std::string AlsUtf8(const fs::path & pfad) {
+    const std::u8string s = pfad.u8string();
+    return {s.begin(), s.end()};
+}
+
 // Why a file is refused; the sentence goes on behind its name.
 using CGrund = std::optional<CString>;
 
@@ -91,22 +97,6 @@ CString Grund(int iErgebnis) {
     }
 }
 
-// Opens the connection; null if that fails.
-CVerbindung Verbinde(const fs::path & pfad, int iArt) {
-    sqlite3 * p = nullptr;
-    const std::u8string sPfad = pfad.u8string();
-    const int iErgebnis = sqlite3_open_v2(reinterpret_cast<const char *>(sPfad.c_str()), &p,
-                                          iArt | SQLITE_OPEN_NOMUTEX, nullptr);
-    CVerbindung pVerbindung(p);
-    if (iErgebnis != SQLITE_OK) return nullptr;
-    sqlite3_busy_timeout(p, GEDULD_OEFFNEN_MS);
-    // What a file brings along never runs.
-    sqlite3_db_config(p, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_db_config(p, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
-    sqlite3_db_config(p, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    return pVerbindung;
-}
-
 CGrund PruefeSchema(CSqliteDatei & datei) {
     const CAnweisung pAnweisung = datei.Bereite("SELECT name, sql FROM sqlite_schema WHERE sql IS NOT NULL");
     if (!pAnweisung) return Grund(sqlite3_errcode(datei.Verbindung()));
@@ -143,7 +133,8 @@ CGrund PruefeTabellen(CSqliteDatei & datei) {
 
 CGrund OeffneVorhandene(const fs::path & pfad, bool bNurLesen, std::unique_ptr<CSqliteDatei> & pDatei) {
     if (CGrund grund = PruefeDatei(pfad)) return grund;
-    CVerbindung pVerbindung = Verbinde(pfad, bNurLesen ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+    CVerbindung pVerbindung =
+        Verbinde(AlsUtf8(pfad), bNurLesen ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE, GEDULD_OEFFNEN_MS);
     if (!pVerbindung) return Grund(SQLITE_CANTOPEN);
     if (!bNurLesen && sqlite3_db_readonly(pVerbindung.get(), "main") != 0) return "ist schreibgeschützt."_t;
     pDatei = std::make_unique<CSqliteDatei>(std::move(pVerbindung), bNurLesen);
@@ -169,7 +160,8 @@ CGrund MacheNeue(const fs::path & pfad, bool bUngesichert, std::unique_ptr<CSqli
     std::error_code fehler;
     if (!pfad.has_filename()) return "ist kein Dateiname."_t;
     if (fs::exists(fs::symlink_status(pfad, fehler))) return "gibt es schon."_t;
-    CVerbindung pVerbindung = Verbinde(pfad, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    CVerbindung pVerbindung =
+        Verbinde(AlsUtf8(pfad), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, GEDULD_OEFFNEN_MS);
     if (!pVerbindung)
         return "lässt sich nicht anlegen; vermutlich fehlt das Verzeichnis oder die Berechtigung."_t;
     pDatei = std::make_unique<CSqliteDatei>(std::move(pVerbindung), false);

@@ -15,46 +15,40 @@ constexpr std::size_t ZEILEN_JE_BEREICH = 8; // so many are read to complete a r
 
 } // namespace
 
-// Rows that follow each other under a key.
+// Rows under a key from one place on, with their key bytes.
 struct SVorratsblock {
-    explicit SVorratsblock(std::size_t iBreite) : iSpalten(iBreite) {}
+    explicit SVorratsblock(std::size_t iSpalten)
+        : iSchluesselspalte(static_cast<int>(iSpalten)), zeilen(iSpalten) {}
 
-    const std::size_t iSpalten;
+    const int iSchluesselspalte;
+    CSqliteBlock zeilen;
+    std::vector<std::string> vSchluessel; // of each row, with room for more
     std::string
         sVon; // all rows from these key bytes on are here: to the end of the table, or before the last one's
     bool bBisEnde = false;
-    std::size_t iZeilen = 0;
-    std::vector<CString> vTexte;          // iSpalten of each row; this and the next have room for more
-    std::vector<std::string> vSchluessel; // key bytes of each row
 
     void Leere(const std::string & sAb) {
+        zeilen.Leere();
         sVon = sAb;
         bBisEnde = false;
-        iZeilen = 0;
     }
     // Adds the row under a statement; false if there is no memory for it.
     [[nodiscard]] bool Nimm(sqlite3_stmt * pAnweisung) {
-        if (iZeilen == vSchluessel.size()) {
-            vSchluessel.emplace_back();
-            vTexte.resize(vTexte.size() + iSpalten);
-        }
-        for (std::size_t i = 0; i < iSpalten; ++i)
-            if (!LiesText(pAnweisung, static_cast<int>(i), vTexte[iZeilen * iSpalten + i])) return false;
-        const auto iSchluessel = static_cast<int>(iSpalten);
-        const auto * pBytes = static_cast<const char *>(sqlite3_column_blob(pAnweisung, iSchluessel));
-        const auto iLaenge = static_cast<std::size_t>(sqlite3_column_bytes(pAnweisung, iSchluessel));
-        if (pBytes == nullptr && iLaenge > 0) return false;
-        vSchluessel[iZeilen++].assign(pBytes == nullptr ? "" : pBytes, iLaenge);
+        const auto * pBytes = static_cast<const char *>(sqlite3_column_blob(pAnweisung, iSchluesselspalte));
+        const auto iLaenge = static_cast<std::size_t>(sqlite3_column_bytes(pAnweisung, iSchluesselspalte));
+        if ((pBytes == nullptr && iLaenge > 0) || !zeilen.Nimm(pAnweisung)) return false;
+        if (vSchluessel.size() < zeilen.Zeilen()) vSchluessel.emplace_back();
+        vSchluessel[zeilen.Zeilen() - 1].assign(pBytes == nullptr ? "" : pBytes, iLaenge);
         return true;
     }
     // Whether no row before sBis is missing at the end.
     [[nodiscard]] bool ReichtBis(const std::string & sBis) const {
-        return bBisEnde || (iZeilen > 0 && vSchluessel[iZeilen - 1] >= sBis);
+        return bBisEnde || (zeilen.Zeilen() > 0 && vSchluessel[zeilen.Zeilen() - 1] >= sBis);
     }
     // How many rows have a lesser key, at least iAb.
     [[nodiscard]] std::size_t Vor(std::string_view sBytes, std::size_t iAb) const {
         const auto anfang = vSchluessel.begin();
-        const auto ende = anfang + static_cast<std::ptrdiff_t>(iZeilen);
+        const auto ende = anfang + static_cast<std::ptrdiff_t>(zeilen.Zeilen());
         const auto it = std::lower_bound(anfang + static_cast<std::ptrdiff_t>(iAb), ende, sBytes);
         return static_cast<std::size_t>(it - anfang);
     }
@@ -70,10 +64,7 @@ public:
 
     int Naechste(CFelder vFelder) override {
         if (m_iVon >= m_iBis) return ZEILE_KEINE;
-        const std::size_t iZeile = m_bAbsteigend ? --m_iBis : m_iVon++;
-        const CString * pText = &m_pBlock->vTexte[iZeile * m_pBlock->iSpalten];
-        for (CString * pFeld : vFelder)
-            *pFeld = *pText++;
+        m_pBlock->zeilen.Kopiere(m_bAbsteigend ? --m_iBis : m_iVon++, vFelder);
         return ZEILE_OK;
     }
     int Loesche() override { return ZEILE_VERWEIGERT; }
@@ -126,8 +117,8 @@ bool CSqliteVorrat::Lies(SReihe & reihe, const STabelle & tabelle, const SBereic
     sqlite3_bind_blob64(pAnweisung, 1, block.sVon.data(), block.sVon.size(), SQLITE_STATIC);
     bool bGut = true;
     while (bGut && !block.bBisEnde &&
-           (block.iZeilen < reihe.iZeilen ||
-            (block.iZeilen < ZEILEN_JE_BEREICH && !block.ReichtBis(bereich.sBis)))) {
+           (block.zeilen.Zeilen() < reihe.iZeilen ||
+            (block.zeilen.Zeilen() < ZEILEN_JE_BEREICH && !block.ReichtBis(bereich.sBis)))) {
         const int iSchritt = sqlite3_step(pAnweisung);
         block.bBisEnde = iSchritt == SQLITE_DONE;
         bGut = block.bBisEnde || (iSchritt == SQLITE_ROW && block.Nimm(pAnweisung));

@@ -9,7 +9,7 @@
 // the file's read lock, since nobody can write then.
 #pragma once
 
-#include "SqliteDatei.h"
+#include "SqliteBlock.h"
 
 #include <array>
 #include <cstdint>

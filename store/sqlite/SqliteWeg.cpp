@@ -4,6 +4,13 @@
 
 namespace orvostat {
 
+namespace {
+
+// Shorter walks end before a second connection pays.
+constexpr std::int64_t ZEILEN_OHNE_VORLAUF = 2048;
+
+} // namespace
+
 CSqliteWeg::CSqliteWeg(CSqliteDatei & datei, const STabelle & tabelle, const SBereich & bereich,
                        CAnweisung pAnweisung)
     : m_datei(datei), m_tabelle(tabelle), m_bereich(bereich), m_pAnweisung(std::move(pAnweisung)),
@@ -31,6 +38,25 @@ bool CSqliteWeg::SpaeterGeschrieben() {
 int CSqliteWeg::Naechste(CFelder vFelder) {
     m_bZeile = m_bPlatz = false;
     if (m_iEnde != ZEILE_OK) return m_iEnde;
+    if (m_iZeilen == ZEILEN_OHNE_VORLAUF && m_bereich.sBis.empty() && m_datei.NurLesen())
+        m_pVorlauf = CSqliteVorlauf::Starte(m_datei, m_tabelle, m_bereich, m_iZeilen);
+    const int iErgebnis = m_pVorlauf ? SchrittImVorlauf(vFelder) : Schritt(vFelder);
+    if (iErgebnis == ZEILE_OK) ++m_iZeilen;
+    return iErgebnis;
+}
+
+// Where the thread fails, the statement catches up and goes on from there.
+int CSqliteWeg::SchrittImVorlauf(CFelder vFelder) {
+    const int iErgebnis = m_pVorlauf->Naechste(vFelder);
+    if (iErgebnis == ZEILE_KEINE) return Ende(ZEILE_KEINE);
+    if (iErgebnis == ZEILE_OK) return ZEILE_OK;
+    m_pVorlauf.reset();
+    for (std::int64_t i = ZEILEN_OHNE_VORLAUF; i < m_iZeilen; ++i)
+        if (sqlite3_step(m_pAnweisung.get()) != SQLITE_ROW) return Ende(m_datei.Fehler());
+    return Schritt(vFelder);
+}
+
+int CSqliteWeg::Schritt(CFelder vFelder) {
     sqlite3_stmt * const p = m_pAnweisung.get();
     do {
         const int iSchritt = sqlite3_step(p);

@@ -1,7 +1,7 @@
 // A walk over rows of the file.
 #pragma once
 
-#include "SqliteDatei.h"
+#include "SqliteVorlauf.h"
 
 namespace orvostat {
 
@@ -17,6 +17,8 @@ public:
 
 private:
     [[nodiscard]] int Ende(int iErgebnis);
+    int Schritt(CFelder vFelder);
+    int SchrittImVorlauf(CFelder vFelder);
     [[nodiscard]] bool SpaeterGeschrieben();
     [[nodiscard]] SPlatz & Platz();
 
@@ -24,7 +26,10 @@ private:
     const STabelle & m_tabelle;
     const SBereich m_bereich;
     CAnweisung m_pAnweisung;
-    std::int64_t m_iBisLfd; // rows written later do not belong to the walk; -1 until the first step tells
+    std::int64_t m_iBisLfd;     // rows written later do not belong to the walk; -1 until the first step tells
+    std::int64_t m_iZeilen = 0; // given so far
+    // Gives the rows from ZEILEN_OHNE_VORLAUF on, while the statement stays behind.
+    std::unique_ptr<CSqliteVorlauf> m_pVorlauf;
     int m_iEnde = ZEILE_OK; // what ended the walk
     bool m_bLaeuft = false; // between its first row and its end
     bool m_bZeile = false;  // the statement stands on a row that is still there

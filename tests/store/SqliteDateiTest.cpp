@@ -1,5 +1,6 @@
 // The file of the SQLite store: what is refused, what another tool sees of it, and what it survives.
 #include "SpeicherTest.h"
+#include "Werkzeug.h"
 
 #include "support/Rechte.h"
 
@@ -11,7 +12,6 @@
 #include <functional>
 #include <iterator>
 
-#include <sqlite3.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -29,29 +29,6 @@ void Ueberschreibe(const std::string & sDatei, std::streamoff iAb, std::size_t i
     f.seekp(iAb);
     f << std::string(iAnzahl, '\x5A');
 }
-
-// A connection of another tool.
-class CWerkzeug {
-public:
-    explicit CWerkzeug(const std::string & sDatei) { sqlite3_open(sDatei.c_str(), &m_p); }
-    ~CWerkzeug() { sqlite3_close(m_p); }
-    CWerkzeug(const CWerkzeug &) = delete;
-    CWerkzeug & operator=(const CWerkzeug &) = delete;
-    // Runs statements; gives the first column of the last row, or the failure.
-    std::string Sql(const std::string & sSql) {
-        std::string sErgebnis;
-        const auto Zeile = [](void * p, int, char ** ppWerte, char **) {
-            *static_cast<std::string *>(p) = ppWerte[0] ? ppWerte[0] : "NULL";
-            return 0;
-        };
-        if (sqlite3_exec(m_p, sSql.c_str(), Zeile, &sErgebnis, nullptr) != SQLITE_OK)
-            return sqlite3_errmsg(m_p);
-        return sErgebnis;
-    }
-
-private:
-    sqlite3 * m_p = nullptr;
-};
 
 class SqliteDateiTest : public ::testing::Test {
 protected:
@@ -277,6 +254,7 @@ TEST_F(SqliteDateiTest, DamageInTheMiddleIsAFailureOfTheWalkOnly) {
     EXPECT_EQ(s.substr(0, 11), "10000 10001");
     EXPECT_EQ(s.back(), '!');
     EXPECT_FALSE(p->LetzterFehler().empty());
+    EXPECT_EQ(Nummern(*Oeffne(EModus::Schreiben)), s) << "row by row";
     EXPECT_FALSE(p->Pruefe().empty());
     CPatientenweg weg(*p);
     EXPECT_EQ(weg.Naechste(), ZEILE_OK) << "the store goes on";

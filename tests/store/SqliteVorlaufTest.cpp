@@ -1,0 +1,106 @@
+// Long walks of a read-only SQLite store, which a second thread reads ahead: they give what the file holds, and they
+// hold and release it as short ones do.
+#include "SpeicherTest.h"
+#include "Werkzeug.h"
+
+#include "orvostatbs/sqlite/SqliteSpeicher.h"
+
+#include <filesystem>
+
+namespace orvostat {
+namespace {
+
+constexpr int ZEILEN = 6000; // many times what a walk reads by itself
+
+class SqliteVorlaufTest : public ::testing::Test {
+protected:
+    void SetUp() override { Mache(m_sDatei, ""); }
+
+    static void Mache(const std::string & sDatei, const std::string & sVor) {
+        CString sMeldung;
+        const auto p = CSqliteSpeicher::OeffneDatei(sDatei, EModus::NeuUngesichert, sMeldung);
+        ASSERT_TRUE(p && p->Beginne() == ZEILE_OK);
+        for (int i = 0; i < ZEILEN; ++i) {
+            const std::string s = std::to_string(10000 + i * 7919 % ZEILEN);
+            ASSERT_EQ(Schreibe(*p, CString((sVor + s).c_str()), CString(("Name " + s.substr(3)).c_str())),
+                      ZEILE_OK);
+        }
+        ASSERT_EQ(p->Beende(true), ZEILE_OK);
+    }
+    // The store that writes reads its walks row by row.
+    std::shared_ptr<CSqliteSpeicher> Oeffne(EModus eModus) {
+        CString sMeldung;
+        return CSqliteSpeicher::OeffneDatei(m_sDatei, eModus, sMeldung);
+    }
+    CVerzeichnis m_verzeichnis;
+    std::string m_sDatei = m_verzeichnis.Datei("praxis.db");
+};
+
+TEST_F(SqliteVorlaufTest, EveryWholeTableWalkGivesTheRowsInTheirOrder) {
+    const auto pLeser = Oeffne(EModus::Lesen);
+    const auto pZeilenweise = Oeffne(EModus::Schreiben);
+    for (const SBereich & bereich :
+         {SBereich{1, false, "", ""}, SBereich{1, true, "", ""}, SBereich{2, false, "", ""},
+          SBereich{2, true, "", ""}, SBereich{1, false, "11234", ""}, SBereich{1, true, "13950", ""}}) {
+        const std::string sSoll = Nummern(*pZeilenweise, bereich);
+        EXPECT_EQ(Nummern(*pLeser, bereich), sSoll)
+            << bereich.iSchluessel << bereich.bAbsteigend << bereich.sVon;
+    }
+}
+
+TEST_F(SqliteVorlaufTest, AWalkMayEndAnywhereAndFreesTheFile) {
+    const auto p = Oeffne(EModus::Lesen);
+    for (const int iZeilen : {1, 2047, 2048, 2049, 2304, 2305, ZEILEN - 1, ZEILEN}) {
+        CPatientenweg weg(*p);
+        for (int i = 0; i < iZeilen; ++i)
+            ASSERT_EQ(weg.Naechste(), ZEILE_OK) << i;
+        EXPECT_EQ(weg.m_zeile.m_PATNR.Utf8(), std::to_string(10000 + iZeilen - 1));
+    }
+    CPatientenweg weg(*p);
+    ASSERT_FALSE(weg.Rest().empty());
+    EXPECT_EQ(weg.m_zeile.m_PATNR.Utf8(), "15999") << "the end leaves the fields";
+    EXPECT_EQ(weg.Naechste(), ZEILE_KEINE);
+    EXPECT_EQ(weg.Loesche(), ZEILE_VERWEIGERT);
+    EXPECT_EQ(CWerkzeug(m_sDatei).Sql("UPDATE PAT SET PATNAME = 'neu'"), "") << "no lock is left";
+}
+
+TEST_F(SqliteVorlaufTest, SeveralWalksAtOnceKeepApart) {
+    const auto p = Oeffne(EModus::Lesen);
+    CPatientenweg vor(*p);
+    CPatientenweg zurueck(*p, {1, true, "", ""});
+    for (int i = 0; i < ZEILEN; ++i) {
+        ASSERT_EQ(vor.Naechste(), ZEILE_OK);
+        ASSERT_EQ(zurueck.Naechste(), ZEILE_OK);
+        ASSERT_EQ(vor.m_zeile.m_PATNR.Utf8(), std::to_string(10000 + i));
+        ASSERT_EQ(zurueck.m_zeile.m_PATNR.Utf8(), std::to_string(10000 + ZEILEN - 1 - i));
+    }
+}
+
+TEST_F(SqliteVorlaufTest, AFileMovedAwayUnderTheWalkIsReadOn) {
+    const auto p = Oeffne(EModus::Lesen);
+    CPatientenweg weg(*p);
+    for (int i = 0; i < 10; ++i)
+        ASSERT_EQ(weg.Naechste(), ZEILE_OK);
+    std::filesystem::rename(m_sDatei, m_sDatei + ".alt");
+    Mache(m_sDatei, "x");
+    for (int i = 10; i < ZEILEN; ++i) {
+        ASSERT_EQ(weg.Naechste(), ZEILE_OK);
+        ASSERT_EQ(weg.m_zeile.m_PATNR.Utf8(), std::to_string(10000 + i));
+    }
+}
+
+TEST_F(SqliteVorlaufTest, TheFileStaysAsItIsUntilTheWalkEnds) {
+    const auto p = Oeffne(EModus::Lesen);
+    CPatientenweg weg(*p);
+    CWerkzeug werkzeug(m_sDatei);
+    const auto Schreibe = [&] { return werkzeug.Sql("UPDATE PAT SET PATNAME = 'neu'"); };
+    for (int i = 0; i < ZEILEN; ++i) {
+        ASSERT_EQ(weg.Naechste(), ZEILE_OK);
+        ASSERT_EQ(i % 1000 == 0 ? Schreibe() : "database is locked", "database is locked");
+    }
+    ASSERT_EQ(weg.Naechste(), ZEILE_KEINE);
+    EXPECT_EQ(Schreibe(), "");
+}
+
+} // namespace
+} // namespace orvostat

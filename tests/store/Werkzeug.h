@@ -1,0 +1,32 @@
+// Another tool with a practice's file open.
+#pragma once
+
+#include <string>
+
+#include <sqlite3.h>
+
+namespace orvostat {
+
+class CWerkzeug {
+public:
+    explicit CWerkzeug(const std::string & sDatei) { sqlite3_open(sDatei.c_str(), &m_p); }
+    ~CWerkzeug() { sqlite3_close(m_p); }
+    CWerkzeug(const CWerkzeug &) = delete;
+    CWerkzeug & operator=(const CWerkzeug &) = delete;
+    // Runs statements; gives the first column of the last row, or the failure.
+    std::string Sql(const std::string & sSql) {
+        std::string sErgebnis;
+        const auto Zeile = [](void * p, int, char ** ppWerte, char **) {
+            *static_cast<std::string *>(p) = ppWerte[0] ? ppWerte[0] : "NULL";
+            return 0;
+        };
+        if (sqlite3_exec(m_p, sSql.c_str(), Zeile, &sErgebnis, nullptr) != SQLITE_OK)
+            return sqlite3_errmsg(m_p);
+        return sErgebnis;
+    }
+
+private:
+    sqlite3 * m_p = nullptr;
+};
+
+} // namespace orvostat
