@@ -79,7 +79,7 @@ int CStatAccu::FindPat(const CString & sPatNr, bool bNurIndex) {
 }
 
 int CStatAccu::GetPat(const CString & sPatNr, bool) {
-    int iPos = FindPat(sPatNr, true);
+    int & iPos = m_mapPat.try_emplace(sPatNr, -1).first->second;
     if (iPos != -1) return iPos;
     CPat pat;
     if (pat.ReadAndMovePat(sPatNr, m_pRPat, m_pRAdr, &m_rHistRecall)) {
@@ -87,7 +87,7 @@ int CStatAccu::GetPat(const CString & sPatNr, bool) {
         GetVDesc(sPatNr, ERSTER_TAG);
         iPos = static_cast<int>(m_vPat.size()) - 1;
     }
-    return m_mapPat[sPatNr] = iPos;
+    return iPos;
 }
 
 // ---- plain sections

@@ -39,18 +39,6 @@ consteval SFaelle MakeFaelle() {
 
 constexpr SFaelle FAELLE = MakeFaelle();
 
-// The other way round of wort::Acht.
-void SchreibeAcht(char * p, std::uint64_t w) {
-    p[0] = static_cast<char>(w >> 56);
-    p[1] = static_cast<char>(w >> 48);
-    p[2] = static_cast<char>(w >> 40);
-    p[3] = static_cast<char>(w >> 32);
-    p[4] = static_cast<char>(w >> 24);
-    p[5] = static_cast<char>(w >> 16);
-    p[6] = static_cast<char>(w >> 8);
-    p[7] = static_cast<char>(w);
-}
-
 // A text being changed: the characters in a buffer, written back as a text at the end.
 std::string Kopie(const CString & s) { return std::string(s.Sicht().Text()); }
 
@@ -111,23 +99,6 @@ bool IstAscii(std::string_view s) {
     return (w & wort::HOCH) == 0;
 }
 
-CSicht::CSicht(const CString & s) {
-    const std::uint64_t w = s.m_w;
-    if (wort::IstShared(w)) {
-        const wort::SBlock & block = CString::Block(w);
-        m_pText = block.Text();
-        m_iLaenge = block.iLaenge;
-    } else if ((w & 8) == 0) {
-        m_iLaenge = w & wort::FORM;
-        SchreibeAcht(m_ac, w & ~0xFFULL);
-    } else {
-        m_iLaenge = (w & wort::FORM) - 1;
-        SchreibeAcht(m_ac, wort::Zeichen(w >> 32));
-        SchreibeAcht(m_ac + 8, wort::Zeichen(w & 0xFFFFFFFF));
-        m_ac[m_iLaenge] = 0;
-    }
-}
-
 } // namespace orvostat
 
 CString::CString(char cZeichen, int iAnzahl)
@@ -172,16 +143,8 @@ bool CString::GleicherBlock(const CString & s) const {
     return wort::IstShared(s.m_w) && CSicht(*this).Text() == CSicht(s).Text();
 }
 
-int CString::GetLength() const {
-    const std::uint64_t iForm = m_w & wort::FORM;
-    if (iForm < wort::SHARED) return static_cast<int>(iForm);
-    return iForm == wort::SHARED ? static_cast<int>(Block(m_w).iLaenge) : static_cast<int>(iForm - 1);
-}
-
-char CString::GetAt(int iPos) const {
-    const CSicht sicht(*this);
-    return iPos >= 0 && iPos < GetLength() ? sicht.c_str()[iPos] : '\0';
-}
+// Of a text that is not short.
+char CString::Zeichen(int iPos) const { return CSicht(*this).c_str()[iPos]; }
 
 void CString::SetAt(int iPos, char cZeichen) {
     if (iPos < 0 || iPos >= GetLength())
@@ -231,15 +194,26 @@ CString CString::Mid(int iAb, int iAnzahl) const {
     iAb = std::clamp(iAb, 0, iLaenge);
     iAnzahl = std::clamp(iAnzahl, 0, iLaenge - iAb);
     if (iAnzahl == iLaenge) return *this;
+    if (iAnzahl == 0) return {};
+    if (wort::IstKurz(m_w)) {
+        CString s;
+        s.m_w = ((m_w << (8 * iAb)) & (~0ULL << (64 - 8 * iAnzahl))) | static_cast<unsigned>(iAnzahl);
+        return s;
+    }
     return CString(
         CSicht(*this).Text().substr(static_cast<std::size_t>(iAb), static_cast<std::size_t>(iAnzahl)));
 }
 
-CString & CString::MakeUpper() { return Wandle(Gross); }
-CString & CString::MakeLower() { return Wandle(Klein); }
+CString & CString::MakeUpper() { return Wandle(Gross, 'a', 'z'); }
+CString & CString::MakeLower() { return Wandle(Klein, 'A', 'Z'); }
 
-// Texts that the change leaves as they are, the common case of keys, stay without being built anew.
-CString & CString::Wandle(char (*fZeichen)(char)) {
+// Texts that the change leaves as they are, the common case of keys, stay without being built anew: short ones that
+// have no letter from cVon to cBis nor one beyond ASCII are known by their word.
+CString & CString::Wandle(char (*fZeichen)(char), char cVon, char cBis) {
+    const std::uint64_t w = m_w & ~0xFFULL;
+    if (wort::IstKurz(m_w) && ((w & wort::HOCH) | wort::Zwischen(w, static_cast<unsigned char>(cVon),
+                                                                 static_cast<unsigned char>(cBis))) == 0)
+        return *this;
     const CSicht sicht(*this);
     const std::string_view sAlt = sicht;
     const auto Bleibt = [fZeichen](char c) { return fZeichen(c) == c; };

@@ -8,6 +8,7 @@
 #include "orvostatbs/records/Leistungsarten.h"
 #include "orvostatbs/records/Stammdaten.h"
 
+#include <memory>
 #include <utility>
 
 using namespace orvostat;
@@ -137,11 +138,21 @@ template <class TBlock> void NimmBlock(CBehHitLine & hit, const TBlock & block) 
 
 } // namespace
 
+// To make the object anew takes half of what assigning to its hundred texts does.
 void CBehHitLine::Clear() {
-    static const CBehHitLine s_frisch;
     CString sBefundKuerzel(std::move(m_sBefundKuerzel));
-    *this = s_frisch;
+    auto vSuche(std::move(SUCHKRITERIEN));
+    auto vFrei1(std::move(m_vHitFrei1));
+    auto vFrei2(std::move(m_vHitFrei2));
+    std::destroy_at(this);
+    std::construct_at(this);
     m_sBefundKuerzel = std::move(sBefundKuerzel);
+    vSuche.clear();
+    vFrei1.clear();
+    vFrei2.clear();
+    SUCHKRITERIEN = std::move(vSuche);
+    m_vHitFrei1 = std::move(vFrei1);
+    m_vHitFrei2 = std::move(vFrei2);
 }
 
 // ---- the entry

@@ -78,14 +78,22 @@ void COrdnung::Raeume() {
     ++m_iStand;
 }
 
+// Reads mostly go on near the last one, and ranges are mostly short: so the search spreads from a place, in steps that
+// double, until it has gone too far.
 std::size_t COrdnung::VorSchluessel(std::string_view sSchluessel, std::size_t iAb) const {
     const auto Vorher = [&](const SMemoryZeile * p) { return p->Schluessel(m_iSchluessel) < sSchluessel; };
-    if (iAb == 0) return Zaehle(Vorher, 0, m_iGeordnet);
-    // Ranges are mostly short: look near their start first.
-    std::size_t iSchritt = 1;
-    while (iAb + iSchritt < m_iGeordnet && Vorher(m_vZeilen[iAb + iSchritt]))
-        iSchritt *= 2;
-    return Zaehle(Vorher, iAb, std::min(iAb + iSchritt, m_iGeordnet));
+    std::size_t iVon = std::max(iAb, std::min(m_iZuletzt, m_iGeordnet));
+    std::size_t iBis = iVon;
+    for (std::size_t iSchritt = 1; iVon > iAb && !Vorher(m_vZeilen[iVon - 1]); iSchritt *= 2) {
+        iBis = iVon - 1;
+        iVon -= std::min(iSchritt, iVon - iAb);
+    }
+    if (iVon == iBis)
+        for (std::size_t iSchritt = 1; iBis < m_iGeordnet && Vorher(m_vZeilen[iBis]); iSchritt *= 2) {
+            iVon = iBis + 1;
+            iBis += std::min(iSchritt, m_iGeordnet - iBis);
+        }
+    return m_iZuletzt = Zaehle(Vorher, iVon, iBis);
 }
 
 std::size_t COrdnung::VorZeile(const SMemoryZeile & zeile, bool bMitIhr) const {

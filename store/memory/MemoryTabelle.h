@@ -97,6 +97,7 @@ private:
     std::size_t m_iSchluessel;
     std::vector<SMemoryZeile *> m_vZeilen;
     std::size_t m_iGeordnet = 0;
+    mutable std::size_t m_iZuletzt = 0; // where the last search ended, to begin the next one
     std::uint64_t m_iStand = 0;
 };
 

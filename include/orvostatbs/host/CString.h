@@ -61,6 +61,7 @@ inline constexpr std::size_t KURZ_MAX = 7;
 inline constexpr std::size_t ZIFFERN_MAX = 14;
 
 [[nodiscard]] constexpr bool IstShared(std::uint64_t w) { return (w & FORM) == SHARED; }
+[[nodiscard]] constexpr bool IstKurz(std::uint64_t w) { return (w & 8) == 0; }
 
 // The characters are packed eight at a time, in words whose most significant byte is the first character. In the
 // digits form a character's code is 1 for a blank, 2 to 14 for "-" to "9" in their byte order and 15 for "e", 0
@@ -102,6 +103,18 @@ inline constexpr std::uint64_t HOCH = 0x80 * JE;
     const std::uint64_t wBlanks = Gleiche(c, 1);
     const std::uint64_t wE = Gleiche(c, 15);
     return c + ('-' - 2) * JE - (wBlanks >> 7) * ('-' - 1 - ' ') + (wE >> 7) * ('e' - '9' - 1);
+}
+
+// The other way round of Acht.
+inline void SchreibeAcht(char * p, std::uint64_t w) {
+    for (int i = 0; i < 8; ++i)
+        p[i] = static_cast<char>(w >> (56 - 8 * i));
+}
+
+// The high bit of each byte of ASCII that is from cVon to cBis.
+[[nodiscard]] constexpr std::uint64_t Zwischen(std::uint64_t w, unsigned char cVon, unsigned char cBis) {
+    const std::uint64_t wUnten = w & ~HOCH;
+    return (wUnten + (0x80u - cVon) * JE) & ~(wUnten + (0x7Fu - cBis) * JE) & ~w & HOCH;
 }
 
 // The word of a short or digits text; SHARED where the text needs a block.
@@ -179,8 +192,9 @@ public:
     explicit CString(std::string_view sBytes) : m_w(orvostat::wort::Packe(sBytes.data(), sBytes.size())) {
         if (orvostat::wort::IstShared(m_w)) m_w = NeuerBlock(sBytes);
     }
+    explicit CString(char cZeichen) : m_w(orvostat::wort::Packe(&cZeichen, 1)) {}
     // One character, iAnzahl times; below 1 the empty text.
-    explicit CString(char cZeichen, int iAnzahl = 1);
+    CString(char cZeichen, int iAnzahl);
 
     CString(const CString & s) noexcept : m_w(s.m_w) { Teile(m_w); }
     CString(CString && s) noexcept : m_w(std::exchange(s.m_w, 0)) {}
@@ -195,16 +209,22 @@ public:
         return *this;
     }
 
-    [[nodiscard]] int GetLength() const;
+    [[nodiscard]] int GetLength() const {
+        const std::uint64_t iForm = m_w & orvostat::wort::FORM;
+        if (iForm == orvostat::wort::SHARED) return static_cast<int>(Block(m_w).iLaenge);
+        return static_cast<int>(iForm) - (orvostat::wort::IstKurz(m_w) ? 0 : 1);
+    }
     [[nodiscard]] bool IsEmpty() const { return m_w == 0; }
     void Empty() { *this = CString(); }
     // The character, or 0 outside of the text.
-    [[nodiscard]] char GetAt(int iPos) const;
+    [[nodiscard]] char GetAt(int iPos) const {
+        if (iPos < 0 || iPos >= GetLength()) return '\0';
+        return orvostat::wort::IstKurz(m_w) ? static_cast<char>(m_w >> (56 - 8 * iPos)) : Zeichen(iPos);
+    }
     [[nodiscard]] char operator[](int iPos) const { return GetAt(iPos); }
     // The first character, 0 for an empty text: how the records read their one-letter codes.
     [[nodiscard]] char Erstes() const {
-        return m_w == 0 || orvostat::wort::IstShared(m_w) || (m_w & 8) != 0 ? GetAt(0)
-                                                                            : static_cast<char>(m_w >> 56);
+        return orvostat::wort::IstKurz(m_w) ? static_cast<char>(m_w >> 56) : Zeichen(0);
     }
     void SetAt(int iPos, char cZeichen);
 
@@ -298,7 +318,8 @@ private:
     void SetzeLangesUtf8(std::string_view sUtf8);
     [[nodiscard]] bool GleicherBlock(const CString & s) const;
     [[nodiscard]] int VergleicheZeichen(const CString & s) const;
-    CString & Wandle(char (*fZeichen)(char));
+    [[nodiscard]] char Zeichen(int iPos) const;
+    CString & Wandle(char (*fZeichen)(char), char cVon, char cBis);
 
     std::uint64_t m_w = 0;
 };
@@ -308,6 +329,23 @@ static_assert(sizeof(CString) == 8);
 template <> struct std::hash<CString> {
     std::size_t operator()(const CString & s) const noexcept { return s.Hash(); }
 };
+
+inline orvostat::CSicht::CSicht(const CString & s) {
+    const std::uint64_t w = s.m_w;
+    if (wort::IstKurz(w)) {
+        m_iLaenge = w & wort::FORM;
+        wort::SchreibeAcht(m_ac, w & ~0xFFULL);
+    } else if (wort::IstShared(w)) {
+        const wort::SBlock & block = CString::Block(w);
+        m_pText = block.Text();
+        m_iLaenge = block.iLaenge;
+    } else {
+        m_iLaenge = (w & wort::FORM) - 1;
+        wort::SchreibeAcht(m_ac, wort::Zeichen(w >> 32));
+        wort::SchreibeAcht(m_ac + 8, wort::Zeichen(w & 0xFFFFFFFF));
+        m_ac[m_iLaenge] = 0;
+    }
+}
 
 // One character as a value: a char in, a char out.
 class CChar {
