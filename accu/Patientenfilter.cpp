@@ -58,7 +58,7 @@ std::size_t SPatientenHash::operator()(const CString & sPatNr) const {
     std::uint32_t iHash = 2166136261U;
     for (std::size_t i = 0; i < s.size(); i += iSchritt)
         iHash = (iHash * 16777619U) ^ static_cast<unsigned char>(s[i]);
-    return iHash;
+    return (std::size_t{iHash} << 32) | (sPatNr.Hash() & 0xFFFFFFFF);
 }
 
 // ---- the patient table

@@ -41,7 +41,9 @@ namespace orvostat {
 
 class CBewertungsspur;
 
-// The hash of the patient index: characters of the number at a stride, so that about ten of them count.
+// The hash of the patient index: above, characters of the number at a stride, so that about ten of them count; below,
+// the whole number, since the strided part of ten-digit numbers passes over their last digit and a big practice's
+// patients would share it by the hundred.
 struct SPatientenHash {
     [[nodiscard]] std::size_t operator()(const CString & sPatNr) const;
 };
