@@ -15,7 +15,7 @@ function(orvo_compiler target)
     endif()
 
     if(ORVOSTATBS_SANITIZE)
-        set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)
+        set(sanitizers -fsanitize=${ORVOSTATBS_SANITIZE} -fno-sanitize-recover=all)
         target_compile_options(${target} PRIVATE ${sanitizers} -fno-omit-frame-pointer)
         target_link_options(${target} PUBLIC ${sanitizers})
         # With the checks compiled in, g++ takes the paths they add for uses of unset variables.
