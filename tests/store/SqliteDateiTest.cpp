@@ -1,11 +1,9 @@
 // The file of the SQLite store: what is refused, what another tool sees of it, and what it survives.
-#include "SpeicherTest.h"
-#include "Werkzeug.h"
+#include "SqliteTest.h"
 
 #include "support/Rechte.h"
 
 #include "orvostatbs/host/Tabellen.h"
-#include "orvostatbs/sqlite/SqliteSpeicher.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -30,15 +28,8 @@ void Ueberschreibe(const std::string & sDatei, std::streamoff iAb, std::size_t i
     f << std::string(iAnzahl, '\x5A');
 }
 
-class SqliteDateiTest : public ::testing::Test {
+class SqliteDateiTest : public CSqliteTest {
 protected:
-    CVerzeichnis m_verzeichnis;
-    std::string m_sDatei = m_verzeichnis.Datei("praxis.db");
-    CString m_sMeldung;
-
-    std::shared_ptr<CSqliteSpeicher> Oeffne(EModus eModus) {
-        return CSqliteSpeicher::OeffneDatei(m_sDatei, eModus, m_sMeldung);
-    }
     // A practice with one patient; made once, from then on copied.
     void Mache() {
         static std::string s_sBytes;

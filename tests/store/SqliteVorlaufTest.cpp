@@ -1,9 +1,6 @@
 // Long walks of a read-only SQLite store, which a second thread reads ahead: they give what the file holds, and they
 // hold and release it as short ones do.
-#include "SpeicherTest.h"
-#include "Werkzeug.h"
-
-#include "orvostatbs/sqlite/SqliteSpeicher.h"
+#include "SqliteTest.h"
 
 #include <filesystem>
 
@@ -12,33 +9,26 @@ namespace {
 
 constexpr int ZEILEN = 6000; // many times what a walk reads by itself
 
-class SqliteVorlaufTest : public ::testing::Test {
+class SqliteVorlaufTest : public CSqliteTest {
 protected:
-    void SetUp() override { Mache(m_sDatei, ""); }
-
-    static void Mache(const std::string & sDatei, const std::string & sVor) {
-        CString sMeldung;
-        const auto p = CSqliteSpeicher::OeffneDatei(sDatei, EModus::NeuUngesichert, sMeldung);
+    void SetUp() override { Mache(""); }
+    // The numbers from 10000 on, written in another order.
+    void Mache(const std::string & sVorNummer) {
+        const auto p = Oeffne(EModus::NeuUngesichert);
         ASSERT_TRUE(p && p->Beginne() == ZEILE_OK);
         for (int i = 0; i < ZEILEN; ++i) {
             const std::string s = std::to_string(10000 + i * 7919 % ZEILEN);
-            ASSERT_EQ(Schreibe(*p, CString((sVor + s).c_str()), CString(("Name " + s.substr(3)).c_str())),
-                      ZEILE_OK);
+            const std::string sNummer = sVorNummer + s;
+            const std::string sName = "Name " + s.substr(3);
+            ASSERT_EQ(Schreibe(*p, CString(sNummer.c_str()), CString(sName.c_str())), ZEILE_OK);
         }
         ASSERT_EQ(p->Beende(true), ZEILE_OK);
     }
-    // The store that writes reads its walks row by row.
-    std::shared_ptr<CSqliteSpeicher> Oeffne(EModus eModus) {
-        CString sMeldung;
-        return CSqliteSpeicher::OeffneDatei(m_sDatei, eModus, sMeldung);
-    }
-    CVerzeichnis m_verzeichnis;
-    std::string m_sDatei = m_verzeichnis.Datei("praxis.db");
 };
 
 TEST_F(SqliteVorlaufTest, EveryWholeTableWalkGivesTheRowsInTheirOrder) {
     const auto pLeser = Oeffne(EModus::Lesen);
-    const auto pZeilenweise = Oeffne(EModus::Schreiben);
+    const auto pZeilenweise = Oeffne(EModus::Schreiben); // reads nothing ahead
     for (const SBereich & bereich :
          {SBereich{1, false, "", ""}, SBereich{1, true, "", ""}, SBereich{2, false, "", ""},
           SBereich{2, true, "", ""}, SBereich{1, false, "11234", ""}, SBereich{1, true, "13950", ""}}) {
@@ -82,7 +72,7 @@ TEST_F(SqliteVorlaufTest, AFileMovedAwayUnderTheWalkIsReadOn) {
     for (int i = 0; i < 10; ++i)
         ASSERT_EQ(weg.Naechste(), ZEILE_OK);
     std::filesystem::rename(m_sDatei, m_sDatei + ".alt");
-    Mache(m_sDatei, "x");
+    Mache("x");
     for (int i = 10; i < ZEILEN; ++i) {
         ASSERT_EQ(weg.Naechste(), ZEILE_OK);
         ASSERT_EQ(weg.m_zeile.m_PATNR.Utf8(), std::to_string(10000 + i));

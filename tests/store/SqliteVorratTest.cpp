@@ -1,7 +1,5 @@
 // Reads of a read-only SQLite store while a walk is open: what comes out of rows read ahead is what the file holds.
-#include "SpeicherTest.h"
-
-#include "orvostatbs/sqlite/SqliteSpeicher.h"
+#include "SqliteTest.h"
 
 #include <functional>
 #include <random>
@@ -25,7 +23,7 @@ SBereich EinSchluessel(const CString & s, int iSchluessel = 1, bool bAbsteigend 
     return {iSchluessel, bAbsteigend, Teil(s), Danach(Teil(s))};
 }
 
-class SqliteVorratTest : public ::testing::Test {
+class SqliteVorratTest : public CSqliteTest {
 protected:
     // Every third number is missing, every fifth stands twice, and a name has many.
     void SetUp() override {
@@ -36,13 +34,6 @@ protected:
                 ASSERT_EQ(Schreibe(*p, Nummer(i), Nummer(i % 70)), ZEILE_OK);
         ASSERT_EQ(p->Beende(true), ZEILE_OK);
     }
-    std::shared_ptr<CSqliteSpeicher> Oeffne(EModus eModus) {
-        CString sMeldung;
-        return CSqliteSpeicher::OeffneDatei(m_sDatei, eModus, sMeldung);
-    }
-
-    CVerzeichnis m_verzeichnis;
-    std::string m_sDatei = m_verzeichnis.Datei("praxis.db");
 };
 
 TEST_F(SqliteVorratTest, ReadsUnderAWalkFindWhatReadsWithoutOneFind) {

@@ -1,6 +1,11 @@
-// Another tool with a practice's file open.
+// A practice's file for tests of the SQLite store, and another tool that has it open.
 #pragma once
 
+#include "SpeicherTest.h"
+
+#include "orvostatbs/sqlite/SqliteSpeicher.h"
+
+#include <memory>
 #include <string>
 
 #include <sqlite3.h>
@@ -27,6 +32,18 @@ public:
 
 private:
     sqlite3 * m_p = nullptr;
+};
+
+// The file does not exist until a test makes it.
+class CSqliteTest : public ::testing::Test {
+protected:
+    std::shared_ptr<CSqliteSpeicher> Oeffne(EModus eModus) {
+        return CSqliteSpeicher::OeffneDatei(m_sDatei, eModus, m_sMeldung);
+    }
+
+    CVerzeichnis m_verzeichnis;
+    std::string m_sDatei = m_verzeichnis.Datei("praxis.db");
+    CString m_sMeldung;
 };
 
 } // namespace orvostat
