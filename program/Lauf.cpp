@@ -124,6 +124,7 @@ bool CLauf::BaueHit(const CTBeh & beh) {
 bool CLauf::NimmPatient(const CString & sPatNr) {
     if (sPatNr != m_sPatNr) {
         m_sPatNr = sPatNr;
+        m_vPlaene.clear(); // a plan belongs to one patient, and his treatments follow each other
         m_iPat = m_accu.GetPat(sPatNr, true);
         if (m_iPat < 0 && !m_accu.m_mapVDesc.contains(sPatNr)) m_accu.GetVDesc(sPatNr, ERSTER_TAG);
         CPat ohne;

@@ -79,10 +79,10 @@ private:
     SLaufzahlen m_zahlen;
     CString m_sVon;
     CString m_sBis;
-    CTPlan m_rPlan;   // work record of the plan gate
-    CTBeh m_rBehPlan; // the plan's own treatments: GetWithBEVX moves it
-    std::vector<CPlan> m_vPlaene;
-    CString m_sPatNr; // the patient at hand
+    CTPlan m_rPlan;               // work record of the plan gate
+    CTBeh m_rBehPlan;             // the plan's own treatments: GetWithBEVX moves it
+    std::vector<CPlan> m_vPlaene; // of the patient at hand
+    CString m_sPatNr;             // the patient at hand
     int m_iPat = -1;
     bool m_bPatient = false;
 };
