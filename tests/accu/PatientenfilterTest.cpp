@@ -6,8 +6,7 @@ namespace {
 
 using PatientenfilterTest = CAccuTest;
 
-CPat Patient(const CString & sPatNr, const CString & sArten = CString(),
-             const CString & sIntervalle = CString()) {
+CPat Patient(const CString & sPatNr, const CString & sArten = "", const CString & sIntervalle = "") {
     CPat pat;
     pat.PATNR = sPatNr;
     pat.RECALLART = sArten;
@@ -21,15 +20,15 @@ struct SSpanne {
     std::vector<CString> vGut, vSchlecht;
 };
 
-template <std::size_t N>
 void Pruefe(CStatAccu & accu, void (CSelektion::*pWaehle)(const CString &, const CString &),
-            bool (CStatAccu::*pFilter)(const CString &), const SSpanne (&aSpannen)[N]) {
-    for (const auto & [sVon, sBis, vGut, vSchlecht] : aSpannen) {
+            bool (CStatAccu::*pFilter)(const CString &), std::initializer_list<SSpanne> vSpannen) {
+    for (const auto & [sVon, sBis, vGut, vSchlecht] : vSpannen) {
+        SCOPED_TRACE(sVon.Utf8() + '-' + sBis.Utf8());
         (accu.*pWaehle)(sVon, sBis);
         for (const CString & sWert : vGut)
-            EXPECT_TRUE((accu.*pFilter)(sWert)) << sVon.Utf8() << '-' << sBis.Utf8() << ": " << sWert.Utf8();
+            EXPECT_TRUE((accu.*pFilter)(sWert)) << sWert.Utf8();
         for (const CString & sWert : vSchlecht)
-            EXPECT_FALSE((accu.*pFilter)(sWert)) << sVon.Utf8() << '-' << sBis.Utf8() << ": " << sWert.Utf8();
+            EXPECT_FALSE((accu.*pFilter)(sWert)) << sWert.Utf8();
     }
 }
 
@@ -71,24 +70,20 @@ TEST_F(PatientenfilterTest, FindPatSearchesTheTableOnlyForPatientsNotInTheIndex)
 
 TEST_F(PatientenfilterTest, EachSectionReadsAnEmptySelectionInItsOwnWay) {
     using C = CStatAccu;
+    // Switched off; nothing selected, the patient has a value or none; the same value in other case.
     struct SAbschnitt {
-        const char * pName;
         void (CSelektion::*pSchalte)(const bool &);
         void (CSelektion::*pWaehle)(const CString &);
         bool (CStatAccu::*pFilter)(const CString &);
-        bool bAus;      // switched off, another value selected
-        bool bLeerWert; // nothing selected, the patient has a value
-        bool bLeerLeer; // nothing selected, the patient has none
-        bool bGross;    // the same value in other case
+        bool bAus, bLeerWert, bLeerLeer, bGross;
     };
     const SAbschnitt aAbschnitte[] = {
-        {"SELEKTION", &C::SetChSelektion, &C::SetSelektion, &C::PatSelektOk, false, true, true, true},
-        {"RISIKO", &C::SetChRisikoAnamnese, &C::SetRisikoAnamnese, &C::PatAnamneseOk, false, true, true,
-         true},
-        {"ANREDE", &C::SetChAnrede, &C::SetPatAnrede, &C::PatAnredeOk, true, false, true, true},
-        {"STRASSE", &C::SetChStrasse, &C::SetStrasse, &C::PatStrasseOk, true, false, true, true},
-        {"UEBERWARZT", &C::SetChUeberwArzt, &C::SetUeberwArzt, &C::UeberwArztOk, true, true, false, false},
-        {"HAUSARZT", &C::SetChHausArzt, &C::SetHausArzt, &C::HausArztOk, true, true, false, false},
+        {&C::SetChSelektion, &C::SetSelektion, &C::PatSelektOk, false, true, true, true},
+        {&C::SetChRisikoAnamnese, &C::SetRisikoAnamnese, &C::PatAnamneseOk, false, true, true, true},
+        {&C::SetChAnrede, &C::SetPatAnrede, &C::PatAnredeOk, true, false, true, true},
+        {&C::SetChStrasse, &C::SetStrasse, &C::PatStrasseOk, true, false, true, true},
+        {&C::SetChUeberwArzt, &C::SetUeberwArzt, &C::UeberwArztOk, true, true, false, false},
+        {&C::SetChHausArzt, &C::SetHausArzt, &C::HausArztOk, true, true, false, false},
     };
     for (const SAbschnitt & abschnitt : aAbschnitte) {
         const auto Ok = [&](bool bAn, const CString & sGewaehlt, const CString & sWert) {
@@ -96,7 +91,7 @@ TEST_F(PatientenfilterTest, EachSectionReadsAnEmptySelectionInItsOwnWay) {
             (m_accu.*abschnitt.pWaehle)(sGewaehlt);
             return (m_accu.*abschnitt.pFilter)(sWert);
         };
-        SCOPED_TRACE(abschnitt.pName);
+        SCOPED_TRACE(&abschnitt - aAbschnitte);
         EXPECT_EQ(Ok(false, "Jäger", "Koch"), abschnitt.bAus);
         EXPECT_EQ(Ok(true, "", "Koch"), abschnitt.bLeerWert);
         EXPECT_EQ(Ok(true, "", ""), abschnitt.bLeerLeer);
@@ -148,53 +143,50 @@ TEST_F(PatientenfilterTest, MembershipRiskAdjustmentQuestionnaires) {
 TEST_F(PatientenfilterTest, LastVisitHasNoOpenEnd) {
     EXPECT_TRUE(m_accu.LastBehDatumOk("20240101")) << "switched off";
     m_accu.SetChLetzterBesuch(true);
-    const SSpanne aSpannen[] = {
-        {"", "", {""}, {"20240101"}},
-        {"20240101", "", {}, {"", "20240101", "20240202"}},
-        {"20240101", "20240331", {"20240101", "20240331"}, {"", "20231231", "20240401"}},
-        {"", "20240331", {"", "20240331"}, {"20240401"}},
-    };
-    Pruefe(m_accu, &CStatAccu::SetLetzterBesuch, &CStatAccu::LastBehDatumOk, aSpannen);
+    Pruefe(m_accu, &CStatAccu::SetLetzterBesuch, &CStatAccu::LastBehDatumOk,
+           {
+               {"", "", {""}, {"20240101"}},
+               {"20240101", "", {}, {"", "20240101", "20240202"}},
+               {"20240101", "20240331", {"20240101", "20240331"}, {"", "20231231", "20240401"}},
+               {"", "20240331", {"", "20240331"}, {"20240401"}},
+           });
 }
 
 TEST_F(PatientenfilterTest, BirthdayIsMonthAndDayWithoutWrapOverTheYear) {
-    const SSpanne aSpannen[] = {
-        {"20240301", "", {"", "20240101"}, {}},
-        {"", "20240229", {"19990101", "20230229"}, {"", "19990301"}},
-        {"20240310", "20240412", {"19700310", "19700401", "19700412"}, {"19700309", "19700413"}},
-        {"20231201", "20240131", {}, {"19991215", "19990115"}},
-    };
-    Pruefe(m_accu, &CStatAccu::SetGeburtstag, &CStatAccu::PatGebDatOk, aSpannen);
+    Pruefe(m_accu, &CStatAccu::SetGeburtstag, &CStatAccu::PatGebDatOk,
+           {
+               {"20240301", "", {"", "20240101"}, {}},
+               {"", "20240229", {"19990101", "20230229"}, {"", "19990301"}},
+               {"20240310", "20240412", {"19700310", "19700401", "19700412"}, {"19700309", "19700413"}},
+               {"20231201", "20240131", {}, {"19991215", "19990115"}},
+           });
 }
 
 TEST_F(PatientenfilterTest, AgeIsCompletedYearsToday) {
     EXPECT_TRUE(m_accu.PatAlterOk("")) << "switched off";
     m_uhr.m_zeit = {2024, 3, 15, 9, 0};
     m_accu.SetChAlter(true);
-    const SSpanne aSpannen[] = {
-        {"", "", {""}, {}},
-        {"44", "", {"19800315", "18240315"}, {"", "19800316", "18230315"}},
-        {"", "43", {"19800316"}, {"19800315"}},
-        {"", "0", {"20230316", "20250314"}, {"20230315", "20250316"}},
-    };
-    Pruefe(m_accu, &CStatAccu::SetAlter, &CStatAccu::PatAlterOk, aSpannen);
+    Pruefe(m_accu, &CStatAccu::SetAlter, &CStatAccu::PatAlterOk,
+           {
+               {"", "", {""}, {}},
+               {"44", "", {"19800315", "18240315"}, {"", "19800316", "18230315"}},
+               {"", "43", {"19800316"}, {"19800315"}},
+               {"", "0", {"20230316", "20250314"}, {"20230315", "20250316"}},
+           });
 }
 
 // ---- treatments and recalls
 
 TEST_F(PatientenfilterTest, TreatmentsInThePeriod) {
-    struct SFall {
-        const char * pName;
+    const struct {
         CString sAb, sBis, sOhneVon, sOhneBis;
         bool bHat, bOhne;
-    };
-    const SFall aFaelle[] = {
-        {"no bounds of the run: all days, also for the section", "", "", "20250101", "20251231", true, false},
-        {"bounds of the run alone: no days for the section", "20240101", "20241231", "", "", true, true},
-        {"the section's days", "20230101", "20231231", "20240101", "20240301", false, false},
-        {"the section's days before the treatment", "20240101", "20241231", "20240101", "20240201", true,
-         true},
-        {"the section's start is open through the run", "", "20240201", "20250101", "20241231", false, false},
+    } aFaelle[] = {
+        {"", "", "20250101", "20251231", true, false}, // no bounds of the run: all days, also for the section
+        {"20240101", "20241231", "", "", true, true},  // bounds of the run alone: no days for the section
+        {"20230101", "20231231", "20240101", "20240301", false, false},
+        {"20240101", "20241231", "20240101", "20240201", true, true},
+        {"", "20240201", "20250101", "20241231", false, false}, // the section's start is open through the run
     };
     for (const char * pPatNr : {"1", "2"})
         Schreibe<CTBeh>({.m_PATNR = pPatNr, .m_DATUM = "20240301", .m_BEHANDLERNR = pPatNr});
@@ -203,55 +195,52 @@ TEST_F(PatientenfilterTest, TreatmentsInThePeriod) {
     EXPECT_TRUE(m_accu.PatLastLstOK(&beh, "9", "") && m_accu.PatOhneLstOK(&beh, "1", "")) << "switched off";
     m_accu.SetChHatLst(true);
     m_accu.SetChOhneLst(true);
-    for (const SFall & fall : aFaelle) {
+    for (const auto & fall : aFaelle) {
         m_accu.SetZeitraum(fall.sAb, fall.sBis);
         m_accu.SetOhneLst(fall.sOhneVon, fall.sOhneBis);
-        EXPECT_EQ(m_accu.PatLastLstOK(&beh, "1", ""), fall.bHat) << fall.pName;
-        EXPECT_EQ(m_accu.PatOhneLstOK(&beh, "1", ""), fall.bOhne) << fall.pName;
+        EXPECT_EQ(m_accu.PatLastLstOK(&beh, "1", ""), fall.bHat) << &fall - aFaelle;
+        EXPECT_EQ(m_accu.PatOhneLstOK(&beh, "1", ""), fall.bOhne) << &fall - aFaelle;
         EXPECT_FALSE(m_accu.PatLastLstOK(&beh, "2", "")) << "another treater";
     }
 }
 
 TEST_F(PatientenfilterTest, Recalls) {
-    struct SFall {
-        const char * pName;
-        CString sArt, sIntervall, sLast; // of the selection
-        CString sPatNr, sArten, sIntervalle;
-        bool bOk;
-    };
     // Patient 1 had a recall of kind 1 on 20240105, patient 9 none.
     const CString sArt39 = CString('0', 39) + "1";
-    const SFall aFaelle[] = {
-        {"none at all", "", "", "", "9", "000", "0", true},
-        {"none, but a kind is on", "", "", "", "9", "01", "", false},
-        {"none, but an interval", "", "", "", "9", "", "2", false},
-        {"none, but one in the past", "", "", "", "1", "", "", false},
-        {"kind on", "1", "", "", "9", "01", "", true},
-        {"kind behind the text", "3", "", "", "9", "1", "", false},
-        {"no kind is kind 0", "", "2", "", "9", "1", "2", true},
-        {"two stars are kind 0", "**", "", "", "9", "01", "", false},
-        {"kind 39 is the last of any", "*", "", "", "9", sArt39, "", true},
-        {"kind 40 is none of any", "*", "", "", "9", '0' + sArt39, "", false},
-        {"interval of the kind", "1", "3", "", "9", "11", "23", true},
-        {"interval of another kind", "0", "3", "", "9", "11", "23", false},
-        {"interval behind the text is 0", "1", "0", "", "9", "11", "2", true},
-        {"interval in weeks is no digit", "0", "2", "", "9", "1", "W2", false},
-        {"never had this kind", "2", "", "20990101", "1", "111", "", false},
-        {"last one on the day", "1", "", "20240105", "1", "111", "", false},
-        {"last one before the day", "1", "", "20240106", "1", "111", "", true},
+    const struct {
+        CString sArt, sIntervall, sLast, sPatNr, sArten, sIntervalle;
+        bool bOk;
+    } aFaelle[] = {
+        {"", "", "", "9", "000", "0", true}, // none at all
+        {"", "", "", "9", "01", "", false},
+        {"", "", "", "9", "", "2", false},
+        {"", "", "", "1", "", "", false},
+        {"1", "", "", "9", "01", "", true},
+        {"3", "", "", "9", "1", "", false},   // behind the text
+        {"", "2", "", "9", "1", "2", true},   // no kind is kind 0
+        {"**", "", "", "9", "01", "", false}, // and so are two stars
+        {"*", "", "", "9", sArt39, "", true}, // kind 39 is the last of any
+        {"*", "", "", "9", '0' + sArt39, "", false},
+        {"1", "3", "", "9", "11", "23", true}, // the interval is the kind's
+        {"0", "3", "", "9", "11", "23", false},
+        {"1", "0", "", "9", "11", "2", true},         // and 0 behind the text
+        {"0", "2", "", "9", "1", "W2", false},        // in weeks it is no digit
+        {"2", "", "20990101", "1", "111", "", false}, // never had this kind
+        {"1", "", "20240105", "1", "111", "", false},
+        {"1", "", "20240106", "1", "111", "", true},
     };
     Schreibe<CTHistRecall>({.m_PATNR = "1", .m_RECALLART = "1", .m_RECALLDATUM = "20240105"});
     m_accu.SetRecallData("0", "", "");
     EXPECT_TRUE(m_accu.PatRecallOk(Patient("9"))) << "switched off";
     EXPECT_FALSE(m_accu.PatRecallOk(Patient("9"), 0)) << "the test of one kind has no switch";
     m_accu.SetChRecall(true);
-    for (const SFall & fall : aFaelle) {
+    for (const auto & fall : aFaelle) {
         CTPat row;
         row.m_PATNR = fall.sPatNr;
         row.m_RECALLART = fall.sArten;
         row.m_RECALLITV = fall.sIntervalle;
         m_accu.SetRecallData(fall.sArt, fall.sIntervall, fall.sLast);
-        SCOPED_TRACE(fall.pName);
+        SCOPED_TRACE(&fall - aFaelle);
         EXPECT_EQ(m_accu.PatRecallOk(&row), fall.bOk);
         EXPECT_EQ(m_accu.PatRecallOk(Patient(fall.sPatNr, fall.sArten, fall.sIntervalle)), fall.bOk);
     }

@@ -1,5 +1,7 @@
 #include "accu/AccuTest.h"
 
+#include <tuple>
+
 using namespace orvostat;
 
 namespace {
@@ -40,11 +42,10 @@ using VFehler = std::vector<int>;
 // ---- plans
 
 TEST_F(PlanUndRechnungTest, StateOfAPlan) {
-    struct SFall {
+    const struct {
         CString sArt, sStatus, sSubArt, sNum, sStatus2;
         std::string sGut; // Z denture, M additional costs, P private, K orthodontic, A any orthodontic
-    };
-    const SFall aFaelle[] = {
+    } aFaelle[] = {
         {"2", "", "", "60", "4", "Z"}, {"3", "", "", "1", "4", "Z"},    {"2", "", "", "0", "4", ""},
         {"2", "", "", "60", "3", ""},  {"23", "4", "1", "60", "4", ""}, {"", "4", "1", "60", "4", ""},
         {"2", "4", "1", "", "", "M"},  {"3", "7", "5", "", "", "M"},    {"2", "4", "2", "", "", ""},
@@ -52,7 +53,7 @@ TEST_F(PlanUndRechnungTest, StateOfAPlan) {
         {"2", "1", "1", "", "", "P"},  {"3", "3", "", "60", "4", "ZP"}, {"2", "12", "", "", "", ""},
         {"8", "1", "", "1", "", "KA"}, {"9", "", "", "", "", "A"},      {"89", "", "", "1", "", ""},
     };
-    for (const SFall & fall : aFaelle) {
+    for (const auto & fall : aFaelle) {
         m_plan.m_PLANART = fall.sArt;
         m_plan.m_PLANSTATUS = fall.sStatus;
         m_plan.m_PLANSUBART = fall.sSubArt;
@@ -86,18 +87,17 @@ TEST_F(PlanUndRechnungTest, APlanIsJudgedByTheKindOfBilling) {
     SchreibePlan("kfo", "8", "80");
     SchreibePlan("par", "4");
     SchreibePlan("22a", "4", "", "", "1");
-    struct SFall {
+    const struct {
         char cAbrArt;
         CString sPlan;
         bool bOhne22a, bOk;
-    };
-    const SFall aFaelle[] = {
+    } aFaelle[] = {
         {'z', "ze", true, true},   {'z', "kfo", false, false}, {'k', "kfo", true, true},
         {'k', "ze", false, false}, {'p', "par", true, true},   {'9', "22a", false, true},
         {'p', "22a", true, false}, {'7', "22a", true, false},  {'p', "ze", false, true},
         {'c', "weg", true, true},
     };
-    for (const SFall & fall : aFaelle) {
+    for (const auto & fall : aFaelle) {
         m_vPlaene.clear();
         EXPECT_EQ(Tor(fall.cAbrArt, fall.sPlan, fall.bOhne22a), fall.bOk)
             << fall.cAbrArt << fall.sPlan.Utf8();
@@ -108,21 +108,15 @@ TEST_F(PlanUndRechnungTest, APlanIsJudgedByTheKindOfBilling) {
 TEST_F(PlanUndRechnungTest, APlanIsReadAndReportedOnce) {
     SchreibePlan("gut", "2", "60", "4");
     SchreibePlan("roh", "2");
-    struct SSchritt {
-        CString sPlan;
-        bool bOk;
-        int iPos;
-        bool bGelesen;
+    const std::tuple<const char *, int, bool> aSchritte[] = {
+        {"weg", -1, true}, {"gut", 1, true},  {"roh", -1, true},
+        {"gut", 1, false}, {"weg", 0, false}, {"roh", 2, false},
     };
-    const SSchritt aSchritte[] = {
-        {"weg", false, -1, true}, {"gut", true, 1, true},   {"roh", false, -1, true},
-        {"gut", true, 1, false},  {"weg", false, 0, false}, {"roh", false, 2, false},
-    };
-    for (const SSchritt & schritt : aSchritte) {
-        SCOPED_TRACE(&schritt - aSchritte);
-        EXPECT_EQ(Tor('z', schritt.sPlan), schritt.bOk);
-        EXPECT_EQ(m_iPos, schritt.iPos);
-        EXPECT_EQ(HatGelesen(), schritt.bGelesen);
+    for (const auto & [pPlan, iPos, bGelesen] : aSchritte) {
+        SCOPED_TRACE(pPlan);
+        EXPECT_EQ(Tor('z', pPlan), *pPlan == 'g');
+        EXPECT_EQ(m_iPos, iPos);
+        EXPECT_EQ(HatGelesen(), bGelesen);
         EXPECT_EQ(Fehler(), VFehler{8});
         m_accu.m_BehHit.DATUM = "20240102"; // would be an error of its own
     }
@@ -131,15 +125,14 @@ TEST_F(PlanUndRechnungTest, APlanIsReadAndReportedOnce) {
 }
 
 TEST_F(PlanUndRechnungTest, PeriodontalHitsTakeAFinerKind) {
-    struct SFall {
+    // The last "beva" of plan "mit" is the entry 002 of visit "a" on 20240301.
+    const struct {
         char cAbrArt;
         CString sPlan, sLst, sDatum;
         char cSitzung;
         CString sLfd;
         char cMarken, cBeva; // the kind by each of the two flags
-    };
-    // The last "beva" of plan "mit" is the entry 002 of visit "a" on 20240301.
-    const SFall aFaelle[] = {
+    } aFaelle[] = {
         {'p', "mit", "p200", "20240301", 'a', "002", '6', '6'},
         {'p', "mit", "p200", "20240301", 'a', "003", '6', '7'},
         {'p', "mit", "p200", "20240301", 0, "b", '6', '7'},
@@ -163,9 +156,8 @@ TEST_F(PlanUndRechnungTest, PeriodontalHitsTakeAFinerKind) {
                          .m_LFDBEHEINTRAG = "002",
                          .m_LSTNR = "beva",
                          .m_PATBILL = "7"});
-    for (const SFall & fall : aFaelle) {
-        const auto Kind = [&](bool bParMarken, bool bParBeva) {
-            CBehHitLine & hit = m_accu.m_BehHit;
+    for (const auto & fall : aFaelle) {
+        const auto Kind = [&, &hit = m_accu.m_BehHit](bool bParMarken, bool bParBeva) {
             hit.LSTNR = fall.sLst;
             hit.DATUM = fall.sDatum;
             hit.SITZUNG = fall.cSitzung;
