@@ -68,6 +68,7 @@ TEST_F(CBewertungTest, PrivateLeistung) {
         CString sFaktor, sSatz;
         int iAnzahl;
         CString sBetrag;
+        int iPunkte = 5000;
     } aFaelle[] = {
         {"exact product is not cut", 'p', '1', "23000", "e1000", 100, "e2300"},
         {"half a cent cut", 'p', '1', "23000", "e1005", 100, "e2311"},
@@ -82,32 +83,17 @@ TEST_F(CBewertungTest, PrivateLeistung) {
         {"factor no number", 'p', '2', "x", "e1000", 100, "0"},
         {"rate empty", 'p', '2', "23000", "", 100, "0"},
         {"rate 0", 'a', 0, "23000", "e0", 100, "0"},
+        {"points", 'q', '1', "10000", "e777", 100, "e6", 1},
+        {"no points", 'q', '1', "23000", "e777", 100, "0", 0},
+        {"points without factor", 'q', '1', "", "e777", 100, "0"},
+        {"highest points", 'q', '1', "35000", "", 100, "e1968473480", 99999999},
     };
     for (const auto & fall : aFaelle) {
         CBehHitLine hit = Privat(fall.cGoArt, fall.cGoSubArt, fall.sFaktor, fall.sSatz);
-        hit.PUNKTE = 5000;
+        hit.PUNKTE = fall.iPunkte;
         hit.ANZAHL = fall.iAnzahl;
         Betrag(hit);
         EXPECT_EQ(Text(hit.BETRAG), fall.sBetrag) << fall.pName;
-    }
-}
-
-TEST_F(CBewertungTest, PunkteEinesPrivatenVerzeichnisses) {
-    const struct {
-        int iPunkte;
-        CString sFaktor, sBetrag;
-    } aFaelle[] = {
-        {100, "23000", "e1294"},
-        {1, "10000", "e6"},
-        {0, "23000", "0"},
-        {100, "", "0"},
-        {99999999, "35000", "e1968473480"},
-    };
-    for (const auto & fall : aFaelle) {
-        CBehHitLine hit = Privat('q', '1', fall.sFaktor, "e777");
-        hit.PUNKTE = fall.iPunkte;
-        Betrag(hit);
-        EXPECT_EQ(Text(hit.BETRAG), fall.sBetrag) << fall.iPunkte << " x " << fall.sFaktor.Utf8();
     }
 }
 
@@ -197,13 +183,6 @@ TEST_F(CBewertungTest, AbschlagBleibtUnberuehrtAusserNachEinemFaktor) {
     }
 }
 
-TEST_F(CBewertungTest, NullHatKeineWaehrungVerloren) {
-    CBehHitLine hit = Hit('p', '2');
-    hit.BETRAG = CDBetrag("e500");
-    Betrag(hit);
-    EXPECT_EQ(Text(hit.BETRAG), "e0"_t);
-}
-
 // ---- the stored amount
 
 TEST_F(CBewertungTest, GespeicherterBetragStehtJeKopf) {
@@ -245,22 +224,21 @@ TEST_F(CBewertungTest, GespeicherterBetragStehtJeKopf) {
 
 TEST_F(CBewertungTest, PunkteMalPunktwert) {
     const struct {
-        const char * pName;
         char cGoArt;
         int iPunkte, iAnzahl;
         CString sPunktwert, sBetrag;
     } aFaelle[] = {
-        {"not rounded", 'k', 3300, 100, "e13233", "e4366.89"},
-        {"half a unit", 'g', 3300, 50, "e13233", "e2183.445"},
-        {"old currency", 'k', 3300, 100, " 18000", " 5940"},
-        {"no points", 'k', 0, 100, "e13233", "e0"},
-        {"no value", 'k', 3300, 100, "", ""},
-        {"product beyond 32 bits", 'k', 1000000, 3000, "e10000", "e-12949672.96"},
-        {"laboratory stays", '1', 3300, 100, "e13233", "e777"},
-        {"no kind stays", 0, 3300, 100, "e13233", "e777"},
+        {'k', 3300, 100, "e13233", "e4366.89"},
+        {'g', 3300, 50, "e13233", "e2183.445"},
+        {'k', 3300, 100, " 18000", " 5940"},
+        {'k', 0, 100, "e13233", "e0"},
+        {'k', 3300, 100, "", ""},
+        {'k', 1000000, 3000, "e10000", "e-12949672.96"},
+        {'1', 3300, 100, "e13233", "e777"},
+        {0, 3300, 100, "e13233", "e777"},
     };
     for (const auto & fall : aFaelle) {
-        SCOPED_TRACE(fall.pName);
+        SCOPED_TRACE(std::to_string(fall.iPunkte) + " x " + fall.sPunktwert.Utf8());
         CBehHitLine hit = Hit(fall.cGoArt);
         hit.PUNKTE = fall.iPunkte;
         hit.ANZAHL = fall.iAnzahl;
@@ -651,6 +629,7 @@ TEST_F(CBewertungTest, RegionalfaktorDerKzv) {
     }
 }
 
+// Dentures by the plan; laboratory and material of orthodontics by the plan or as given.
 TEST_F(CBewertungTest, KassenanteilDesPlansUndDerKfo) {
     std::vector<CPlan> vPlaene(2);
     vPlaene[1].m_iKasProzent = 65;
@@ -661,23 +640,13 @@ TEST_F(CBewertungTest, KassenanteilDesPlansUndDerKfo) {
         int iPlan;
         CString sBetrag; // of 100.00, 80 percent given
     } aFaelle[] = {
-        // denture: by the plan
-        {'z', "1", 'k', 0, 'c', 1, "e6500"},
-        {'z', "1", 'k', 0, 'c', 0, "e0"},
-        {'z', "1", 'k', 0, 'c', 2, "e10000"},
-        {'z', "1", 'k', 0, 'c', -2, "e10000"},
-        {'z', "", 'k', 0, 'c', 1, "e10000"},
-        {'z', "1", '1', 0, 'f', -1, "e10000"},
-        // orthodontics: laboratory and material, by the plan or as given
-        {'k', "1", 'k', 0, 'a', 1, "e10000"},
-        {'k', "1", 'k', 0, 'f', 1, "e6500"},
-        {'k', "", 'k', 0, 'f', -1, "e8000"},
-        {'k', "", 'k', 0, 'a', -1, "e10000"},
-        {'k', "", '8', 0, '8', -1, "e8000"},
-        {'k', "", '5', 0, '5', -1, "e10000"},
-        {'k', "", 'g', '6', 'a', -1, "e8000"},
-        {'k', "", 'q', 's', 'a', -1, "e8000"},
-        // no other kind
+        {'z', "1", 'k', 0, 'c', 1, "e6500"},   {'z', "1", 'k', 0, 'c', 0, "e0"},
+        {'z', "1", 'k', 0, 'c', 2, "e10000"},  {'z', "1", 'k', 0, 'c', -2, "e10000"},
+        {'z', "", 'k', 0, 'c', 1, "e10000"},   {'z', "1", '1', 0, 'f', -1, "e10000"},
+        {'k', "1", 'k', 0, 'a', 1, "e10000"},  {'k', "1", 'k', 0, 'f', 1, "e6500"},
+        {'k', "", 'k', 0, 'f', -1, "e8000"},   {'k', "", 'k', 0, 'a', -1, "e10000"},
+        {'k', "", '8', 0, '8', -1, "e8000"},   {'k', "", '5', 0, '5', -1, "e10000"},
+        {'k', "", 'g', '6', 'a', -1, "e8000"}, {'k', "", 'q', 's', 'a', -1, "e8000"},
         {'m', "1", '1', 0, 'f', 1, "e10000"},
     };
     for (const auto & fall : aFaelle) {
@@ -722,17 +691,14 @@ TEST_F(CBewertungTest, BefundEinerUntersuchung) {
 }
 
 TEST_F(CBewertungTest, NameEinerLeistungsgruppe) {
-    m_accu.m_vSpTechLst.resize(2);
-    m_accu.m_vSpGoStat.resize(3);
-    const auto Setze = [](CSPData & eintrag, const CString & sKey, const CString & sText) {
+    const auto Eintrag = [](const CString & sKey, const CString & sText) {
+        CSPData eintrag;
         eintrag.m_sKey = sKey;
         eintrag.m_sText = sText;
+        return eintrag;
     };
-    Setze(m_accu.m_vSpTechLst[0], "1", "Labor");
-    Setze(m_accu.m_vSpTechLst[1], "$", "Dollar");
-    Setze(m_accu.m_vSpGoStat[0], "1", "Eins");
-    Setze(m_accu.m_vSpGoStat[1], "2", "Zwei");
-    Setze(m_accu.m_vSpGoStat[2], "", "Ohne");
+    m_accu.m_vSpTechLst = {Eintrag("1", "Labor"), Eintrag("$", "Dollar")};
+    m_accu.m_vSpGoStat = {Eintrag("1", "Eins"), Eintrag("2", "Zwei"), Eintrag("", "Ohne")};
     EXPECT_EQ(m_accu.GetLstGrpName('T', '1'), "Labor"_t);
     EXPECT_EQ(m_accu.GetLstGrpName('T', '2'), "Zwei"_t);
     EXPECT_EQ(m_accu.GetLstGrpName('t', '1'), "Eins"_t);

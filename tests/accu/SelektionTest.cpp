@@ -156,18 +156,18 @@ TEST_F(SelektionTest, NummernHabenIhreStellen) {
         {"0", " 0", "         0"},
         {"abc", " 0", "         0"},
         {"123", "123", "       123"},
-        {"12345678901", "12345678901", "2345678901"},
     };
     for (const auto & fall : aFaelle) {
         SCOPED_TRACE(fall.sGesetzt.Utf8());
         m_accu.SetPatient(fall.sGesetzt);
         EXPECT_EQ(m_accu.GetPatient(), fall.sZehn);
-        if (fall.sGesetzt.GetLength() > 9) continue;
         m_accu.SetMandant(fall.sGesetzt);
         m_accu.SetPraxisId(fall.sGesetzt);
         EXPECT_EQ(m_accu.GetMandant(), fall.sZwei);
         EXPECT_EQ(m_accu.GetPraxisId(), fall.sZwei);
     }
+    m_accu.SetPatient("12345678901");
+    EXPECT_EQ(m_accu.GetPatient(), "2345678901"_t);
 }
 
 TEST_F(SelektionTest, ZaehlerWerdenNieNegativ) {

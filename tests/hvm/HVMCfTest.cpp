@@ -222,84 +222,55 @@ TEST_P(HVMCfSpeicher, DoppelteReihenWerdenEine) {
 
 // ---- switches
 
-// Typed from the description of the rows, in field order.
-constexpr struct {
-    char cZeile;
-    int iStelle;
-    bool bStart;
-    bool (CHVMCf::*fGetter)() const;
-} SCHALTER[] = {
-    {'e', 0, false, &CHVMCf::KBRMitLab},
-    {'e', 1, false, &CHVMCf::KCHMitKFO},
-    {'e', 2, false, &CHVMCf::KCHMitIP},
-    {'e', 3, false, &CHVMCf::KFOMitLab},
-    {'e', 10, false, &CHVMCf::KFOMitIP},
-    {'e', 11, false, &CHVMCf::KFOMitSach},
-    {'x', 8, false, &CHVMCf::KFONurRoe},
-    {'e', 13, false, &CHVMCf::KFOMitNeufall},
-    {'e', 4, false, &CHVMCf::MitBKS},
-    {'e', 5, false, &CHVMCf::MitSonstKas},
-    {'e', 6, false, &CHVMCf::PARMitLab},
-    {'e', 7, false, &CHVMCf::PrimaerTrennung},
-    {'e', 8, false, &CHVMCf::ErsatzTrennung},
-    {'e', 9, false, &CHVMCf::RVOFremdTrennung},
-    {'x', 6, false, &CHVMCf::ErsatzFremdTrennung},
-    {'e', 12, false, &CHVMCf::MitFremd},
-    {'e', 14, false, nullptr},
-    {'e', 15, false, nullptr},
-    {'e', 16, true, nullptr},
-    {'e', 17, false, &CHVMCf::MitWso4},
-    {'e', 20, false, &CHVMCf::MitBPG9},
-    {'e', 18, false, &CHVMCf::MitKKGeb},
-    {'e', 19, false, &CHVMCf::PARZuKCH},
-    {'x', 7, false, &CHVMCf::KBRZuKCH},
-    {'x', 12, false, nullptr},
-    {'x', 0, false, nullptr},
-    {'x', 1, false, nullptr},
-    {'x', 2, false, nullptr},
-    {'x', 3, true, nullptr},
-    {'x', 4, true, nullptr},
-    {'x', 5, false, nullptr},
-    {'x', 9, false, nullptr},
-    {'x', 10, false, nullptr},
-    {'x', 11, false, &CHVMCf::KBRFallgruppen},
-    {'x', 13, false, nullptr},
-    {'x', 14, false, &CHVMCf::PARFallgruppen3},
-    {'x', 15, false, &CHVMCf::PARNiedersachsen},
-};
+// In field order: row and place, and getter.
+constexpr std::pair<char, int> STELLEN[] = {
+    {'e', 0},  {'e', 1},  {'e', 2},  {'e', 3},  {'e', 10}, {'e', 11}, {'x', 8},  {'e', 13},
+    {'e', 4},  {'e', 5},  {'e', 6},  {'e', 7},  {'e', 8},  {'e', 9},  {'x', 6},  {'e', 12},
+    {'e', 14}, {'e', 15}, {'e', 16}, {'e', 17}, {'e', 20}, {'e', 18}, {'e', 19}, {'x', 7},
+    {'x', 12}, {'x', 0},  {'x', 1},  {'x', 2},  {'x', 3},  {'x', 4},  {'x', 5},  {'x', 9},
+    {'x', 10}, {'x', 11}, {'x', 13}, {'x', 14}, {'x', 15}};
+using FGetter = bool (CHVMCf::*)() const;
+template <class... F> std::vector<FGetter> Liste(F... fGetter) { return {fGetter...}; }
+const std::vector<FGetter> GETTER =
+    Liste(&CHVMCf::KBRMitLab, &CHVMCf::KCHMitKFO, &CHVMCf::KCHMitIP, &CHVMCf::KFOMitLab, &CHVMCf::KFOMitIP,
+          &CHVMCf::KFOMitSach, &CHVMCf::KFONurRoe, &CHVMCf::KFOMitNeufall, &CHVMCf::MitBKS,
+          &CHVMCf::MitSonstKas, &CHVMCf::PARMitLab, &CHVMCf::PrimaerTrennung, &CHVMCf::ErsatzTrennung,
+          &CHVMCf::RVOFremdTrennung, &CHVMCf::ErsatzFremdTrennung, &CHVMCf::MitFremd, nullptr, nullptr,
+          nullptr, &CHVMCf::MitWso4, &CHVMCf::MitBPG9, &CHVMCf::MitKKGeb, &CHVMCf::PARZuKCH,
+          &CHVMCf::KBRZuKCH, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+          &CHVMCf::KBRFallgruppen, nullptr, &CHVMCf::PARFallgruppen3, &CHVMCf::PARNiedersachsen);
 
 TEST_F(HVMCf, OhneReihenStehenDieAnfangswerte) {
-    ASSERT_EQ(std::size(HVM_SCHALTER), std::size(SCHALTER));
     CHVMCf cf;
     for (const SHvmSchalter & schalter : HVM_SCHALTER) // all upside down
         if (schalter.pFlag) cf.*schalter.pFlag = !schalter.bStart;
     cf.m_iEinstell14 = 9;
     cf.m_abFeiertag[3] = true;
-    EXPECT_FALSE(cf.ExistHVMConf());
-    EXPECT_FALSE(cf.ReadEi());
-    EXPECT_FALSE(cf.ReadFt());
+    EXPECT_FALSE(cf.ExistHVMConf() || cf.ReadEi() || cf.ReadFt());
     EXPECT_FALSE(cf.m_abFeiertag[3]);
-    for (std::size_t i = 0; i < std::size(SCHALTER); ++i) {
-        EXPECT_EQ(Wert(cf, i), SCHALTER[i].bStart ? 1 : 0) << HVM_SCHALTER[i].pName;
-    }
+    cf.WriteParPool();
+    EXPECT_EQ(Lies(),
+              (CReihen{{"einstell", "000000000000000010000"}, {"einstellx", "00011000000000000000"}}));
 }
 
 // A "1" at a place turns on the switch of that place, its getter, and nothing else.
 TEST_F(HVMCf, JederSchalterHatSeineStelle) {
-    for (std::size_t i = 0; i < std::size(SCHALTER); ++i) {
+    ASSERT_EQ(std::size(HVM_SCHALTER), std::size(STELLEN));
+    ASSERT_EQ(std::size(HVM_SCHALTER), std::size(GETTER));
+    for (std::size_t i = 0; i < std::size(STELLEN); ++i) {
+        const auto [cZeile, iStelle] = STELLEN[i];
+        CReihen vReihen = {{"einstell", std::string(21, '0')}, {"einstellx", std::string(20, '0')}};
+        vReihen[cZeile == 'x'].second[static_cast<std::size_t>(iStelle)] = '1';
+        Schreibe(vReihen);
         CHVMCf cf;
-        std::string asWerte[] = {std::string(21, '0'), std::string(20, '0')};
-        asWerte[SCHALTER[i].cZeile == 'x'][static_cast<std::size_t>(SCHALTER[i].iStelle)] = '1';
-        Schreibe({{"einstell", asWerte[0]}, {"einstellx", asWerte[1]}});
         EXPECT_TRUE(cf.ReadEi());
-        for (std::size_t k = 0; k < std::size(SCHALTER); ++k) {
-            EXPECT_EQ(Wert(cf, k), k == i ? 1 : 0)
-                << HVM_SCHALTER[i].pName << " set, " << HVM_SCHALTER[k].pName << " asked";
-            if (SCHALTER[k].fGetter == nullptr) continue;
-            EXPECT_EQ((cf.*SCHALTER[k].fGetter)(), k == i) << HVM_SCHALTER[k].pName;
+        for (std::size_t k = 0; k < std::size(STELLEN); ++k) {
+            SCOPED_TRACE(std::string(HVM_SCHALTER[i].pName) + " set, asked " + HVM_SCHALTER[k].pName);
+            EXPECT_EQ(Wert(cf, k), k == i ? 1 : 0);
+            EXPECT_EQ(GETTER[k] && (cf.*GETTER[k])(), GETTER[k] && k == i);
         }
         cf.WriteParPool();
-        EXPECT_EQ(Lies(), (CReihen{{"einstell", asWerte[0]}, {"einstellx", asWerte[1]}}));
+        EXPECT_EQ(Lies(), vReihen);
     }
 }
 
@@ -495,19 +466,21 @@ TEST_F(HVMCf, LeistungenAusBeliebigenReihen) {
 // ---- all or nothing
 
 // Old rows, and a configuration that changes, adds and deletes rows of every kind.
-const CReihen ALT = {{"at-012024", "0"},
-                     {"be-01c", "a|0|1|0|"},
-                     {"bg-01c", "b|0|1|0|"},
-                     {"bg-01c01", "x|alt"},
-                     {"bg-01c03", "x|weg"},
-                     {"bw-01", "1"},
-                     {"einstell", "1"},
-                     {"einstellx", "1"},
-                     {"feiertag", "1"},
-                     {"leistung00", "alt"},
-                     {"leistung05", "weg"},
-                     {"ur-0120240", "2024010120240102"},
-                     {"ur-0120244", "2024010120240102"}};
+const CReihen ALT = {
+    {"at-012024", "0"},
+    {"be-01c", "a|0|1|0|"},
+    {"bg-01c", "b|0|1|0|"},
+    {"bg-01c01", "x|alt"},
+    {"bg-01c03", "x|weg"},
+    {"bw-01", "1"},
+    {"einstell", "1"},
+    {"einstellx", "1"},
+    {"feiertag", "1"},
+    {"leistung00", "alt"},
+    {"leistung05", "weg"},
+    {"ur-0120240", "2024010120240102"},
+    {"ur-0120244", "2024010120240102"},
+};
 
 bool SchreibeNeu() {
     CHVMCf cf;
