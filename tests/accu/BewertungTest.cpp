@@ -199,9 +199,8 @@ TEST_F(CBewertungTest, GespeicherterBetragStehtJeKopf) {
         return Text(hit.BETRAG);
     };
     const std::pair<const char *, const char *> aTexte[] = {
-        // Windows-1252
         {"gruppe pat/3 am Abend", "e1000"},
-        {"F\xFCr Pat/ 4", "e750"},
+        {"F\xFCr Pat/ 4", "e750"}, // Windows-1252
         {"PAT/2 PAT/3", "e1500"},
         {"PATPAT/3", "e1000"},
         {"PAT/1", "e3000"},
@@ -214,10 +213,8 @@ TEST_F(CBewertungTest, GespeicherterBetragStehtJeKopf) {
         EXPECT_EQ(Gespeichert('g', "7810", pText), CString(pBetrag)) << pText;
     for (const char * pBild : {"7811", "7820", "7821", "7830", "7831", "7840", "7841", "7928", "7929"})
         EXPECT_EQ(Gespeichert('g', pBild, "PAT/3"), "e1000"_t) << pBild;
-    for (const char * pBild : {"7812", "781"})
-        EXPECT_EQ(Gespeichert('g', pBild, "PAT/3"), "e3000"_t) << pBild;
-    for (const char cGoArt : {'k', 'p', '1'})
-        EXPECT_EQ(Gespeichert(cGoArt, "7810", "PAT/3"), "e3000"_t) << cGoArt;
+    for (const auto & [cGoArt, pBild] : {std::pair{'g', "7812"}, {'g', "781"}, {'k', "7810"}, {'p', "7810"}})
+        EXPECT_EQ(Gespeichert(cGoArt, pBild, "PAT/3"), "e3000"_t) << cGoArt << pBild;
 }
 
 // ---- the amount by points

@@ -206,14 +206,10 @@ TEST_F(SelektionTest, LebsListeStehtInApostrophen) {
 }
 
 TEST_F(SelektionTest, PunktwertArtenUndAbrechenbare) {
-    EXPECT_TRUE(m_accu.PwLArtOk('1'));
-    EXPECT_TRUE(m_accu.PwLArtOk(0));
+    EXPECT_TRUE(m_accu.PwLArtOk(0)) << "without selection";
     m_accu.SetPwLArt("13");
-    EXPECT_TRUE(m_accu.PwLArtOk('1'));
-    EXPECT_TRUE(m_accu.PwLArtOk('3'));
-    EXPECT_FALSE(m_accu.PwLArtOk('2'));
-    EXPECT_FALSE(m_accu.PwLArtOk(0));
-
+    for (const auto & [cArt, bErwartet] : {std::pair{'1', true}, {'3', true}, {'2', false}, {'\0', false}})
+        EXPECT_EQ(m_accu.PwLArtOk(cArt), bErwartet) << cArt;
     EXPECT_TRUE(m_accu.OnlyAbrechenbareOk('0'));
     m_accu.SetOnlyAbrechenbare(true);
     EXPECT_TRUE(m_accu.OnlyAbrechenbareOk('1'));
