@@ -388,7 +388,7 @@ TEST_F(HVMCf, EinTopfOhneReihenHatDieWerteEinesNeuen) {
 // The value of an owner is written where his pots begin.
 TEST_F(HVMCf, BwStehtBeimErstenTopfJedesMandanten) {
     CHVMCf cf;
-    for (const auto & [sMandant, iBw] : {std::pair("01", 5), {"01", 6}, {"02", 7}, {"01", 8}})
+    for (const auto & [sMandant, iBw] : {std::pair("01", 5), {"02", 7}, {"01", 8}, {"01", 9}})
         cf.m_vBgParam.push_back({CString(sMandant), 'c', {}, false, 1, false, iBw});
     cf.m_vBgParam.push_back({});                                 // of nobody
     cf.m_vBgParam.back().m_mSel = {{'g', Auswahl({{"", "a"}})}}; // and of no kind: no row
