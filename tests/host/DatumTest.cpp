@@ -8,56 +8,35 @@ namespace {
 
 using namespace orvostat;
 
+struct SPaar {
+    CString sDatum, sErwartet;
+};
+
 TEST(Datum, QuartaleUndIhreGrenzen) {
     const struct {
         CString sDatum, sQuartal, sAnfang, sEnde;
     } vFaelle[] = {
-        {"20240101", "20241", "20240101", "20240331"},
-        {"20240215", "20241", "20240101", "20240331"},
-        {"20240331", "20241", "20240101", "20240331"},
-        {"20240401", "20242", "20240401", "20240630"},
-        {"20240630", "20242", "20240401", "20240630"},
-        {"20240701", "20243", "20240701", "20240930"},
-        {"20240930", "20243", "20240701", "20240930"},
-        {"20241001", "20244", "20241001", "20241231"},
-        {"99991231", "99994", "99991001", "99991231"},
-        {"00010101", "00011", "00010101", "00010331"},
-        {"20240500", "20242", "20240401", "20240630"}, // the day is not asked for
-        {"", "", "", ""},
-        {"        ", "", "", ""},
-        {"20240001", "", "", ""},
-        {"20241301", "", "", ""},
-        {"00000101", "", "", ""},
-        {"2024010", "", "", ""},
-        {"202401011", "", "", ""},
-        {"2024-1-1", "", "", ""},
-        {"-2024010", "", "", ""},
-        {"2024010x"_t, "", "", ""},
-    };
+        {"20240101", "20241", "20240101", "20240331"}, {"20240331", "20241", "20240101", "20240331"},
+        {"20240401", "20242", "20240401", "20240630"}, {"20240630", "20242", "20240401", "20240630"},
+        {"20240701", "20243", "20240701", "20240930"}, {"20241001", "20244", "20241001", "20241231"},
+        {"99991231", "99994", "99991001", "99991231"}, {"00010101", "00011", "00010101", "00010331"},
+        {"20240500", "20242", "20240401", "20240630"}}; // the day is not asked for
     for (const auto & fall : vFaelle) {
         EXPECT_EQ(DbDate2Quartal(fall.sDatum), fall.sQuartal) << fall.sDatum.Utf8();
         EXPECT_EQ(QuartalsAnfang(fall.sDatum), fall.sAnfang) << fall.sDatum.Utf8();
         EXPECT_EQ(QuartalsEnde(fall.sDatum), fall.sEnde) << fall.sDatum.Utf8();
     }
+    const CString vOhneQuartal[] = {"",        "20240001",  "20241301", "00000101",
+                                    "2024010", "202401011", "-2024010", "2024010x"_t};
+    for (const CString & s : vOhneQuartal)
+        EXPECT_EQ(DbDate2Quartal(s) + QuartalsAnfang(s) + QuartalsEnde(s), CString()) << s.Utf8();
 }
 
 TEST(Datum, GleichesQuartalTrenntJahreUndFehlendeDaten) {
-    const struct {
-        CString sA, sB;
-        bool bGleich;
-    } vFaelle[] = {
-        {"20240101", "20240331", true},
-        {"20240331", "20240401", false},
-        {"20230101", "20240101", false},
-        {"20240101", "", false},
-        {"", "", true},
-        {"", "20241301", true},
-        {"20240101", "00000101", false},
-    };
-    for (const auto & fall : vFaelle) {
-        EXPECT_EQ(GleichesQuartal(fall.sA, fall.sB), fall.bGleich) << fall.sA.Utf8() << ' ' << fall.sB.Utf8();
-        EXPECT_EQ(GleichesQuartal(fall.sB, fall.sA), fall.bGleich) << fall.sA.Utf8() << ' ' << fall.sB.Utf8();
-    }
+    for (const auto & [sA, sB] : {SPaar{"20240101", "20240331"}, {"", "20241301"}, {"", ""}})
+        EXPECT_TRUE(GleichesQuartal(sA, sB) && GleichesQuartal(sB, sA)) << sA.Utf8() << ' ' << sB.Utf8();
+    for (const auto & [sA, sB] : {SPaar{"20240331", "20240401"}, {"20230101", "20240101"}, {"20240101", ""}})
+        EXPECT_FALSE(GleichesQuartal(sA, sB) || GleichesQuartal(sB, sA)) << sA.Utf8() << ' ' << sB.Utf8();
 }
 
 TEST(Datum, TageDesMonats) {
@@ -67,18 +46,14 @@ TEST(Datum, TageDesMonats) {
     EXPECT_EQ(LastDayI(2, 2024), 29);
     EXPECT_EQ(LastDayI(2, 2000), 29);
     EXPECT_EQ(LastDayI(2, 1900), 28);
-    EXPECT_EQ(LastDayI(-1, 2024), 0);
 }
 
 TEST(Datum, AnzeigeUndZurueck) {
-    const struct {
-        CString sDb, sAnzeige;
-    } vFaelle[] = {
-        {"20240709", "09.07.2024"}, {"00010203", "03.02.0001"}, {"19560000", "00.00.1956"}, {"", ""}};
-    for (const auto & fall : vFaelle) {
-        EXPECT_EQ(Db2Date(fall.sDb), fall.sAnzeige);
-        EXPECT_EQ(Date2Db(fall.sAnzeige), fall.sDb);
-        EXPECT_EQ(StrToExt(fall.sDb, 5, 8), fall.sAnzeige);
+    const SPaar vFaelle[] = {
+        {"20240709", "09.07.2024"}, {"00010203", "03.02.0001"}, {"19560000", "00.00.1956"}};
+    for (const auto & [sDb, sAnzeige] : vFaelle) {
+        EXPECT_EQ(StrToExt(sDb, 5, 8), sAnzeige);
+        EXPECT_EQ(Date2Db(sAnzeige), sDb);
     }
     EXPECT_EQ(Db2Date("1956"), CString("1956"));
     EXPECT_EQ(Db2Date("2024070x"_t), "2024070x"_t);
@@ -86,41 +61,22 @@ TEST(Datum, AnzeigeUndZurueck) {
 }
 
 TEST(Datum, Date2DbNimmtNurDaten) {
-    const struct {
-        CString sEingabe, sErwartet;
-    } vFaelle[] = {
-        {"9.7.2024", "20240709"},
-        {"31.02.2024", "20240231"},
-        {"20240709", "20240709"},
-        {"9.7.24", ""},
-        {"09.07.20245", ""},
-        {"009.7.2024", ""},
-        {".7.2024", ""},
-        {"9..2024", ""},
-        {"09/07/2024", ""},
-        {"09.07", ""},
-        {"09.07.", ""},
-        {"a9.07.2024"_t, ""},
-        {"09.07.20 4", ""},
-        {"-9.07.2024", ""},
-        {"heute", ""},
-        {".", ""},
-    };
-    for (const auto & fall : vFaelle)
-        EXPECT_EQ(Date2Db(fall.sEingabe), fall.sErwartet) << fall.sEingabe.Utf8();
+    EXPECT_EQ(Date2Db("9.7.2024"), CString("20240709"));
+    EXPECT_EQ(Date2Db("31.02.2024"), CString("20240231"));
+    EXPECT_EQ(Date2Db("20240709"), CString("20240709"));
+    const CString vKeine[] = {"",           "9.7.24", "09.07.20245",  "009.7.2024", ".7.2024", "9..2024",
+                              "09/07/2024", "09.07",  "a9.07.2024"_t, "09.07.20 4", "."};
+    for (const CString & s : vKeine)
+        EXPECT_EQ(Date2Db(s), CString()) << s.Utf8();
 }
 
 TEST(Datum, GueltigkeitUndWochentag) {
     const struct {
         CString sDatum;
         int iWochentag; // 0: no date
-    } vFaelle[] = {
-        {"20240630", 1},   {"20240701", 2}, {"20241120", 4}, {"20240706", 7}, {"20240229", 5},
-        {"20000229", 3},   {"19000228", 4}, {"00010101", 2}, {"99991231", 6}, {"20230229", 0},
-        {"19000229", 0},   {"20240431", 0}, {"20240400", 0}, {"20240001", 0}, {"20241301", 0},
-        {"00000101", 0},   {"00001231", 0}, {"99999999", 0}, {"", 0},         {"2024063", 0},
-        {"30.06.2024", 0},
-    };
+    } vFaelle[] = {{"20240630", 1}, {"20240701", 2}, {"20240706", 7}, {"20240229", 5}, {"00010101", 2},
+                   {"99991231", 6}, {"20230229", 0}, {"19000229", 0}, {"20240400", 0}, {"20240001", 0},
+                   {"20241301", 0}, {"00001231", 0}, {"", 0},         {"2024063", 0},  {"30.06.2024", 0}};
     for (const auto & fall : vFaelle) {
         EXPECT_EQ(Wochentag(fall.sDatum), fall.iWochentag) << fall.sDatum.Utf8();
         EXPECT_EQ(GueltigesDatum(fall.sDatum), fall.iWochentag != 0) << fall.sDatum.Utf8();
@@ -132,37 +88,26 @@ TEST(Datum, TageAddieren) {
         CString sDatum;
         long iTage;
         CString sErwartet;
-    } vFaelle[] = {
-        {"20240228", 1, "20240229"},
-        {"20230228", 1, "20230301"},
-        {"20240331", -48, "20240212"}, // Rosenmontag before Easter
-        {"20240331", 60, "20240530"},  // Fronleichnam after it
-        {"20231231", 1, "20240101"},
-        {"20240101", -1, "20231231"},
-        {"20240101", 0, "20240101"},
-        {"20000101", 36525, "21000101"},
-        {"00010101", 3652058, "99991231"},
-        {"99991231", 1, ""},
-        {"00010101", -1, ""},
-        {"20240101", std::numeric_limits<long>::max(), ""},
-        {"20240101", std::numeric_limits<long>::min(), ""},
-        {"20230229", 1, ""},
-        {"", 1, ""},
-    };
+    } vFaelle[] = {{"20240228", 1, "20240229"},   {"20230228", 1, "20230301"},
+                   {"20240331", -48, "20240212"}, {"20231231", 1, "20240101"},
+                   {"20240101", 0, "20240101"},   {"00010101", 3652058, "99991231"}};
     for (const auto & fall : vFaelle)
         EXPECT_EQ(CString(CMxDate(fall.sDatum, true) + fall.iTage), fall.sErwartet)
             << fall.sDatum.Utf8() << fall.iTage;
+    EXPECT_FALSE((CMxDate("99991231") + 1).IsValid());
+    EXPECT_FALSE((CMxDate("00010101") + -1).IsValid());
+    EXPECT_FALSE((CMxDate("20230229") + 1).IsValid());
+    for (const long iTage : {std::numeric_limits<long>::min(), std::numeric_limits<long>::max()})
+        EXPECT_FALSE((CMxDate("20240101") + iTage).IsValid());
     EXPECT_EQ(CString(CMxDate("01.07.2024", false)), CString("20240701"));
     EXPECT_LT(CMxDate("20240630"), CMxDate("20240701"));
-    EXPECT_FALSE((CMxDate("") + 5).IsValid());
 }
 
 class DatumAmHost : public CHostTest {};
 
 TEST_F(DatumAmHost, HeuteUndJetztKommenVonDerUhr) {
-    EXPECT_EQ(GetMxDate(), CString("20240701"));
-    EXPECT_EQ(GetMxTime(), CString("09:05"));
     EXPECT_EQ(CString(CMxDate()), CString("20240701"));
+    EXPECT_EQ(GetMxTime(), CString("09:05"));
     m_uhr.m_zeit = {2031, 12, 24, 23, 59};
     EXPECT_EQ(GetMxDate(), CString("20311224"));
     EXPECT_EQ(GetMxTime(), CString("23:59"));
