@@ -152,22 +152,15 @@ TEST(BetragTest, GespeicherterText) {
 }
 
 TEST(BetragTest, GespeicherterTextInSpalten) {
-    struct SFall {
-        const char * pText;
-        int iWidth;
-        bool bSigned;
-        const char * pSoll;
-    };
-    constexpr SFall FAELLE[] = {{"e-5", 6, true, "e   -5"}, {"e-5", 6, false, "e    5"},
-                                {" 5", 4, true, "   5"},    {"5", 4, true, "5   "},
-                                {"e123", 3, true, "e123"},  {"e5", -1, true, "e5"},
-                                {"", 4, true, "    "}};
-    for (const SFall & f : FAELLE) {
-        const CDBetrag betrag{CString(f.pText)};
-        const CString sSpalte = betrag.ToDb(f.iWidth, f.bSigned, false, 0.0, 0.0);
-        EXPECT_EQ(sSpalte.Utf8(), f.pSoll);
-        EXPECT_TRUE(!f.bSigned || CDBetrag(sSpalte) == betrag) << f.pText;
+    constexpr SPaar FAELLE[] = {
+        {"e-5", "e  -5"}, {" 5", "    5"}, {"5", "5    "}, {"e12345", "e12345"}, {"", "     "}};
+    for (const auto & [pText, pSoll] : FAELLE) {
+        const CString sSpalte = CDBetrag{CString(pText)}.ToDb(5, true, false, 0.0, 0.0);
+        EXPECT_EQ(sSpalte.Utf8(), pSoll);
+        EXPECT_TRUE(CDBetrag(sSpalte) == CDBetrag{CString(pText)}) << pText;
     }
+    EXPECT_EQ(CDBetrag("e-5").ToDb(5, false, false, 0.0, 0.0), CString("e   5"));
+    EXPECT_EQ(CDBetrag("e5").ToDb(-1, true, false, 0.0, 0.0), CString("e5"));
 }
 
 TEST(BetragTest, PunktwertZaehltZehntausendstel) {
@@ -200,20 +193,13 @@ TEST(BetragTest, GespeicherteTexteUeberstehenDieReise) {
 }
 
 TEST(BetragTest, Anzeigetext) {
-    struct SFall {
-        const char * pText;
-        int iWidth;
-        bool bThousands;
-        const char * pSoll;
-    };
-    constexpr SFall FAELLE[] = {{"e123456", 0, false, "1234,56"}, {"e12345678", 0, true, "123.456,78"},
-                                {"e99999", 0, true, "999,99"},    {" 5", 0, false, "0,05"},
-                                {"e-5", 0, false, "-0,05"},       {"e-0.4", 0, false, "0,00"},
-                                {"e100.5", 0, false, "1,01"},     {"e123456", 9, false, "  1234,56"},
-                                {"e123456", 3, true, "1.234,56"}};
-    for (const SFall & f : FAELLE)
-        EXPECT_EQ((CDBetrag{CString(f.pText)}.ToExt(f.iWidth, f.bThousands).Utf8()), f.pSoll) << f.pText;
-    EXPECT_EQ(CDBetrag("e-123456789").ToExt(0, true).Utf8(), "-1.234.567,89");
+    constexpr SPaar FAELLE[] = {
+        {"e12345678", "123.456,78"},      {"e99999", "999,99"}, {" 5", "0,05"},    {"e-5", "-0,05"},
+        {"e-123456789", "-1.234.567,89"}, {"e-0.4", "0,00"},    {"e100.5", "1,01"}};
+    for (const auto & [pText, pSoll] : FAELLE)
+        EXPECT_EQ(CDBetrag{CString(pText)}.ToExt(3, true).Utf8(), pSoll) << pText;
+    EXPECT_EQ(CDBetrag("e123456").ToExt(0, false).Utf8(), "1234,56");
+    EXPECT_EQ(CDBetrag("e123456").ToExt(9, false).Utf8(), "  1234,56");
     EXPECT_EQ(CDBetrag().ToExt(3, false).Utf8(), "   ");
 }
 
