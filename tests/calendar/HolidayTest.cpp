@@ -122,7 +122,7 @@ TEST(Holiday, NaechsterArbeitstag) {
     } FAELLE[] = {{CHoliday(), "20240703", "20240703"}, {CHoliday(), "20240706", "20240708"},
                   {CHoliday(), "20240329", "20240402"}, // Good Friday to Easter Monday
                   {Alle(), "20241231", "20250102"},     {ohneTage, "20240703", "20240703"},
-                  {CHoliday(), "20240231", "20240231"}, {CHoliday(), "", ""},
+                  {CHoliday(), "20240231", "20240231"}, {CHoliday(), "06.07.2024", "06.07.2024"},
                   {Alle(), "99991231", "99991231"}}; // a holiday, and no day behind it
     for (const auto & fall : FAELLE) {
         CString sDatum = fall.sAb;

@@ -76,7 +76,7 @@ TEST(Datum, GueltigkeitUndWochentag) {
         int iWochentag; // 0: no date
     } vFaelle[] = {{"20240630", 1}, {"20240701", 2}, {"20240706", 7}, {"20240229", 5}, {"00010101", 2},
                    {"99991231", 6}, {"20230229", 0}, {"19000229", 0}, {"20240400", 0}, {"20240001", 0},
-                   {"20241301", 0}, {"00001231", 0}, {"", 0},         {"2024063", 0},  {"30.06.2024", 0}};
+                   {"20241301", 0}, {"00000101", 0}, {"", 0},         {"2024063", 0},  {"30.06.2024", 0}};
     for (const auto & fall : vFaelle) {
         EXPECT_EQ(Wochentag(fall.sDatum), fall.iWochentag) << fall.sDatum.Utf8();
         EXPECT_EQ(GueltigesDatum(fall.sDatum), fall.iWochentag != 0) << fall.sDatum.Utf8();

@@ -94,18 +94,14 @@ TEST_F(Terminal, FrageLiestDieAntwort) {
                    {" JA \r\n", true, sFrage},
                    {"nein\n", false, sFrage},
                    {"", false, sFrage + "\n"},
-                   {"jein\nn\nj\n", false, sFrage + sFrage}};
+                   {"jein\nn\nj\n", false, sFrage + sFrage},
+                   {"\n\n\nj\n", false, sFrage + sFrage + sFrage}};
     for (const auto & fall : vFaelle) {
         m_ein = std::istringstream(fall.pEingabe);
         m_aus.str("");
         EXPECT_EQ(m_datei.Frage("Abbruch", "Wirklich?"_t, 0), fall.bJa) << fall.pEingabe;
         EXPECT_EQ(m_aus.str(), fall.sGefragt) << fall.pEingabe;
     }
-}
-
-TEST_F(Terminal, FrageGibtNachDreiVersuchenAuf) {
-    m_ein.str("\n\n\nj\n");
-    EXPECT_FALSE(m_datei.Frage("", "?", 0));
 }
 
 TEST_F(Terminal, FortschrittWirdSeltenGezeichnetUndGeloescht) {

@@ -29,21 +29,14 @@ TEST(Textfunktionen, GetMidStrWirdAufDasVorhandeneGekuerzt) {
 }
 
 TEST(Textfunktionen, BlanksAnDenEndenUndUeberall) {
-    const struct {
-        CString sText, sTrim, sTrimRight, sRemoveBlanks;
-        bool bBlank;
-    } vFaelle[] = {
-        {"", "", "", "", true},
-        {"    ", "", "", "", true},
-        {" a b ", "a b", " a b", "ab", false},
-        {"\ta\n", "\ta\n", "\ta\n", "\ta\n", false},
-        {" Frau Müller-Öhm "_t, "Frau Müller-Öhm"_t, " Frau Müller-Öhm"_t, "FrauMüller-Öhm"_t, false}};
-    for (const auto & fall : vFaelle) {
-        EXPECT_EQ(Trim(fall.sText), fall.sTrim);
-        EXPECT_EQ(TrimRight(fall.sText), fall.sTrimRight);
-        EXPECT_EQ(RemoveBlanks(fall.sText), fall.sRemoveBlanks);
-        EXPECT_EQ(Blank(fall.sText), fall.bBlank) << fall.sText.Utf8();
-    }
+    const CString s = " Frau Müller-Öhm "_t;
+    EXPECT_EQ(Trim(s), "Frau Müller-Öhm"_t);
+    EXPECT_EQ(TrimRight(s), " Frau Müller-Öhm"_t);
+    EXPECT_EQ(RemoveBlanks(s), "FrauMüller-Öhm"_t);
+    EXPECT_EQ(Trim("    ") + TrimRight("    ") + RemoveBlanks("    "), CString());
+    EXPECT_EQ(Trim("\ta\n") + TrimRight("\ta\n") + RemoveBlanks("\ta\n"), "\ta\n\ta\n\ta\n"_t);
+    EXPECT_TRUE(Blank("") && Blank("    "));
+    EXPECT_FALSE(Blank(" a ") || Blank("\t"));
 }
 
 TEST(Textfunktionen, FixFuelltUndSchneidetAufDieLaenge) {
