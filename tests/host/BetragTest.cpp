@@ -250,7 +250,8 @@ TEST(BetragTest, ProdukteRundenWieInGanzenZahlen) {
         SCOPED_TRACE(std::to_string(iSatz) + " mal " + std::to_string(iFaktor));
         PruefeRundung(iSatz * 0.01 * iFaktor * 0.0001 * 5.62421, iProdukt * 562421, 1'000'000'000);
         PruefeRundung(iSatz / 100.0 * (iFaktor * 0.0001), iProdukt, 10000);
-        PruefeRundung((i + 1) / 100.0 * iFaktor * 0.0001, std::int64_t{i + 1} * iFaktor, 10000);
+        const int iGross = 99 * i + 1; // up to nearly 10000 euro
+        PruefeRundung(iGross / 100.0 * iFaktor * 0.0001, std::int64_t{iGross} * iFaktor, 10000);
     }
 }
 

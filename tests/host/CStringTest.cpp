@@ -62,6 +62,7 @@ TEST(CStringTest, OperationenAnIhrenEnden) {
         {"2024.01.31", [](CString s) { return s.Replace('.', ':'), s; }, "2024:01:31"},
         {"aaa", [](CString s) { return s.Replace("aa", "a"), s; }, "aa"},
         {"aabb", [](CString s) { return s.Replace("ab", ""), s; }, "ab"},
+        {"a", [](CString s) { return s.Replace("a", "aa"), s; }, "aa"},
         {"abc", [](CString s) { return s.Replace("", "x"), s; }, "abc"},
         {"PAT/3", [](CString s) { return s.Replace("PAT/", "Patienten: "_t), s; }, "Patienten: 3"},
 
