@@ -163,7 +163,10 @@ TEST(CStringTest, GrossUndKlein) {
     const CString sOhne = "ß×÷€ƒªº@[`{0129 \x7F"_t;
     EXPECT_EQ((sKlein + sOhne).MakeUpper().Utf8(), (sGross + sOhne).Utf8());
     EXPECT_EQ((sGross + sOhne).MakeLower().Utf8(), (sKlein + sOhne).Utf8());
-    EXPECT_EQ(CString("äé").MakeUpper().Utf8(), "ÄÉ");
+    for (int i = 0; i < sGross.GetLength(); ++i) { // one letter alone in a short text
+        EXPECT_EQ((CString(sKlein[i]) + "-1").MakeUpper(), CString(sGross[i]) + "-1") << i;
+        EXPECT_EQ((CString(sGross[i]) + "-1").MakeLower(), CString(sKlein[i]) + "-1") << i;
+    }
     EXPECT_EQ("2024-01-31e"_t.MakeUpper().Utf8(), "2024-01-31E");
     ASSERT_NO_FATAL_FAILURE(PruefeText("2024-01-31E"_t.MakeLower(), "2024-01-31e"));
 
