@@ -65,6 +65,10 @@ public:
     void EndetWeg();
     [[nodiscard]] std::uint64_t Lesestand() const { return m_iLaufende > 0 ? m_iStand : 0; }
 
+    // How many walks were asked for so far.
+    void ZaehleWeg() { ++m_iWege; }
+    [[nodiscard]] std::uint64_t Wege() const { return m_iWege; }
+
     int Fuege(const STabelle & tabelle, CWerte vWerte);
     int Loesche(const STabelle & tabelle, const SPlatz & platz);
     // platz becomes the row's new place.
@@ -105,6 +109,7 @@ private:
     bool m_bNurLesen;
     int m_iLaufende = 0; // walks between their first row and their end
     std::uint64_t m_iStand = 1;
+    std::uint64_t m_iWege = 0;
     std::unordered_map<const STabelle *, STabellenstand> m_mapTabellen;
     int m_iTiefe = 0;
     bool m_bVerworfen = false;

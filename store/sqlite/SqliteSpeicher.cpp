@@ -197,6 +197,7 @@ CSqliteSpeicher::CSqliteSpeicher(std::unique_ptr<CSqliteDatei> pDatei)
 CSqliteSpeicher::~CSqliteSpeicher() = default;
 
 std::unique_ptr<CZeilenmenge> CSqliteSpeicher::Oeffne(const STabelle & tabelle, const SBereich & bereich) {
+    m_pDatei->ZaehleWeg();
     if (auto pWeg = m_pVorrat->Oeffne(tabelle, bereich)) return pWeg;
     CAnweisung pAnweisung = m_pDatei->NimmWeg(tabelle, bereich);
     if (!pAnweisung) return nullptr;

@@ -6,15 +6,17 @@ namespace orvostat {
 
 namespace {
 
-// Shorter walks end before a second connection pays.
+// Shorter walks end before a second connection pays, and so do those of a caller who does nothing but walk: who
+// computes between the rows asks for some of other tables too.
 constexpr std::int64_t ZEILEN_OHNE_VORLAUF = 2048;
+constexpr std::uint64_t WEGE_NEBENBEI = 64;
 
 } // namespace
 
 CSqliteWeg::CSqliteWeg(CSqliteDatei & datei, const STabelle & tabelle, const SBereich & bereich,
                        CAnweisung pAnweisung)
     : m_datei(datei), m_tabelle(tabelle), m_bereich(bereich), m_pAnweisung(std::move(pAnweisung)),
-      m_iBisLfd(datei.LaufnummerInGruppe()) {}
+      m_iBisLfd(datei.LaufnummerInGruppe()), m_iWegeVorher(datei.Wege()) {}
 
 CSqliteWeg::~CSqliteWeg() {
     m_datei.GibWeg(m_tabelle, m_bereich, std::move(m_pAnweisung));
@@ -35,11 +37,15 @@ bool CSqliteWeg::SpaeterGeschrieben() {
     return sqlite3_column_int64(m_pAnweisung.get(), iLfd) > m_iBisLfd;
 }
 
+bool CSqliteWeg::LohntVorlauf() const {
+    return m_iZeilen == ZEILEN_OHNE_VORLAUF && m_bereich.sBis.empty() && m_datei.NurLesen() &&
+           m_datei.Wege() - m_iWegeVorher >= WEGE_NEBENBEI;
+}
+
 int CSqliteWeg::Naechste(CFelder vFelder) {
     m_bZeile = m_bPlatz = false;
     if (m_iEnde != ZEILE_OK) return m_iEnde;
-    if (m_iZeilen == ZEILEN_OHNE_VORLAUF && m_bereich.sBis.empty() && m_datei.NurLesen())
-        m_pVorlauf = CSqliteVorlauf::Starte(m_datei, m_tabelle, m_bereich, m_iZeilen);
+    if (LohntVorlauf()) m_pVorlauf = CSqliteVorlauf::Starte(m_datei, m_tabelle, m_bereich, m_iZeilen);
     const int iErgebnis = m_pVorlauf ? SchrittImVorlauf(vFelder) : Schritt(vFelder);
     if (iErgebnis == ZEILE_OK) ++m_iZeilen;
     return iErgebnis;

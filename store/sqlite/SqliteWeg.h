@@ -17,6 +17,7 @@ public:
 
 private:
     [[nodiscard]] int Ende(int iErgebnis);
+    [[nodiscard]] bool LohntVorlauf() const;
     int Schritt(CFelder vFelder);
     int SchrittImVorlauf(CFelder vFelder);
     [[nodiscard]] bool SpaeterGeschrieben();
@@ -28,6 +29,7 @@ private:
     CAnweisung m_pAnweisung;
     std::int64_t m_iBisLfd;     // rows written later do not belong to the walk; -1 until the first step tells
     std::int64_t m_iZeilen = 0; // given so far
+    const std::uint64_t m_iWegeVorher; // asked for before this one
     // Gives the rows from ZEILEN_OHNE_VORLAUF on, while the statement stays behind.
     std::unique_ptr<CSqliteVorlauf> m_pVorlauf;
     int m_iEnde = ZEILE_OK; // what ended the walk

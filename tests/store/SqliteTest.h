@@ -5,6 +5,7 @@
 
 #include "orvostatbs/sqlite/SqliteSpeicher.h"
 
+#include <fstream>
 #include <memory>
 #include <string>
 
@@ -33,6 +34,12 @@ public:
 private:
     sqlite3 * m_p = nullptr;
 };
+
+inline void Ueberschreibe(const std::string & sDatei, std::streamoff iAb, std::size_t iAnzahl) {
+    std::fstream f(sDatei, std::ios::binary | std::ios::in | std::ios::out);
+    f.seekp(iAb);
+    f << std::string(iAnzahl, '\x5A');
+}
 
 // The file does not exist until a test makes it.
 class CSqliteTest : public ::testing::Test {
