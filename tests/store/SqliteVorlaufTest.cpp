@@ -2,6 +2,7 @@
 // hold and release it as short ones do.
 #include "SqliteTest.h"
 
+#include <cstring>
 #include <filesystem>
 
 namespace orvostat {
@@ -105,11 +106,13 @@ TEST_F(SqliteVorlaufTest, TheFileStaysAsItIsUntilTheWalkEnds) {
 
 // The rows before the damage come, and then the walk fails as one does that is not read ahead.
 TEST_F(SqliteVorlaufTest, DamageIsMetWhereItLies) {
-    Ueberschreibe(m_sDatei, static_cast<std::streamoff>(std::filesystem::file_size(m_sDatei)) / 2, 4 * 8192);
+    Ueberschreibe(m_sDatei, static_cast<std::streamoff>(std::filesystem::file_size(m_sDatei)) / 4 * 3,
+                  4 * 8192);
     const auto p = Oeffne(EModus::Lesen);
     ASSERT_TRUE(p) << m_sMeldung.Utf8();
     const std::string sZeilenweise = Nummern(*p);
     ASSERT_EQ(sZeilenweise.back(), '!');
+    ASSERT_GT(sZeilenweise.size(), 2500 * std::strlen("10000 ")) << "behind the start of the thread";
     CPatientenweg weg(*p);
     LiesNebenbei(*p);
     EXPECT_EQ(weg.Rest(), sZeilenweise);
