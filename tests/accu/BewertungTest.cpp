@@ -348,9 +348,10 @@ TEST_F(CGebuehrenzeileTest, ErsatzleistungUeberDasKuerzel) {
         char cGoArt;
         bool bErsetzt;
         CString sLstNr, sKuerzelDanach;
+        int iPunkte = 0;
     } aFaelle[] = {
-        {"f1", 'k', true, "13b", "f2"},  {"f1", 'g', true, "100", "f1"}, {"x", 'k', true, "100", "x"},
-        {"f3", 'k', false, "100", "f3"}, {"", 'k', false, "100", ""},
+        {"f1", 'k', true, "13b", "f2", 4100}, {"f1", 'g', true, "100", "f1"}, {"x", 'k', true, "100", "x"},
+        {"f3", 'k', false, "100", "f3"},      {"", 'k', false, "100", ""},
     };
     for (const auto & fall : aFaelle) {
         SCOPED_TRACE(fall.sKuerzel.Utf8() + " of kind " + fall.cGoArt);
@@ -359,6 +360,7 @@ TEST_F(CGebuehrenzeileTest, ErsatzleistungUeberDasKuerzel) {
         EXPECT_EQ(m_accu.GetLstErsatz(hit), fall.bErsetzt);
         EXPECT_EQ(hit.LSTNR, fall.sLstNr);
         EXPECT_EQ(hit.LSTKUERZEL, fall.sKuerzelDanach);
+        EXPECT_EQ(hit.PUNKTE, fall.iPunkte);
     }
     EXPECT_EQ(Fehler(), KEIN_FEHLER);
 }
@@ -479,6 +481,9 @@ TEST_F(CPunktwertTest, PunktwertDesPlans) {
             EXPECT_EQ(bNeuerPar, fall.bNeuerPar);
             m_accu.GetPunkte(hit);
             EXPECT_EQ(CString(hit.PUNKTWERT), fall.sPunktwert);
+            CBehHitLine privat = Punkthit('p', 'a', sPlanNr);
+            m_accu.GetPunkte(privat);
+            EXPECT_EQ(CString(privat.PUNKTWERT), fall.sPunktwert == "e8888" ? "e8888"_t : ""_t);
         }
         EXPECT_EQ(m_accu.m_vPwPlaene.size(), static_cast<std::size_t>(iNr));
     }
@@ -565,7 +570,10 @@ TEST_F(CPunktwertTest, ErsterMischwertGiltFuerDenRestDesPlans) {
 
 std::vector<std::pair<CString, CString>> s_vGerufen; // kind of insurer and region of each call
 
-int TestOrdination(SFachbereiche *, CTVDesc * pVDesc) {
+const SFachbereiche * s_pFachbereiche = nullptr; // of the last call
+
+int TestOrdination(SFachbereiche * pFachbereiche, CTVDesc * pVDesc) {
+    s_pFachbereiche = pFachbereiche;
     s_vGerufen.emplace_back(pVDesc->m_KSART, pVDesc->m_MFRDIG);
     return 1850;
 }
@@ -590,6 +598,7 @@ TEST_F(COrdinationTest, FragtDieBibliothekNurFuerDieOrdination) {
     const int iEntliehen = EntlieheneRSets();
     EXPECT_EQ(Punkte('b', "1", 'A'), 1850);
     EXPECT_EQ(Punkte('b', "1"), 1850);
+    EXPECT_EQ(s_pFachbereiche, m_accu.m_pFachbereiche);
     EXPECT_EQ(Punkte('b', "01"), 1000);
     EXPECT_EQ(Punkte('b', "1a"), 1000);
     EXPECT_EQ(Punkte('k', "1"), 1000);
@@ -615,7 +624,9 @@ TEST_F(CBewertungTest, RegionalfaktorDerKzv) {
         CString sErwartet;
     } aFaelle[] = {
         {"02", "09150", "09150"}, {"02", "0", "10000"}, {"02", "x", "10000"}, {"03", "9000", "10000"}};
+    m_accu.m_sKzvNr = "alt";
     EXPECT_EQ(m_accu.GetLQPunktwert(), "10000"_t) << "no practice";
+    EXPECT_EQ(m_accu.m_sKzvNr, "alt"_t);
     for (const auto & fall : aFaelle) {
         CPraxisErsatz praxis;
         Schreibe<CTPraxis>({.m_PRAXISID = " 1", .m_KZVNR = fall.sKzvNr});

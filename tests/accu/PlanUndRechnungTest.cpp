@@ -8,20 +8,24 @@ namespace {
 
 class PlanUndRechnungTest : public CAccuTest {
 protected:
-    // The gate for the work hit.
+    PlanUndRechnungTest() { m_accu.m_BehHit.PATNR = "work"; }
+
+    // The gate for m_hit.
     bool Tor(char cAbrArt, const CString & sPlanNr, bool bOhne22a = false, bool bParMarken = false,
              bool bParBeva = false) {
-        CBehHitLine & hit = m_accu.m_BehHit;
-        hit.PATNR = "1";
-        hit.ABRART = cAbrArt;
-        hit.PLANNR = sPlanNr;
-        return m_accu.OnlyForZEorKFOorPAROk(&m_plan, m_vPlaene, hit, bOhne22a, bParMarken, bParBeva, &m_beh,
+        m_hit.PATNR = "1";
+        m_hit.ABRART = cAbrArt;
+        m_hit.PLANNR = sPlanNr;
+        return m_accu.OnlyForZEorKFOorPAROk(&m_plan, m_vPlaene, m_hit, bOhne22a, bParMarken, bParBeva, &m_beh,
                                             m_iPos);
     }
+    // The codes of the errors so far; each is one of the work hit.
     std::vector<int> Fehler() const {
         std::vector<int> v;
-        for (const CBehErrors & fehler : m_accu.m_vBehErrors)
+        for (const CBehErrors & fehler : m_accu.m_vBehErrors) {
+            EXPECT_EQ(fehler.PATNR, "work"_t);
             v.push_back(fehler.m_iFehler);
+        }
         return v;
     }
     static void SchreibePlan(const CString & sNr, const CString & sArt, const CString & sNum = "",
@@ -31,6 +35,7 @@ protected:
 
     CTPlan m_plan{dbDatabaseRO};
     CTBeh m_beh{dbDatabaseRO};
+    CBehHitLine m_hit;
     std::vector<CPlan> m_vPlaene;
     int m_iPos = 99;
 };
@@ -122,6 +127,9 @@ TEST_F(PlanUndRechnungTest, APlanIsReadAndReportedOnce) {
     }
     EXPECT_EQ(m_vPlaene[1].m_iKasProzent, 60);
     EXPECT_EQ(m_vPlaene[2].PLANNR, "roh"_t);
+    m_vPlaene.push_back(m_vPlaene[1]);
+    EXPECT_TRUE(Tor('z', "gut"));
+    EXPECT_EQ(m_iPos, 3) << "the last of two counts";
 }
 
 TEST_F(PlanUndRechnungTest, PeriodontalHitsTakeAFinerKind) {
@@ -136,6 +144,7 @@ TEST_F(PlanUndRechnungTest, PeriodontalHitsTakeAFinerKind) {
         {'p', "mit", "p200", "20240301", 'a', "002", '6', '6'},
         {'p', "mit", "p200", "20240301", 'a', "003", '6', '7'},
         {'p', "mit", "p200", "20240301", 0, "b", '6', '7'},
+        {'p', "mit", "p200", "20240301", ' ', "003", '6', '6'}, // a blank stands before "a"
         {'p', "mit", "upta", "20240302", 0, "", '7', '8'},
         {'p', "mit", "uptg", "20240302", 'a', "", '7', '8'},
         {'p', "mit", "upta1", "20240302", 'a', "", '7', '8'},
@@ -157,13 +166,13 @@ TEST_F(PlanUndRechnungTest, PeriodontalHitsTakeAFinerKind) {
                          .m_LSTNR = "beva",
                          .m_PATBILL = "7"});
     for (const auto & fall : aFaelle) {
-        const auto Kind = [&, &hit = m_accu.m_BehHit](bool bParMarken, bool bParBeva) {
-            hit.LSTNR = fall.sLst;
-            hit.DATUM = fall.sDatum;
-            hit.SITZUNG = fall.cSitzung;
-            hit.LFDBEHEINTRAG = fall.sLfd;
+        const auto Kind = [&](bool bParMarken, bool bParBeva) {
+            m_hit.LSTNR = fall.sLst;
+            m_hit.DATUM = fall.sDatum;
+            m_hit.SITZUNG = fall.cSitzung;
+            m_hit.LFDBEHEINTRAG = fall.sLfd;
             EXPECT_TRUE(Tor(fall.cAbrArt, fall.sPlan, false, bParMarken, bParBeva));
-            return hit.ABRART;
+            return m_hit.ABRART;
         };
         SCOPED_TRACE(&fall - aFaelle);
         m_vPlaene.clear();
@@ -176,9 +185,9 @@ TEST_F(PlanUndRechnungTest, PeriodontalHitsTakeAFinerKind) {
 
 TEST_F(PlanUndRechnungTest, ARefusedPlanMarksFromTheSecondHitOn) {
     EXPECT_FALSE(Tor('p', "weg", false, true));
-    EXPECT_EQ(m_accu.m_BehHit.ABRART, 'p');
+    EXPECT_EQ(m_hit.ABRART, 'p');
     EXPECT_FALSE(Tor('p', "weg", false, true));
-    EXPECT_EQ(m_accu.m_BehHit.ABRART, '6');
+    EXPECT_EQ(m_hit.ABRART, '6');
 }
 
 // ---- bills and owners
@@ -187,7 +196,9 @@ TEST_F(PlanUndRechnungTest, ABillIsReadOnce) {
     Schreibe<CTBill>({.m_PATNR = "1", .m_PATBILL = "7", .m_PRAXISNR = " 1"});
     for (const auto & [pPatNr, pPatBill] : {std::pair("", "7"), std::pair("1", ""), std::pair("1", " ")})
         EXPECT_EQ(m_accu.GetBill(pPatNr, pPatBill), nullptr);
+    EXPECT_TRUE(m_accu.m_mapBill.empty());
     EXPECT_EQ(m_accu.FindBill("1", "7"), nullptr);
+    EXPECT_EQ(m_accu.m_mapBill.count("1"), 1U) << "one who was asked for has a list";
     EXPECT_FALSE(HatGelesen());
     EXPECT_EQ(m_accu.GetBill("1", "8"), nullptr);
     const CBill * pBill = m_accu.GetBill("1", "7");
@@ -197,6 +208,9 @@ TEST_F(PlanUndRechnungTest, ABillIsReadOnce) {
     EXPECT_EQ(m_accu.GetBill("1", "7"), pBill);
     EXPECT_EQ(m_accu.FindBill("2", "7"), nullptr);
     EXPECT_FALSE(HatGelesen());
+    std::vector<CBill> & vBills = m_accu.m_mapBill["1"];
+    vBills.push_back(vBills[0]);
+    EXPECT_EQ(m_accu.FindBill("1", "7"), &vBills[1]) << "the last of two counts";
 }
 
 TEST_F(PlanUndRechnungTest, IsFuerMandantAsksTheSelectionThenTheTable) {

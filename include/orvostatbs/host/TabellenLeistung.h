@@ -70,7 +70,7 @@ public:
 };
 
 // Fee rows. GEBPKT and GOWERT2 to GOWERT4 are points in hundredths, GOWERT2 of the private kinds a second simple
-// rate; EINFACHSATZ and ZUSCHLAG are amounts; FAKTOR and STDFAKTOR ten-thousandths.
+// rate, and GEBPKT of the dentists' private schedule (kind "q", subkind "1") the number of points as it is printed; EINFACHSATZ and ZUSCHLAG are amounts; FAKTOR and STDFAKTOR ten-thousandths.
 // clang-format off
 #define ORVO_SPALTEN(S) \
     S(GOART, Text) S(LSTNR, Text) S(LSTKUERZEL, Text) S(GOSUBART, Text) S(DRUCKBILD, Text) \
