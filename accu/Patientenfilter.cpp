@@ -58,7 +58,7 @@ std::size_t SPatientenHash::operator()(const CString & sPatNr) const {
     std::uint32_t iHash = 2166136261U;
     for (std::size_t i = 0; i < s.size(); i += iSchritt)
         iHash = (iHash * 16777619U) ^ static_cast<unsigned char>(s[i]);
-    return (std::size_t{iHash} << 32) | (sPatNr.Hash() & 0xFFFFFFFF);
+    return iHash;
 }
 
 // ---- the patient table
@@ -82,9 +82,10 @@ int CStatAccu::GetPat(const CString & sPatNr, bool) {
     int & iPos = m_mapPat.try_emplace(sPatNr, -1).first->second;
     if (iPos != -1) return iPos;
     CPat pat;
-    if (pat.ReadAndMovePat(sPatNr, m_pRPat, m_pRAdr, &m_rHistRecall)) {
+    const CString sNr = sPatNr; // which may be that of an entry, and the table moves
+    if (pat.ReadAndMovePat(sNr, m_pRPat, m_pRAdr, &m_rHistRecall)) {
         m_vPat.push_back(std::move(pat));
-        GetVDesc(sPatNr, ERSTER_TAG);
+        GetVDesc(sNr, ERSTER_TAG);
         iPos = static_cast<int>(m_vPat.size()) - 1;
     }
     return iPos;

@@ -8,6 +8,8 @@
 #include "orvostatbs/accu/StatAccu.h"
 
 #include <cstdint>
+#include <optional>
+#include <unordered_set>
 #include <vector>
 
 namespace orvostat {
@@ -25,7 +27,12 @@ struct SLaufauftrag {
         false; // laboratory blocks, collective invoices, plaster models, invoices, prescriptions
 };
 
-enum class ELauf { Fertig, Abgebrochen, Gescheitert };
+enum class ELauf {
+    Fertig,
+    Abgebrochen, // the user has confirmed to stop
+    Unlesbar,    // a table could not be read to its end
+    Gescheitert, // master data are missing; the accumulator's message has been shown
+};
 
 // What the run met on its way, for a report.
 struct SLaufzahlen {
@@ -42,49 +49,85 @@ public:
     CLauf(CStatAccu & accu, const SLaufauftrag & auftrag);
     CLauf(const CLauf &) = delete;
     CLauf & operator=(const CLauf &) = delete;
+    ~CLauf() { Nachlauf(); }
 
-    // Runs and sorts. Gescheitert after the accumulator's own message; Abgebrochen when the user has confirmed to
-    // stop: the tables then hold what was collected.
+    // Runs and sorts. After Abgebrochen and Unlesbar the tables hold what was collected until then. Nachlauf is the
+    // caller's, when he has done with the accumulator.
     ELauf Laufe();
-    [[nodiscard]] const SLaufzahlen & Zahlen() const { return m_zahlen; }
+    [[nodiscard]] const SLaufzahlen & Zahlen() const { return m_stand.zahlen; }
 
     // Builds the accumulator's work hit of one treatment; false if the selection leaves it out. Between Vorlauf and
     // Nachlauf only.
     bool BaueHit(const CTBeh & beh);
-    // Start and end by hand, for a caller that walks treatments of its own.
+    // Start and end by hand, for a caller that walks treatments of its own. A Vorlauf that fails has shown the
+    // message. Both may be called again and again; each Vorlauf starts from nothing.
     bool Vorlauf();
     void Nachlauf() { m_accu.DataSumNachlauf(); }
 
 private:
-    void ReserviereHits();
-    bool LaufeBehandlungen();
-    bool NimmPatient(const CString & sPatNr);
+    // Whether a hit passes the sections of the selection that look at what the named steps have given.
+    [[nodiscard]] bool EintragPasst(const CBehHitLine & hit);
+    [[nodiscard]] bool RechnungPasst(const CBehHitLine & hit);
+    [[nodiscard]] bool AbrechnungsartPasst(const CBehHitLine & hit);
+    [[nodiscard]] bool KassePasst(const CBehHitLine & hit);
+    [[nodiscard]] bool LeistungPasst(const CBehHitLine & hit);
     [[nodiscard]] bool PatientPasst(const CPat & pat);
-    void MoveVersicherung(CBehHitLine & hit);
-    [[nodiscard]] const CLebStruct * Behandler(const CString & sLeb);
-    [[nodiscard]] bool HitPasst(const CBehHitLine & hit);
     [[nodiscard]] bool ImZeitraum(const CString & sDatum) const;
-    [[nodiscard]] bool Weiter(std::int64_t iPos);
 
-    void LaufeNebenakten();
-    void LaufeLaborbloecke();
-    void LaufeGewerbelabor();
-    void LaufeSammelrechnungen();
-    void LaufeGipsmodelle();
-    void LaufeRechnungen();
-    void LaufeVerordnungen();
+    bool NimmPatient(const CString & sPatNr);
+    void MovePatient(CBehHitLine & hit);
+    bool MoveVersicherung(CBehHitLine & hit); // whether there is an insurer
+    [[nodiscard]] const CLebStruct * Behandler(const CString & sLeb);
+
+    // Calls fNimm for each row of the set that was opened with the result iErgebnis. False, and the run's end says why, if
+    // the walk did not reach its end.
+    template <class TTabelle, class F> bool Gehe(TTabelle & tabelle, int iErgebnis, F fNimm) {
+        for (; iErgebnis == ZEILE_OK; iErgebnis = tabelle.Next()) {
+            if (!Weiter()) return false;
+            fNimm();
+        }
+        if (iErgebnis > ZEILE_KEINE) m_stand.eLauf = ELauf::Unlesbar;
+        return m_stand.eLauf == ELauf::Fertig;
+    }
+    [[nodiscard]] bool Weiter();
+    std::int64_t Erwarte(const CMxRSet & tabelle); // rows to come in all
+    void ReserviereHits(std::int64_t iZeilen);
+    bool LaufeBehandlungen();
+
+    // LaufNebenakten.cpp
+    [[nodiscard]] static CString Blockleistung(const CString & sPatNr, const CString & sBlock,
+                                               const CString & sLst);
+    [[nodiscard]] bool NebenaktePasst(const CString & sDatum, const CString & sPatNr, const CString & sLeb,
+                                      const CString & sPraxis);
+    void NimmLaborhit(CBehHitLine & hit);
+    bool LaufeNebenakten();
+    bool LaufeLaborbloecke();
+    bool LaufeGewerbelabor();
+    bool LaufeSammelrechnungen();
+    bool LaufeGipsmodelle();
+    bool LaufeRechnungen();
+    bool LaufeVerordnungen();
+
+    // What belongs to one run: Vorlauf makes it anew.
+    struct SStand {
+        ELauf eLauf = ELauf::Fertig;
+        SLaufzahlen zahlen;
+        std::int64_t iZeile = 0; // of iZeilen, for the progress box
+        std::int64_t iZeilen = 0;
+        CString sVon;
+        CString sBis;
+        std::vector<CPlan> vPlaene;
+        std::unordered_set<CString> setBlockleistungen; // treatments that belong to a laboratory block
+        std::optional<CString> sPatNr;                  // the patient at hand
+        int iPat = -1;
+        bool bPatient = false;
+    };
 
     CStatAccu & m_accu;
     SLaufauftrag m_auftrag;
-    SLaufzahlen m_zahlen;
-    CString m_sVon;
-    CString m_sBis;
-    CTPlan m_rPlan;               // work record of the plan gate
-    CTBeh m_rBehPlan;             // the plan's own treatments: GetWithBEVX moves it
-    std::vector<CPlan> m_vPlaene; // of the patient at hand
-    CString m_sPatNr;             // the patient at hand
-    int m_iPat = -1;
-    bool m_bPatient = false;
+    CTPlan m_rPlan;   // work record of the plan gate
+    CTBeh m_rBehPlan; // the plan's own treatments: GetWithBEVX moves it
+    SStand m_stand;
 };
 
 } // namespace orvostat

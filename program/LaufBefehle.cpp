@@ -40,15 +40,19 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     CLauf lauf(accu, Auftrag(befehl.optionen));
     const ELauf eLauf = lauf.Laufe();
     if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
+    if (eLauf == ELauf::Unlesbar) Verweigere("Die Praxisdatei ist nicht vollständig lesbar.");
+    praxis.VerweigereNachLesefehler();
+    if (eLauf == ELauf::Abgebrochen) std::cerr << "Abgebrochen. Gezeigt wird, was bis dahin gelesen war.\n";
     if (befehl.bHits) {
         ZeigeHits(std::cout, accu, befehl.eFormat);
     } else {
         ZeigeZahlen(std::cout, accu, lauf);
         ZeigeSummen(std::cout, accu);
     }
+    lauf.Nachlauf();
     if (eLauf == ELauf::Abgebrochen) throw CLI::RuntimeError(ENDE_ABBRUCH);
-    if (befehl.bPruefe &&
-        !ZeigeGegenrechnung(std::cout, RechneGegen(befehl.optionen.sDatei, accu.m_vBehHits)))
+    if (befehl.bPruefe && !ZeigeGegenrechnung(befehl.bHits ? std::cerr : std::cout,
+                                              RechneGegen(befehl.optionen.sDatei, accu.m_vBehHits)))
         throw CLI::RuntimeError(ENDE_FEHLER);
 }
 

@@ -30,9 +30,17 @@ void Verweigere(const std::string & sMeldung) {
     throw CLI::RuntimeError(ENDE_FEHLER);
 }
 
-CPraxis::CPraxis(const std::string & sDatei, EModus eModus) { Verbinde(OeffneSpeicher(sDatei, eModus)); }
+CPraxis::CPraxis(const std::string & sDatei, EModus eModus) : m_pSpeicher(OeffneSpeicher(sDatei, eModus)) {
+    Verbinde(m_pSpeicher);
+}
 
 CPraxis::~CPraxis() { Verbinde(nullptr); }
+
+void CPraxis::VerweigereNachLesefehler() const {
+    if (!m_pSpeicher->LetzterFehler().empty())
+        Verweigere("Die Datei ist nicht vollständig lesbar: " + m_pSpeicher->LetzterFehler() +
+                   ". \"orvostat check\" zeigt die Schäden.");
+}
 
 std::vector<CString> Mandanten() {
     std::vector<CString> v;

@@ -4,6 +4,7 @@
 #include "orvostatbs/host/CString.h"
 #include "orvostatbs/sqlite/SqliteSpeicher.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,12 @@ public:
     ~CPraxis();
     CPraxis(const CPraxis &) = delete;
     CPraxis & operator=(const CPraxis &) = delete;
+    // Ends the command with a message if the file could not be read somewhere on the way: what it has worked out until
+    // then misses rows.
+    void VerweigereNachLesefehler() const;
+
+private:
+    std::shared_ptr<CSqliteSpeicher> m_pSpeicher;
 };
 
 // The owner's id as rows hold it, two places; for the empty text that of the practice's first owner. Ends the

@@ -28,6 +28,7 @@ public:
 
     CIndexVektor() = default;
     CIndexVektor(std::initializer_list<T> liste) : m_v(liste) {}
+    CIndexVektor(std::vector<T> v) : m_v(std::move(v)) {} // NOLINT: a vector is one
     // A copy keeps the Stand of its model, so that an index copied along with it stays good.
     CIndexVektor(const CIndexVektor &) = default;
     CIndexVektor(CIndexVektor && v) noexcept : m_v(std::move(v.m_v)), m_iStand(v.m_iStand++) {}
@@ -43,18 +44,27 @@ public:
     [[nodiscard]] std::size_t size() const { return m_v.size(); }
     [[nodiscard]] bool empty() const { return m_v.empty(); }
     [[nodiscard]] const T & operator[](std::size_t i) const { return m_v[i]; }
+    [[nodiscard]] const T & at(std::size_t i) const { return m_v.at(i); }
+    [[nodiscard]] const T & front() const { return m_v.front(); }
     [[nodiscard]] const T & back() const { return m_v.back(); }
     [[nodiscard]] const_iterator begin() const { return m_v.begin(); }
     [[nodiscard]] const_iterator end() const { return m_v.end(); }
+    [[nodiscard]] auto rbegin() const { return m_v.rbegin(); }
+    [[nodiscard]] auto rend() const { return m_v.rend(); }
     [[nodiscard]] const std::vector<T> & Lesend() const { return m_v; }
+    operator const std::vector<T> &() const { return m_v; } // NOLINT: a vector is one
 
     // Changing: from here on an index of the elements before is void.
     [[nodiscard]] T & operator[](std::size_t i) { return Aendernd()[i]; }
+    [[nodiscard]] T & at(std::size_t i) { return Aendernd().at(i); }
+    [[nodiscard]] T & front() { return Aendernd().front(); }
     [[nodiscard]] T & back() { return Aendernd().back(); }
     [[nodiscard]] iterator begin() { return Aendernd().begin(); }
     [[nodiscard]] iterator end() { return Aendernd().end(); }
     void clear() { Aendernd().clear(); }
     void pop_back() { Aendernd().pop_back(); }
+    template <class... A> void assign(A &&... args) { Aendernd().assign(std::forward<A>(args)...); }
+    void swap(CIndexVektor & v) noexcept { Aendernd().swap(v.Aendernd()); }
     iterator erase(const_iterator it) { return Aendernd().erase(it); }
     iterator erase(const_iterator von, const_iterator bis) { return Aendernd().erase(von, bis); }
     iterator insert(const_iterator it, const T & wert) { return Aendernd().insert(it, wert); }

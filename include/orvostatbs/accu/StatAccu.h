@@ -41,9 +41,8 @@ namespace orvostat {
 
 class CBewertungsspur;
 
-// The hash of the patient index: above, characters of the number at a stride, so that about ten of them count; below,
-// the whole number, since the strided part of ten-digit numbers passes over their last digit and a big practice's
-// patients would share it by the hundred.
+// The hash of the patient index: FNV's over every character of a short number, over about ten of a long one, at a
+// stride. A caller who asks for the same patient again and again should keep his position.
 struct SPatientenHash {
     [[nodiscard]] std::size_t operator()(const CString & sPatNr) const;
 };
