@@ -1,46 +1,32 @@
 // Builds the hit of a single treatment from the rows around it.
 //
-// This is the shortest way to a hit: every record is read by its key, nothing is remembered but the last patient, and
-// nothing is valued. A statistic run does the same steps with the accumulator's tables.
+// This is the shortest way to a hit: no selection, no practices, and what belongs to a patient is forgotten with him.
+// The hit has its points, its point value or factor, and the amount that was entered; it is not valued. A statistic run
+// (Lauf.h) does the same steps with everything that a statistic needs.
 #pragma once
 
-#include "orvostatbs/host/Tabellen.h"
-#include "orvostatbs/records/BehHitLine.h"
-#include "orvostatbs/records/Gebuehr.h"
-#include "orvostatbs/records/Stammdaten.h"
+#include "orvostatbs/accu/StatAccu.h"
 
 namespace orvostat {
 
 class CHitbau {
 public:
     CHitbau();
+    ~CHitbau();
+    CHitbau(const CHitbau &) = delete;
+    CHitbau & operator=(const CHitbau &) = delete;
     // The hit of the treatment that beh stands on; it stays until the next call. Steps whose rows are missing are
     // left out.
     const CBehHitLine & Baue(const CTBeh & beh);
 
 private:
-    // Each reads one record for the work hit as far as it is built; false without such a row.
-    bool LiesBill();
-    bool LiesBehandler();
-    bool LiesPatient();
-    bool LiesVersicherung();
-    bool LiesKasse();
-    bool LiesGebuehr();
-    bool LiesPunktwert();
-    bool LiesBefund();
+    void NimmPatient(const CString & sPatNr);
+    [[nodiscard]] const CLebStruct * Behandler(const CString & sLeb);
 
-    CBehHitLine m_hit;
-    CBill m_bill;
-    CLebStruct m_leb;
-    CVDesc m_vdesc;
-    CKas m_kas;
-    CGOStruct m_go;
-    CPw m_pw;
+    CStatAccu m_accu; // its look-ups, without a run
     CTPat m_rPat;
-    CString m_sPatient; // whose row was asked for last, and whether there is one
+    CString m_sPatNr; // whose row was asked for last, and whether there is one
     bool m_bPatient = false;
-    CTABefund m_rBefund;
-    CString m_sKzvNr; // the practice's association
 };
 
 } // namespace orvostat

@@ -1,7 +1,11 @@
 #include "Laufbericht.h"
 
+#include "Hittabelle.h"
+
+#include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/BehErrors.h"
+#include "orvostatbs/records/Leistungsarten.h"
 
 #include <cmath>
 #include <iostream>
@@ -11,7 +15,8 @@ namespace orvostat {
 
 namespace {
 
-// Amounts in euro and points in hundredths of some hits.
+// Amounts in euro of some hits, and the points of the insurers' services among them in hundredths; the points of the
+// private schedule are of another worth and are not added.
 struct SSumme {
     std::int64_t iHits = 0;
     std::int64_t iPunkte = 0;
@@ -19,7 +24,7 @@ struct SSumme {
 
     void Nimm(const CBehHitLine & hit) {
         ++iHits;
-        iPunkte += static_cast<std::int64_t>(hit.PUNKTE) * hit.ANZAHL / 100;
+        if (IstPunktArt(hit.GOART)) iPunkte += static_cast<std::int64_t>(hit.PUNKTE) * hit.ANZAHL / 100;
         CDBetrag euro(hit.BETRAG);
         betrag += euro.ToW('e');
     }
@@ -27,7 +32,7 @@ struct SSumme {
 
 constexpr SAusgabespalte SUMMENSPALTEN[] = {{"Gruppe", EZelle::Text, 34},
                                             {"Hits", EZelle::Zahl, 10},
-                                            {"Punkte", EZelle::Zahl, 14},
+                                            {"Kassenpunkte", EZelle::Zahl, 14},
                                             {"Betrag EUR", EZelle::Zahl, 16}};
 
 void ZeigeGruppen(std::ostream & aus, const char * pTitel, const std::map<CString, SSumme> & map) {
@@ -73,8 +78,8 @@ void ZeigeFehler(std::ostream & aus, const CStatAccu & accu) {
     int iGezeigt = 0;
     for (const CBehErrors & fehler : accu.m_vBehErrors) {
         if (++iGezeigt > BEISPIELE) break;
-        aus << "    Patient " << Trim(fehler.PATNR).Utf8() << " am " << fehler.DATUM.Utf8() << ", Leistung "
-            << fehler.LSTIN.Utf8() << ": " << Fehlertext(fehler.m_iFehler) << '\n';
+        aus << "    Patient " << Trim(fehler.PATNR).Utf8() << " am " << Db2Date(fehler.DATUM).Utf8()
+            << ", Leistung " << fehler.LSTIN.Utf8() << ": " << Fehlertext(fehler.m_iFehler) << '\n';
     }
 }
 
@@ -94,12 +99,6 @@ CString Statistikart(CStatAccu & accu, const CBehHitLine & hit) {
     const CString sArt = hit.GOSTATISTIKART == 0 ? CString("-") : CString(hit.GOSTATISTIKART);
     return sName.IsEmpty() ? sArt : sArt + " " + sName;
 }
-
-constexpr SAusgabespalte HITSPALTEN[] = {
-    {"Datum", EZelle::Datum, 10}, {"Patient", EZelle::Text, 10}, {"Name", EZelle::Text, 24},
-    {"Beh", EZelle::Text, 4},     {"Praxis", EZelle::Text, 6},   {"Kasse", EZelle::Text, 8},
-    {"Art", EZelle::Text, 3},     {"GO", EZelle::Text, 2},       {"Leistung", EZelle::Text, 8},
-    {"Anzahl", EZelle::Zahl, 8},  {"Punkte", EZelle::Zahl, 9},   {"Betrag", EZelle::Zahl, 12}};
 
 constexpr double EINHEITEN_JE_EURO = 1e8;
 
@@ -158,13 +157,10 @@ void ZeigeSummen(std::ostream & aus, CStatAccu & accu) {
 }
 
 void ZeigeHits(std::ostream & aus, const CStatAccu & accu, EFormat eFormat) {
-    const auto pAusgabe = CAusgabe::Neu(eFormat, aus, HITSPALTEN);
-    const auto Buchstabe = [](char c) { return c == 0 ? CString() : CString(c); };
+    CHittabelle tabelle(aus, eFormat, EHitspalten::Alle);
     for (const CBehHitLine & hit : accu.m_vBehHits)
-        pAusgabe->Zeile({hit.DATUM, Trim(hit.PATNR), hit.PATNAME, Trim(hit.BEHANDLERNR), Trim(hit.PRAXISNR),
-                         hit.KASKUERZEL, Buchstabe(hit.ABRART), Buchstabe(hit.GOART), hit.LSTNR,
-                         DezimalZelle(hit.ANZAHL, 2), DezimalZelle(hit.PUNKTE, 2), BetragZelle(hit.BETRAG)});
-    pAusgabe->Ende();
+        tabelle.Zeile(hit);
+    tabelle.Ende();
 }
 
 bool ZeigeGegenrechnung(std::ostream & aus, const SGegenrechnung & rechnung) {
