@@ -53,6 +53,9 @@ TEST_F(PatientenfilterTest, GetPatReadsOnceWhatItCanRead) {
     EXPECT_EQ(m_accu.m_mapVDesc["2"].size(), 1U);
     m_accu.ClearP();
     EXPECT_EQ(m_accu.FindPat("1", false), -1);
+    m_accu.m_vPat = {Patient("2")};
+    EXPECT_EQ(m_accu.GetPat(m_accu.m_vPat[0].PATNR, false), 1) << "the number may be an entry's own";
+    EXPECT_EQ(m_accu.m_mapVDesc["2"].size(), 2U);
 }
 
 TEST_F(PatientenfilterTest, FindPatSearchesTheTableOnlyForPatientsNotInTheIndex) {
@@ -194,6 +197,8 @@ TEST_F(PatientenfilterTest, TreatmentsInThePeriod) {
     CTBeh beh(dbDatabaseRO);
     EXPECT_TRUE(m_accu.PatLastLstOK(&beh, "9", "") && m_accu.PatOhneLstOK(&beh, "1", "")) << "switched off";
     m_accu.SetChHatLst(true);
+    EXPECT_TRUE(m_accu.PatLastLstOK(&beh, "1", ""));
+    EXPECT_EQ(beh.m_DATUM, "20240301"_t) << "the record stands on the treatment";
     m_accu.SetChOhneLst(true);
     for (const auto & fall : aFaelle) {
         m_accu.SetZeitraum(fall.sAb, fall.sBis);
@@ -219,6 +224,7 @@ TEST_F(PatientenfilterTest, Recalls) {
         {"3", "", "", "9", "1", "", false},   // behind the text
         {"", "2", "", "9", "1", "2", true},   // no kind is kind 0
         {"**", "", "", "9", "01", "", false}, // and so are two stars
+        {"*", "3", "", "9", "1", "2", false}, // not with this interval
         {"*", "", "", "9", sArt39, "", true}, // kind 39 is the last of any
         {"*", "", "", "9", '0' + sArt39, "", false},
         {"1", "3", "", "9", "11", "23", true}, // the interval is the kind's
@@ -242,6 +248,7 @@ TEST_F(PatientenfilterTest, Recalls) {
         m_accu.SetRecallData(fall.sArt, fall.sIntervall, fall.sLast);
         SCOPED_TRACE(&fall - aFaelle);
         EXPECT_EQ(m_accu.PatRecallOk(&row), fall.bOk);
+        EXPECT_TRUE(fall.sArt != "1" || m_accu.PatRecallOk(&row, 1) == fall.bOk);
         EXPECT_EQ(m_accu.PatRecallOk(Patient(fall.sPatNr, fall.sArten, fall.sIntervalle)), fall.bOk);
     }
 }

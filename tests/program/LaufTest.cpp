@@ -3,8 +3,12 @@
 #include "Lauf.h"
 #include "Muster.h"
 #include "orvostatbs/store/MemorySpeicher.h"
+#include "support/Fehlerspeicher.h"
 
+#include <array>
 #include <fstream>
+#include <set>
+#include <tuple>
 
 namespace orvostat {
 namespace {
@@ -114,21 +118,54 @@ TEST_F(CLaufTest, EverySectionCanBeReachedAndNarrows) {
         EXPECT_LT(Hits(vWahl), iAlle) << vWahl.front() << (vWahl.size() > 1 ? " " + vWahl[1] : "");
 }
 
-// ---- in the process, with a user who cancels
+// What the selection leaves out is not valued: it leaves no error.
+TEST_F(CLaufTest, TreatmentsOutsideTheSelectionHaveNoErrors) {
+    Sql("a.db", "DELETE FROM PUNKTWERT; DELETE FROM PLAN; UPDATE GO SET PWLART = 'a' WHERE GOART = 'k'");
+    EXPECT_EQ(Laufe("run a.db").sAus.find(" 0 Fehler"), std::string::npos);
+    for (const char * pWahl :
+         {"--goart q", "--abrart x", "--leistung zzz", "--pwlart z --abrart b", "--rsa --abrart x"}) {
+        const std::string sAus = Laufe("run a.db --ohne-plangatter " + std::string(pWahl)).sAus;
+        EXPECT_NE(sAus.find(" 0 Fehler"), std::string::npos) << pWahl << '\n' << sAus;
+        EXPECT_TRUE(sAus.find(" 0 Hits") == std::string::npos || sAus.find("Hits ohne") == std::string::npos);
+    }
+}
 
-TEST(CLauf, ACancelledRunKeepsWhatItHas) {
-    CRekorder rekorder;
-    const COberflaecheErsatz ersatz(rekorder);
-    const auto pSpeicher = std::make_shared<CMemorySpeicher>();
-    ASSERT_EQ(ErzeugeMuster(*pSpeicher, {.iPatienten = 60, .iJahre = 1}), ZEILE_OK);
-    dbDatabase.Verbinde(pSpeicher);
-    dbDatabaseRO.Verbinde(pSpeicher);
-    const auto Laufe = [&](int iAntwort) {
-        CStatAccu accu;
+// ---- in the process
+
+class CLaufImSpeicher : public ::testing::Test {
+protected:
+    CLaufImSpeicher() {
+        EXPECT_EQ(ErzeugeMuster(*m_pSpeicher, {.iPatienten = 60, .iJahre = 1}), ZEILE_OK);
+        dbDatabase.Verbinde(m_pSpeicher);
+        dbDatabaseRO.Verbinde(m_pLesend);
+    }
+    ~CLaufImSpeicher() override {
+        EXPECT_EQ(EntlieheneRSets(), 0);
+        dbDatabase.Verbinde(nullptr);
+        dbDatabaseRO.Verbinde(nullptr);
+    }
+    static void Waehle(CStatAccu & accu, const CString & sPatient = {}) {
         accu.SetIsAbgerechnet(true);
         accu.SetIsErfasst(true);
-        rekorder.m_iAbbruchAb = static_cast<int>(rekorder.m_vSchritte.size()) + 1;
-        rekorder.m_vAntworten = {iAntwort == SOLLICH_JA, iAntwort == SOLLICH_JA, iAntwort == SOLLICH_JA};
+        accu.SetELab(true);
+        accu.SetGLab(true);
+        accu.SetPatient(sPatient);
+    }
+
+    CRekorder m_rekorder;
+    std::shared_ptr<CMemorySpeicher> m_pSpeicher = std::make_shared<CMemorySpeicher>();
+    std::shared_ptr<CFehlerspeicher> m_pLesend = std::make_shared<CFehlerspeicher>(m_pSpeicher);
+
+private:
+    COberflaecheErsatz m_ersatz{m_rekorder};
+};
+
+TEST_F(CLaufImSpeicher, ACancelledRunKeepsWhatItHas) {
+    const auto Laufe = [&](int iAntwort) {
+        CStatAccu accu;
+        Waehle(accu);
+        m_rekorder.m_iAbbruchAb = static_cast<int>(m_rekorder.m_vSchritte.size()) + 1;
+        m_rekorder.m_vAntworten = {iAntwort == SOLLICH_JA, iAntwort == SOLLICH_JA, iAntwort == SOLLICH_JA};
         CLauf lauf(accu, SLaufauftrag());
         const ELauf eLauf = lauf.Laufe();
         return std::pair(eLauf, accu.m_vBehHits.size());
@@ -140,9 +177,95 @@ TEST(CLauf, ACancelledRunKeepsWhatItHas) {
     const auto [eNein, iNein] = Laufe(0);
     EXPECT_EQ(eNein, ELauf::Fertig);
     EXPECT_GT(iNein, 1200U);
-    EXPECT_EQ(EntlieheneRSets(), 0);
-    dbDatabase.Verbinde(nullptr);
-    dbDatabaseRO.Verbinde(nullptr);
+    for (const auto & [iPos, iMax] : m_rekorder.m_vSchritte)
+        EXPECT_LE(iPos, iMax);
+}
+
+TEST_F(CLaufImSpeicher, ASecondRunStartsFromNothing) {
+    CStatAccu accu;
+    Waehle(accu, "      1001");
+    CLauf lauf(accu, SLaufauftrag());
+    ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
+    const std::vector<CBehHitLine> vErste = accu.m_vBehHits;
+    const std::int64_t iBehandlungen = lauf.Zahlen().iBehandlungen;
+    EXPECT_NE(accu.m_pRPat, nullptr) << "the record sets stay for whoever reads the tables";
+    EXPECT_EQ(accu.m_lAnzHits, static_cast<int>(vErste.size()));
+    ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
+    EXPECT_EQ(lauf.Zahlen().iBehandlungen, iBehandlungen);
+    ASSERT_EQ(accu.m_vBehHits.size(), vErste.size());
+    for (std::size_t i = 0; i < vErste.size(); ++i) {
+        EXPECT_TRUE(accu.m_vBehHits[i] == vErste[i]);
+        EXPECT_EQ(accu.m_vBehHits[i].KASKUERZEL, vErste[i].KASKUERZEL);
+        EXPECT_EQ(accu.m_vBehHits[i].PATNAME, vErste[i].PATNAME);
+    }
+    accu.SetZeitraum("29990101", "");
+    ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
+    EXPECT_TRUE(accu.m_vBehHits.empty());
+    lauf.Nachlauf();
+    EXPECT_EQ(accu.m_pRPat, nullptr);
+}
+
+// Each record is its patient's, the collective invoices are nobody's, and no laboratory service counts twice.
+TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
+    using AZahlen = std::array<std::size_t, 5>;
+    const auto Laufe = [](CStatAccu & accu) {
+        CLauf lauf(accu, {.bNebenakten = true});
+        EXPECT_EQ(lauf.Laufe(), ELauf::Fertig);
+        return AZahlen{accu.m_vBehHits.size(), accu.m_vGlabHits.size(), accu.m_vGipsHits.size(),
+                       accu.m_vRechHits.size(), accu.m_vVerordnungHits.size()};
+    };
+    CStatAccu alle;
+    Waehle(alle);
+    const AZahlen aAlle = Laufe(alle);
+    EXPECT_FALSE(alle.m_vGlabFaktHits.empty());
+    std::set<std::tuple<CString, CString, CString>> setBehandelt;
+    int iBloecke = 0;
+    for (const CBehHitLine & hit : alle.m_vBehHits)
+        if (!hit.ISORVOPAT && !hit.LFDLBLOCK.IsEmpty())
+            setBehandelt.emplace(hit.PATNR, hit.LFDLBLOCK, hit.LSTNR);
+    for (const CBehHitLine & hit : alle.m_vBehHits) {
+        if (!hit.ISELAB) continue;
+        ++iBloecke;
+        EXPECT_FALSE(setBehandelt.contains({hit.PATNR, hit.LFDLBLOCK, hit.LSTNR}));
+        EXPECT_FALSE(hit.PATNAME.IsEmpty());
+    }
+    EXPECT_GT(iBloecke, 0);
+
+    AZahlen aSumme = {};
+    std::set<CString> setPatienten; // an invoice of an association's package has a number of its own
+    for (const CPat & pat : alle.m_vPat)
+        setPatienten.insert(pat.PATNR);
+    for (const CRechHitLine & hit : alle.m_vRechHits)
+        setPatienten.insert(hit.PATNR);
+    for (const CString & sPatNr : setPatienten) {
+        CStatAccu accu;
+        Waehle(accu, sPatNr);
+        const AZahlen aZahlen = Laufe(accu);
+        for (std::size_t i = 0; i < aSumme.size(); ++i)
+            aSumme[i] += aZahlen[i];
+        EXPECT_TRUE(accu.m_vGlabFaktHits.empty());
+    }
+    EXPECT_EQ(aSumme, aAlle);
+
+    CStatAccu niemand;
+    Waehle(niemand);
+    niemand.SetChAnrede(true);
+    niemand.SetPatAnrede("zzz");
+    EXPECT_EQ(Laufe(niemand), AZahlen());
+}
+
+TEST_F(CLaufImSpeicher, AStoreThatFailsOnTheWayEndsTheRun) {
+    CStatAccu accu;
+    Waehle(accu);
+    CLauf lauf(accu, {.bNebenakten = true});
+    ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
+    const int iAlle = m_pLesend->Operationen();
+    int iUnlesbar = 0;
+    for (int i = 1; i < iAlle; i += iAlle / 25) {
+        m_pLesend->FehlerBei(i);
+        if (lauf.Laufe() == ELauf::Unlesbar) ++iUnlesbar;
+    }
+    EXPECT_GT(iUnlesbar, 5) << "a read of a single row that fails reads as a missing row";
 }
 
 // ---- the README's examples
