@@ -73,6 +73,10 @@ CPunktetafel & Punktetafel() {
 } // namespace
 
 int CTBeh::OeffneZeitraum(const CString & sPat, const CString & sVon, const CString & sBis) {
+    if (sPat.IsEmpty()) { // nobody: no set
+        InitI();
+        return ZEILE_KEINE;
+    }
     SetKey(1);
     ClearKey();
     m_PATNR = sPat;

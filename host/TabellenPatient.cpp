@@ -36,6 +36,10 @@ bool CTVDesc::IsWsoOst(const CString & sWso, const CString &) { return sWso == "
 
 int CTVDesc::GetByIntervall(const CString & sPat, const CString & sDatum, const CString &, const CString &,
                             bool) {
+    if (sPat.IsEmpty()) { // nobody: no set
+        InitI();
+        return orvostat::ZEILE_KEINE;
+    }
     ClearKey();
     m_PATNR = sPat;
     ModifyFilter([this, sDatum] { return m_VDBISDATUM.IsEmpty() || m_VDBISDATUM >= sDatum; });

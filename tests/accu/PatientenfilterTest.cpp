@@ -199,6 +199,7 @@ TEST_F(PatientenfilterTest, TreatmentsInThePeriod) {
     m_accu.SetChHatLst(true);
     EXPECT_TRUE(m_accu.PatLastLstOK(&beh, "1", ""));
     EXPECT_EQ(beh.m_DATUM, "20240301"_t) << "the record stands on the treatment";
+    EXPECT_FALSE(m_accu.PatLastLstOK(&beh, "", "")) << "nobody";
     m_accu.SetChOhneLst(true);
     for (const auto & fall : aFaelle) {
         m_accu.SetZeitraum(fall.sAb, fall.sBis);

@@ -70,8 +70,18 @@ TEST_F(VersicherungTest, FindKasFollowsWhateverHappensToTheTable) {
     EXPECT_EQ(m_accu.FindKas("Aok", "20210101"), 0);
     vKas = {Kasse("bkk", "20200101"), Kasse("aok", "20200101")};
     EXPECT_EQ(m_accu.FindKas("bkk", "20210101"), 0);
-    const auto vWeg = std::move(vKas);
+    std::vector<CKas> vListe = {Kasse("tk", "20200101")};
+    vKas = vListe;
+    EXPECT_EQ(m_accu.FindKas("tk", "20210101"), 0);
+    vKas.front().KASKUERZEL = "bkk";
+    EXPECT_EQ(m_accu.FindKas("tk", "20210101"), -1);
+    vKas.assign(2, vListe[0]);
     EXPECT_EQ(m_accu.FindKas("bkk", "20210101"), -1);
+    EXPECT_EQ(m_accu.FindKas("tk", "20210101"), 0);
+    const std::vector<CKas> & vLesend = vKas;
+    EXPECT_EQ(vLesend.size(), 2U);
+    const auto vWeg = std::move(vKas);
+    EXPECT_EQ(m_accu.FindKas("tk", "20210101"), -1);
 }
 
 TEST_F(VersicherungTest, AnInsurerIsReadOnceAndUnchangedRowsMelt) {
@@ -242,6 +252,10 @@ TEST_F(VersicherungTest, CardInTheSectionsDays) {
     EXPECT_FALSE(m_accu.KvkVorgabenOk(&beh, "1")) << "the day of reading goes first";
     vdesc.EINLESEDATUM = "20240331";
     EXPECT_TRUE(m_accu.KvkVorgabenOk(&beh, "1"));
+    vdesc.EINLESEDATUM = "20240401";
+    EXPECT_FALSE(m_accu.KvkVorgabenOk(&beh, "1"));
+    vdesc.EINLESEDATUM = "20240101";
+    EXPECT_TRUE(m_accu.KvkVorgabenOk(&beh, "1"));
     m_accu.SetSchein(true);
     EXPECT_FALSE(m_accu.KvkVorgabenOk(&beh, "1")) << "not the kind of proof";
 }
@@ -257,6 +271,8 @@ TEST_F(VersicherungTest, MissingCard) {
         {abgelaufen, "2", true},  // the kind of fees where there is none of billing
         {abgelaufen, "3", false}, // the kind of billing goes first
         {abgelaufen, "4", false}, // treated by another treater
+        {abgelaufen, "5", false}, // on the days beside
+        {Periode("20240101", "", "g"), "1", false},
         {Periode("20230101", "20240101", "j"), "1", false},
         {Periode("20240331", "", "G"), "1", false},
         {Periode("20240401", "", "G"), "1", true},
@@ -269,6 +285,12 @@ TEST_F(VersicherungTest, MissingCard) {
     Schreibe<CTBeh>(
         {.m_PATNR = "3", .m_DATUM = "20240201", .m_BEHANDLERNR = "7", .m_GOART = "k", .m_ABRART = "p"});
     Schreibe<CTBeh>({.m_PATNR = "4", .m_DATUM = "20240201", .m_BEHANDLERNR = "8", .m_ABRART = "b"});
+    for (const char * pTag : {"20231231", "20240401"})
+        Schreibe<CTBeh>({.m_PATNR = "5", .m_DATUM = pTag, .m_BEHANDLERNR = "7", .m_ABRART = "b"});
+    constexpr std::string_view ARTEN = "abcdefghijkmprsuz";
+    for (const char c : ARTEN)
+        Schreibe<CTBeh>(
+            {.m_PATNR = CString(c), .m_DATUM = "20240201", .m_BEHANDLERNR = "7", .m_ABRART = CString(c)});
     m_accu.m_sLebsString = "'7'";
     m_accu.SetChKvk(true);
     m_accu.SetKvkFehlt(true);
@@ -278,4 +300,10 @@ TEST_F(VersicherungTest, MissingCard) {
         CTBeh beh(dbDatabaseRO);
         EXPECT_EQ(m_accu.KvkVorgabenOk(&beh, fall.sPatNr), fall.bFehlt) << &fall - aFaelle;
     }
+    std::string sBrauchtKarte;
+    for (const char c : ARTEN) {
+        CTBeh beh(dbDatabaseRO);
+        if (m_accu.KvkVorgabenOk(&beh, CString(c))) sBrauchtKarte += c;
+    }
+    EXPECT_EQ(sBrauchtKarte, "befghk");
 }

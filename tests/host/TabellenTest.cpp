@@ -138,6 +138,9 @@ TEST_F(TabellenTest, PeriodsOfAnIntervalEndOnTheDateOrLaterOrNever) {
     }
     CTVDesc vdesc(dbDatabaseRO);
     EXPECT_NE(vdesc.GetByIntervall("2", "20220101", "", "", false), 0);
+    EXPECT_EQ(vdesc.GetByIntervall("1", "20220101", "", "", false), 0);
+    EXPECT_NE(vdesc.GetByIntervall("", "20220101", "", "", false), 0) << "nobody's";
+    EXPECT_NE(vdesc.Next(), 0);
 }
 
 TEST_F(TabellenTest, TheMatchingPeriodIsTheBestOfThoseValidOnTheDate) {
