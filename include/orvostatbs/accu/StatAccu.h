@@ -55,11 +55,12 @@ struct SPatientenHash {
 //
 // The first is called for each practice owner that is read, with the practice's first row, the owner and an empty
 // vector to work in; its result is not used. The second gives the points (hundredths) of the visit fee for the special
-// insurer type and the state of membership in the record.
+// insurer type and the state of membership in the record. By convention the library may use 5284 bytes of the block.
 struct SFachbereiche {
     std::array<CString, 99> asFachbereiche;
-    std::array<CString, 16> asWeitere;
+    std::array<CString, 562> asWeitere;
 };
+static_assert(sizeof(SFachbereiche) >= 5284);
 
 // What belongs to one accumulator and not to its copies: a copy starts with null, assignment keeps the target's own.
 struct SEigenes {
