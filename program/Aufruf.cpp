@@ -9,9 +9,12 @@ namespace orvostat {
 
 namespace {
 
-// What is behind ": " in a message of the command line reader, or before " is required": the part that names what
-// the user has written.
+// What is behind ": " in a message of the command line reader, or before " is required" or around " requires ": the
+// part that names what the user has written.
 std::string Gegenstand(std::string_view s) {
+    constexpr std::string_view BRAUCHT = " requires ";
+    if (const auto i = s.find(BRAUCHT); i != s.npos)
+        return std::string(s.substr(i + BRAUCHT.size())) + " zu " + std::string(s.substr(0, i));
     if (const auto i = s.find(" is required"); i != s.npos) return std::string(s.substr(0, i));
     const auto i = s.find(": ");
     return std::string(i == s.npos ? s : s.substr(i + 2));
@@ -103,6 +106,7 @@ void Beschrifte(CLI::App & app) {
     pForm->label("Positionals", "Angaben");
     pForm->label("Subcommands", "Befehle");
     pForm->label("REQUIRED", "(nötig)");
+    pForm->label("Needs", "verlangt");
     pForm->label("TEXT", "");
 }
 

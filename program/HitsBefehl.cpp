@@ -32,22 +32,6 @@ CString Grenze(const std::string & sText, const CString & sOhne) {
     return sText.empty() ? sOhne : LiesDatum(sText);
 }
 
-// Checks that the number belongs to somebody.
-CString PruefePatient(const std::string & sPatient) {
-    CTPat pat;
-    const CString sNr = RightFix(AusUtf8(sPatient), 10);
-    if (pat.GetByPatNr(sNr) != 0) Verweigere("Einen Patienten \"" + sPatient + "\" gibt es nicht.");
-    return sNr;
-}
-
-CString PruefeBehandler(const std::string & sBehandler) {
-    if (sBehandler.empty()) return {};
-    CTLeb leb;
-    leb.m_LEB = RightFix(AusUtf8(sBehandler), 4);
-    if (leb.GetByK1() != 0) Verweigere("Einen Behandler \"" + sBehandler + "\" gibt es nicht.");
-    return leb.m_LEB;
-}
-
 // Opens the treatments in key order, of one patient by his key.
 int Oeffne(CTBeh & beh, const SAuswahl & auswahl, const CString & sVon, const CString & sBis) {
     if (auswahl.sPatient.empty()) return beh.GetAll();
@@ -60,7 +44,7 @@ void Zeige(const SAuswahl & auswahl) {
     const CString sVon = Grenze(auswahl.sVon, ERSTER_TAG);
     const CString sBis = Grenze(auswahl.sBis, LETZTER_TAG);
     const CPraxis praxis(auswahl.sDatei, EModus::Lesen);
-    const CString sBehandler = PruefeBehandler(auswahl.sBehandler);
+    const CString sBehandler = auswahl.sBehandler.empty() ? CString() : PruefeBehandler(auswahl.sBehandler);
     CHittabelle tabelle(std::cout, auswahl.eFormat, EHitspalten::Kurz);
     CHitbau bau;
     CTBeh beh;

@@ -175,9 +175,16 @@ bool CLauf::PatientPasst(const CPat & pat) {
            m_accu.PatAnredeOk(pat.PATANREDE) && m_accu.PatPlzOrtOk(pat.PATPLZ, pat.PATORT) &&
            m_accu.PatStrasseOk(pat.PATSTRASSE) && m_accu.LastBehDatumOk(pat.LASTBEHDATUM) &&
            m_accu.UeberwArztOk(pat.UEBERWARZT) && m_accu.HausArztOk(pat.HAUSARZT) &&
-           m_accu.PatGebDatOk(pat.PATGEBDATUM) && m_accu.PatAlterOk(pat.PATGEBDATUM) &&
-           m_accu.PatRecallOk(pat) && m_accu.PatLastLstOK(&beh, pat.PATNR, CString()) &&
+           m_accu.PatGebDatOk(pat.PATGEBDATUM) && m_accu.PatAlterOk(pat.PATGEBDATUM) && RecallPasst(pat) &&
+           m_accu.PatLastLstOK(&beh, pat.PATNR, CString()) &&
            m_accu.PatOhneLstOK(&beh, pat.PATNR, CString()) && m_accu.KvkVorgabenOk(&beh, pat.PATNR);
+}
+
+// Asked of the patient's row: where he had a recall, the record holds the last one's weeks in the place of the
+// interval digits.
+bool CLauf::RecallPasst(const CPat & pat) {
+    if (!m_accu.GetChRecall()) return true;
+    return m_accu.ReadPat(pat.PATNR) ? m_accu.PatRecallOk(m_accu.m_pRPat) : m_accu.PatRecallOk(pat);
 }
 
 bool CLauf::ImZeitraum(const CString & sDatum) const {

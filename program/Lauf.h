@@ -72,6 +72,7 @@ private:
     [[nodiscard]] bool KassePasst(const CBehHitLine & hit);
     [[nodiscard]] bool LeistungPasst(const CBehHitLine & hit);
     [[nodiscard]] bool PatientPasst(const CPat & pat);
+    [[nodiscard]] bool RecallPasst(const CPat & pat);
     [[nodiscard]] bool ImZeitraum(const CString & sDatum) const;
 
     bool NimmPatient(const CString & sPatNr);

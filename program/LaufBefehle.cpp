@@ -64,6 +64,7 @@ void FuegeRunHinzu(CLI::App & app) {
     FuegeSelektionHinzu(*pApp, pBefehl->optionen);
     pApp->add_flag("--hits", pBefehl->bHits, "Die bewerteten Hits statt der Summen");
     OptionFormat(*pApp, pBefehl->eFormat);
+    pApp->get_option("--format")->needs("--hits");
     pApp->add_flag("--check", pBefehl->bPruefe, "Rechnet die Summen mit SQL nach; Ende 1 bei Abweichungen");
     pApp->footer(
         "Ein Abschnitt der Auswahl gilt, wenn seine Option angegeben ist, auch mit leerem Wert ('').");

@@ -293,6 +293,8 @@ constexpr SPruefzeit PRUEFZEITEN[] = {{'k', "01", "p000010  3"},
 
 CString Ziffern(int i) { return i == 0 ? CString() : itoc(i); }
 
+constexpr const char * ABRECHENBAR = "1";
+
 // A price as a stored amount.
 CString Eurobetrag(int iCent) { return iCent == 0 ? CString() : 'e' + itoc(iCent); }
 
@@ -314,6 +316,7 @@ SGebuehr BemaZeile(char cGoArt, const SBema & bema) {
     gebuehr.zeile.m_PWLART = CString(bereich.cPwLArt);
     gebuehr.zeile.m_STATART = CString(bereich.cStatArt);
     gebuehr.zeile.m_F100AEVWERT = itoc(bereich.iProvGrp);
+    gebuehr.zeile.m_GOKZ = ABRECHENBAR;
     if (sLst == "01" || sLst == "01k") gebuehr.zeile.m_DRUCKBILD = gebuehr.zeile.m_LSTNR;
     return gebuehr;
 }
@@ -344,6 +347,7 @@ SGebuehr GozZeile(const SGoz & goz) {
     gebuehr.zeile.m_STATART = CString(GozStatArt(goz.pLst));
     gebuehr.zeile.m_STDFAKTOR = "23000";
     gebuehr.zeile.m_F100AEVWERT = "6";
+    gebuehr.zeile.m_GOKZ = ABRECHENBAR;
     if (std::string_view(goz.pLst) == "0010") gebuehr.zeile.m_DRUCKBILD = gebuehr.zeile.m_LSTNR;
     return gebuehr;
 }
@@ -359,6 +363,8 @@ SGebuehr ErfundeneZeile(const SErfunden & e) {
     zeile.m_DRUCKBILD = CString(e.pDruckbild);
     zeile.m_GEBPKT = Ziffern(e.iPunkte);
     zeile.m_EINFACHSATZ = Eurobetrag(e.iCent);
+    // The patient's fee passes through the practice, the foreign invoice is another's.
+    if (!std::string_view(e.pLst).starts_with("kk") && e.cGoArt != '8') zeile.m_GOKZ = ABRECHENBAR;
     switch (e.cGoArt) {
     case 'e':
     case 'f':

@@ -3,6 +3,7 @@
 #include "Datenbank.h"
 
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/TabellenPatient.h"
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
@@ -58,6 +59,20 @@ CString MandantOderErster(const std::string & sMandant) {
     const bool bBekannt = std::ranges::any_of(v, [&](const CString & s) { return RightFix(s, 2) == sId; });
     if (!bBekannt) Verweigere("Die Praxis hat keinen Praxisinhaber \"" + sMandant + "\".");
     return sId;
+}
+
+CString PruefePatient(const std::string & sPatient) {
+    CTPat pat(dbDatabaseRO);
+    const CString sNr = RightFix(AusUtf8(sPatient), 10);
+    if (pat.GetByPatNr(sNr) != 0) Verweigere("Einen Patienten \"" + sPatient + "\" gibt es nicht.");
+    return sNr;
+}
+
+CString PruefeBehandler(const std::string & sBehandler) {
+    CTLeb leb(dbDatabaseRO);
+    leb.m_LEB = RightFix(AusUtf8(sBehandler), 4);
+    if (leb.GetByK1() != 0) Verweigere("Einen Behandler \"" + sBehandler + "\" gibt es nicht.");
+    return leb.m_LEB;
 }
 
 CString LiesDatum(const std::string & sText) {

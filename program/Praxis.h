@@ -35,6 +35,10 @@ private:
 // The ids of all owners.
 [[nodiscard]] std::vector<CString> Mandanten();
 
+// The number of a patient or a treater as rows hold it. Ends the command where it is nobody's.
+[[nodiscard]] CString PruefePatient(const std::string & sPatient);
+[[nodiscard]] CString PruefeBehandler(const std::string & sBehandler);
+
 // A day as TT.MM.JJJJ or JJJJMMTT, as JJJJMMTT; anything else is wrong usage.
 [[nodiscard]] CString LiesDatum(const std::string & sText);
 

@@ -4,10 +4,12 @@
 #include "Praxis.h"
 
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <CLI/CLI.hpp>
 
+#include <set>
 #include <utility>
 
 namespace orvostat {
@@ -35,147 +37,302 @@ CBereich Datumsbereich(const std::string & s) {
     return {Tag(s.substr(0, iTrenner)), Tag(s.substr(iTrenner + 2))};
 }
 
+// Both bounds of a range that has at least one; without any it stays empty.
+CBereich MitOffenenSeiten(const CBereich & b) {
+    if (b.first.IsEmpty() && b.second.IsEmpty()) return b;
+    return {Oder(b.first, ERSTER_TAG), Oder(b.second, LETZTER_TAG)};
+}
+
+// ---- what an option takes
+
+constexpr const char * ZIFFERN = "0123456789";
+constexpr const char * VERKEHRT = "das Ende liegt vor dem Anfang";
+
+// What is wrong with the text of an option; empty where nothing is. A day that is none ends by itself.
+std::string FehlerTag(const std::string & s) {
+    (void)Tag(s);
+    return {};
+}
+
+std::string FehlerTage(const std::string & s) {
+    const auto [sVon, sBis] = MitOffenenSeiten(Datumsbereich(s));
+    return sBis < sVon ? VERKEHRT : "";
+}
+
+std::string FehlerGeburtstage(const std::string & s) {
+    const auto [sVon, sBis] = MitOffenenSeiten(Datumsbereich(s));
+    return sBis.Mid(4) < sVon.Mid(4) ? "der Bereich geht über das Jahresende" : "";
+}
+
+std::string FehlerAlter(const std::string & s) {
+    const auto [sVon, sBis] = Bereich(s);
+    for (const CString & sSeite : {sVon, sBis})
+        if (sSeite.Utf8().find_first_not_of(ZIFFERN) != std::string::npos || sSeite.GetLength() > 3)
+            return '"' + sSeite.Utf8() + "\" ist kein Alter in Jahren";
+    return !sBis.IsEmpty() && Zahl(sBis) < Zahl(sVon) ? VERKEHRT : "";
+}
+
+std::string FehlerRecallart(const std::string & s) {
+    const bool bZahl = s.find_first_not_of(ZIFFERN) == std::string::npos && s.size() <= 2;
+    return bZahl || s == "*" ? std::string() : '"' + s + "\" ist weder eine Recallart noch *";
+}
+
+// The values of an option: the word for them in the help, the characters and the length that they may have, and what
+// else is asked of them. Null and 0 are no limit.
+struct SWertart {
+    const char * pTyp;
+    const char * pZeichen = nullptr;
+    std::size_t iLaenge = 0;
+    std::string (*fFehler)(const std::string &) = nullptr;
+};
+
+constexpr SWertart WERT{"WERT"};
+constexpr SWertart NR{"NR"};
+constexpr SWertart WORT{"WORT"};
+constexpr SWertart TAG{"TAG", nullptr, 0, FehlerTag};
+constexpr SWertart TAGE{"VON..BIS", nullptr, 0, FehlerTage};
+constexpr SWertart GEBURTSTAGE{"VON..BIS", nullptr, 0, FehlerGeburtstage};
+constexpr SWertart ALTER{"VON..BIS", nullptr, 0, FehlerAlter};
+constexpr SWertart RECALLART{"NR", nullptr, 0, FehlerRecallart};
+constexpr SWertart INTERVALL{"ZIFFER", ZIFFERN, 1};
+constexpr SWertart PLANNR{"NR", "0123456789 ", 3};
+constexpr SWertart STATUSZIFFERN{"ZIFFERN", ZIFFERN};
+constexpr SWertart GOARTEN{"BUCHSTABE", "kgqpaubefh123456789", 1};
+constexpr SWertart ABRARTEN{"BUCHSTABEN", "0123456789abcdefghijklmnopqrstuvwxyz"};
+constexpr SWertart PWLARTEN{"BUCHSTABEN", "0abcdefghijklmnopqrstuvwxyz"};
+constexpr SWertart KARTENARTEN{"BUCHSTABEN", "GgjE"};
+
+std::string Fehler(const SWertart & art, const std::string & s) {
+    if (art.pZeichen != nullptr && s.find_first_not_of(art.pZeichen) != std::string::npos)
+        return '"' + s + "\" hat andere Zeichen als " + art.pZeichen;
+    if (art.iLaenge != 0 && s.size() > art.iLaenge)
+        return '"' + s + "\" ist länger als " + std::to_string(art.iLaenge) + " Zeichen";
+    return art.fFehler == nullptr ? std::string() : art.fFehler(s);
+}
+
+// The one way to declare an option with a value: checked as it is read, its kind of value in the help.
+CLI::Option * Option(CLI::App & app, const char * pName, const SWertart & art, std::string & sWert,
+                     const char * pHilfe) {
+    const auto Pruefe = [art](const std::string & s) { return Fehler(art, s); };
+    return app.add_option(pName, sWert, pHilfe)->type_name(art.pTyp)->check(CLI::Validator(Pruefe, ""));
+}
+
+// ---- the sections
+
+// The insurer's short form as its rows have it, whatever the case of the letters; empty for the empty text. Ends the
+// command where there is none, or several that differ in case and none is written like this.
+CString FindeKasse(const std::string & sKasse) {
+    const CString sGesucht = Text(sKasse);
+    if (sGesucht.IsEmpty()) return sGesucht;
+    std::set<CString> aGleiche;
+    CTOrvoKas kas(dbDatabaseRO);
+    for (int i = kas.GetAll(); i == ZEILE_OK; i = kas.Next())
+        if (kas.m_KASKUERZEL.CompareNoCase(sGesucht) == 0) aGleiche.insert(kas.m_KASKUERZEL);
+    if (aGleiche.contains(sGesucht)) return sGesucht;
+    if (aGleiche.empty()) Verweigere("Eine Kasse \"" + sKasse + "\" gibt es nicht.");
+    if (aGleiche.size() > 1) Verweigere("Die Kasse \"" + sKasse + "\" ist nicht eindeutig geschrieben.");
+    return *aGleiche.begin();
+}
+
 // A section of the selection that one option sets: given, it is switched on and takes the option's value.
 struct SAbschnitt {
     const char * pOption;
+    const SWertart & art;
     const char * pHilfe;
-    bool bDatumsbereich;
-    void (*fSetze)(CSelektion &, const CString & sWert, const CBereich & bereich);
+    void (*fSetze)(CSelektion &, const std::string & sWert);
 };
 
 constexpr SAbschnitt ABSCHNITTE[] = {
-    {"--selektion", "Patientenselektion; leer: alle", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) { s.SetSelektion(sWert); }},
-    {"--anamnese", "Risikoanamnese; leer: alle", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) { s.SetRisikoAnamnese(sWert); }},
-    {"--anrede", "Anrede; leer (''): nur Patienten ohne Anrede", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) {
+    {"--selektion", WERT, "Patientenselektion; leer: alle",
+     [](CSelektion & s, const std::string & sWert) { s.SetSelektion(Text(sWert)); }},
+    {"--anamnese", WERT, "Risikoanamnese; leer: alle",
+     [](CSelektion & s, const std::string & sWert) { s.SetRisikoAnamnese(Text(sWert)); }},
+    {"--anrede", WERT, "Anrede; leer (''): nur Patienten ohne Anrede",
+     [](CSelektion & s, const std::string & sWert) {
          s.SetChAnrede(true);
-         s.SetPatAnrede(sWert);
+         s.SetPatAnrede(Text(sWert));
      }},
-    {"--strasse", "Straße; leer (''): nur Patienten ohne Straße", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) {
+    {"--strasse", WERT, "Straße; leer (''): nur Patienten ohne Straße",
+     [](CSelektion & s, const std::string & sWert) {
          s.SetChStrasse(true);
-         s.SetStrasse(sWert);
+         s.SetStrasse(Text(sWert));
      }},
-    {"--alter", "Alter VON..BIS in Jahren, heute; eine leere Seite ist offen", false,
-     [](CSelektion & s, const CString &, const CBereich & b) {
+    {"--alter", ALTER, "Alter in Jahren, heute; eine leere Seite ist offen, eine Zahl allein ist beides",
+     [](CSelektion & s, const std::string & sWert) {
+         const auto [sVon, sBis] = Bereich(sWert);
          s.SetChAlter(true);
-         s.SetAlter(b.first, b.second);
+         s.SetAlter(sVon, sBis);
      }},
-    {"--geburtstag", "Geburtstag VON..BIS, nur Tag und Monat zählen; ohne BIS: alle", true,
-     [](CSelektion & s, const CString &, const CBereich & b) { s.SetGeburtstag(b.first, b.second); }},
-    {"--letzter-besuch", "Letzter Besuch VON..BIS; '..': nur Patienten ohne Datum", true,
-     [](CSelektion & s, const CString &, const CBereich & b) {
+    {"--geburtstag", GEBURTSTAGE,
+     "Geburtstag, nur Tag und Monat zählen; eine leere Seite ist offen; nicht über das Jahresende",
+     [](CSelektion & s, const std::string & sWert) {
+         const auto [sVon, sBis] = MitOffenenSeiten(Datumsbereich(sWert));
+         s.SetGeburtstag(sVon, sBis);
+     }},
+    {"--letzter-besuch", TAGE, "Letzter Besuch; eine leere Seite ist offen; '..': nur Patienten ohne Datum",
+     [](CSelektion & s, const std::string & sWert) {
+         const auto [sVon, sBis] = MitOffenenSeiten(Datumsbereich(sWert));
          s.SetChLetzterBesuch(true);
-         s.SetLetzterBesuch(b.first, b.second);
+         s.SetLetzterBesuch(sVon, sBis);
      }},
-    {"--ueberweiser", "Überweisender Arzt; leer (''): irgendeiner", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) {
+    {"--ueberweiser", WERT, "Überweisender Arzt; leer (''): irgendeiner",
+     [](CSelektion & s, const std::string & sWert) {
          s.SetChUeberwArzt(true);
-         s.SetUeberwArzt(sWert);
+         s.SetUeberwArzt(Text(sWert));
      }},
-    {"--hausarzt", "Hausarzt; leer (''): irgendeiner", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) {
+    {"--hausarzt", WERT, "Hausarzt; leer (''): irgendeiner",
+     [](CSelektion & s, const std::string & sWert) {
          s.SetChHausArzt(true);
-         s.SetHausArzt(sWert);
+         s.SetHausArzt(Text(sWert));
      }},
-    {"--ohne-leistung", "Patienten ohne Leistung in VON..BIS; offen, wo --von oder --bis fehlen", true,
-     [](CSelektion & s, const CString &, const CBereich & b) {
+    // An open period of the run opens the section's bounds with it: said with its days, it leaves them alone.
+    {"--ohne-leistung", TAGE,
+     "Patienten ohne Leistung der Behandler in diesen Tagen; eine leere Seite ist offen",
+     [](CSelektion & s, const std::string & sWert) {
+         const auto [sVon, sBis] = Datumsbereich(sWert);
+         s.SetZeitraum(Oder(s.GetAbDatum(), ERSTER_TAG), Oder(s.GetBisDatum(), LETZTER_TAG));
          s.SetChOhneLst(true);
-         s.SetOhneLst(b.first, b.second);
+         s.SetOhneLst(Oder(sVon, ERSTER_TAG), Oder(sBis, LETZTER_TAG));
      }},
-    {"--mfr", "Versichertenstatus: eine oder mehrere Ziffern (1 Mitglied, 3 Familie, 5 Rentner); leer: alle",
-     false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) {
-         s.SetChKvk(true);
-         s.SetMFR(sWert);
+    {"--goart", GOARTEN,
+     "Gebührenordnung: k oder g BEMA, q GOZ, p GOÄ, a Material, u Unfall, b, e, f, h andere Kostenträger, "
+     "1 bis 9 Labor; leer: alle",
+     [](CSelektion & s, const std::string & sWert) { s.SetGoArt(Text(sWert).Erstes()); }},
+    {"--leistung", NR, "Leistungsnummer; leer: alle",
+     [](CSelektion & s, const std::string & sWert) { s.SetLst(Text(sWert)); }},
+    {"--abrart", ABRARTEN,
+     "Abrechnungsarten ohne Trenner: c KCH, z ZE, k KFO (m, wo im Quartal Multiband behandelt ist), p PAR "
+     "(6, 7, 8 "
+     "mit --par-marken und --par-beva), b KBR, i IP, e, r und s Sonderfälle; leer: alle",
+     [](CSelektion & s, const std::string & sWert) { s.SetAbrArt(Text(sWert)); }},
+    {"--pwlart", PWLARTEN,
+     "Leistungsarten des Punktwerts ohne Trenner: a KCH, c und j IP, f ZE, g PAR, h KBR, i KFO, b, d, e "
+     "andere, "
+     "p privat, 0 ohne Punktwert; leer: alle",
+     [](CSelektion & s, const std::string & sWert) { s.SetPwLArt(Text(sWert)); }},
+    {"--plan", PLANNR, "Plannummer; leer: alle",
+     [](CSelektion & s, const std::string & sWert) {
+         const CString sPlan = Trim(Text(sWert));
+         s.SetPlan(sPlan.IsEmpty() ? sPlan : RightFix(sPlan, 3));
      }},
-    {"--goart", "Gebührenordnung, ein Buchstabe (k, g, q, p, ...)", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) { s.SetGoArt(sWert.Erstes()); }},
-    {"--leistung", "Leistungsnummer", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) { s.SetLst(sWert); }},
-    {"--abrart", "Abrechnungsarten, Buchstaben ohne Trenner (c, z, k, b, p, i, s)", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) { s.SetAbrArt(sWert); }},
-    {"--pwlart", "Leistungsarten des Punktwerts, Buchstaben ohne Trenner; leer: alle", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) { s.SetPwLArt(sWert); }},
-    {"--plan", "Plannummer", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) { s.SetPlan(sWert); }},
-    {"--kasse", "Kürzel der Kasse", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) { s.SetKasse(sWert); }},
-    {"--kasstat", "Statistikart der Kasse", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) { s.SetKasStat(sWert); }},
-    {"--erfasser", "Erfasser der Leistung", false,
-     [](CSelektion & s, const CString & sWert, const CBereich &) { s.SetErfasser(sWert); }},
+    {"--kasse", WERT, "Kürzel der Kasse, groß oder klein; leer: alle",
+     [](CSelektion & s, const std::string & sWert) { s.SetKasse(FindeKasse(sWert)); }},
+    {"--kasstat", WERT, "Statistikart der Kasse; leer: alle",
+     [](CSelektion & s, const std::string & sWert) { s.SetKasStat(Text(sWert)); }},
+    {"--erfasser", WERT, "Erfasser der Leistung; leer: alle",
+     [](CSelektion & s, const std::string & sWert) { s.SetErfasser(Text(sWert)); }},
 };
 
+// ---- the options
+
 void FuegeZeitraumHinzu(CLI::App & app, SLaufoptionen & o) {
-    app.add_option("--von", o.sVon, "Erster Tag, TT.MM.JJJJ oder JJJJMMTT");
-    app.add_option("--bis", o.sBis, "Letzter Tag");
-    app.add_option("--mandant", o.sMandant, "Praxisinhaber; leer: alle");
-    app.add_option("--behandler", o.sBehandler, "Behandlernummern mit Komma dazwischen; leer: alle");
-    app.add_option("--patient", o.sPatient, "Patientennummer; leer: alle");
-    app.add_option("--sort", o.sSortierung, "Reihenfolge der Treffer: name oder patient")
+    Option(app, "--von", TAG, o.sVon, "Erster Tag, TT.MM.JJJJ oder JJJJMMTT");
+    Option(app, "--bis", TAG, o.sBis, "Letzter Tag");
+    Option(app, "--mandant", NR, o.sMandant, "Praxisinhaber; leer: alle");
+    Option(app, "--behandler", NR, o.sBehandler, "Ein Behandler oder mehrere mit Komma; leer: alle");
+    Option(app, "--patient", NR, o.sPatient, "Patientennummer; leer: alle");
+    Option(app, "--sort", WORT, o.sSortierung, "Reihenfolge der Treffer: name oder patient")
         ->check(EinesVon({"name", "patient"}));
 }
 
 void FuegeLaufHinzu(CLI::App & app, SLaufoptionen & o) {
     const char * pGruppe = "Lauf";
-    app.add_option("--status", o.sStatus, "Nur abgerechnet oder nur erfasst; ohne: beide")
+    Option(app, "--status", WORT, o.sStatus,
+           "Nur die Hits, die abgerechnet oder die erfasst sind; ohne: beide")
         ->check(EinesVon({"abgerechnet", "erfasst"}))
         ->group(pGruppe);
-    app.add_flag("--nur-gesetzliche", o.bNurGesetzliche, "Nur gesetzliche Kassen")->group(pGruppe);
-    app.add_flag("--nur-abrechenbare", o.bNurAbrechenbare, "Nur abrechenbare Leistungen")->group(pGruppe);
-    app.add_flag("--ohne-plangatter", o.bPlangatterAus, "Leistungen auch ohne ordentlichen Plan zählen")
-        ->group(pGruppe);
-    app.add_flag("--ohne-22a", o.auftrag.bOhne22a, "Ohne PAR-Pläne nach § 22a SGB V")->group(pGruppe);
-    app.add_flag("--par-marken", o.auftrag.bParMarken, "PAR-Leistungen feiner unterscheiden")->group(pGruppe);
-    app.add_flag("--par-beva", o.auftrag.bParBeva, "Dasselbe in drei Stufen")->group(pGruppe);
-    app.add_flag("--kassenanteil", o.auftrag.bKassenanteil, "ZE und KFO nur mit dem Anteil der Kasse")
-        ->group(pGruppe);
-    app.add_flag("--ersatz", o.auftrag.bErsatz, "Leistungen durch ihren Ersatz zählen")->group(pGruppe);
-    app.add_flag("--praxis-lassen", o.bPraxiswechselAus, "Treffer bei der Praxis ihrer Rechnung lassen")
-        ->group(pGruppe);
-    app.add_flag("--nebenakten", o.auftrag.bNebenakten,
-                 "Auch Labor, Sammelrechnungen, Gipsmodelle, Rechnungen und Verordnungen")
-        ->group(pGruppe);
+    const struct {
+        const char * pOption;
+        bool & bWert;
+        const char * pHilfe;
+    } aFlaggen[] = {
+        {"--nur-gesetzliche", o.bNurGesetzliche,
+         "Private Kassen nicht nachschlagen: ihre Hits bleiben, ohne Kasse und Punktwert"},
+        {"--nur-abrechenbare", o.bNurAbrechenbare,
+         "Nur Leistungen, deren Gebührenzeile als abrechenbar gilt"},
+        {"--ohne-plangatter", o.bPlangatterAus, "Leistungen auch ohne ordentlichen Plan zählen"},
+        {"--ohne-22a", o.auftrag.bOhne22a, "Ohne PAR-Pläne nach § 22a SGB V"},
+        {"--par-marken", o.auftrag.bParMarken, "PAR-Leistungen feiner unterscheiden"},
+        {"--par-beva", o.auftrag.bParBeva, "Dasselbe in drei Stufen"},
+        {"--kassenanteil", o.auftrag.bKassenanteil, "ZE und KFO nur mit dem Anteil der Kasse"},
+        {"--ersatz", o.auftrag.bErsatz, "Leistungen durch ihren Ersatz zählen"},
+        {"--praxis-lassen", o.bPraxiswechselAus,
+         "Den Hit nicht noch zur Kassenpraxis seines Behandlers verschieben; er steht schon dort"},
+        {"--nebenakten", o.auftrag.bNebenakten,
+         "Auch Labor, Sammelrechnungen, Gipsmodelle, Rechnungen und Verordnungen"},
+    };
+    for (const auto & flagge : aFlaggen)
+        app.add_flag(flagge.pOption, flagge.bWert, flagge.pHilfe)->group(pGruppe);
+}
+
+constexpr const char * AUSWAHL = "Auswahl der Patienten und Leistungen";
+
+void FuegeRecallHinzu(CLI::App & app, SLaufoptionen & o) {
+    Option(app, "--recall", RECALLART, o.sRecall,
+           "Recallart als Zahl ab 0, * für irgendeine; alle drei Recall-Optionen leer: nur Patienten ohne "
+           "Recall")
+        ->group(AUSWAHL);
+    Option(app, "--recall-intervall", INTERVALL, o.sRecallIntervall,
+           "Intervallziffer der Recallart, ohne --recall der Art 0")
+        ->group(AUSWAHL);
+    Option(app, "--recall-vor", TAG, o.sRecallVor, "Der letzte Recall liegt vor diesem Tag")->group(AUSWAHL);
+}
+
+void FuegeKarteHinzu(CLI::App & app, SLaufoptionen & o) {
+    Option(app, "--mfr", STATUSZIFFERN, o.sMfr,
+           "Versichertenstatus: eine oder mehrere Ziffern (1 Mitglied, 3 Familie, 5 Rentner); Patienten ohne "
+           "Versicherungszeitraum fallen weg; leer: alle")
+        ->group(AUSWAHL);
+    CLI::Option * pKarte = Option(app, "--karte", TAGE, o.sKarte,
+                                  "Versichertenkarte eingelesen in diesen Tagen; eine leere Seite ist offen")
+                               ->group(AUSWAHL);
+    Option(app, "--kartenart", KARTENARTEN, o.sKartenarten,
+           "Nachweise in --karte ohne Trenner: G, g, j, E; leer: alle")
+        ->needs(pKarte)
+        ->group(AUSWAHL);
+    app.add_flag("--karte-fehlt", o.bKarteFehlt, "Patienten, deren Karte in --karte fehlt")->group(AUSWAHL);
 }
 
 void FuegeAbschnitteHinzu(CLI::App & app, SLaufoptionen & o) {
-    const char * pGruppe = "Auswahl der Patienten und Leistungen";
     o.vWerte.resize(std::size(ABSCHNITTE));
-    for (std::size_t i = 0; i < std::size(ABSCHNITTE); ++i)
-        app.add_option(ABSCHNITTE[i].pOption, o.vWerte[i], ABSCHNITTE[i].pHilfe)->group(pGruppe);
-    app.add_option("--plz", o.sPlz, "Postleitzahl; mit leerem Ort ('' und ''): nur Patienten ohne beides")
-        ->group(pGruppe);
-    app.add_option("--ort", o.sOrt, "Ort")->group(pGruppe);
-    app.add_option("--recall", o.sRecall,
-                   "Recallart als Zahl ab 0, * für irgendeine; alle drei Recall-Optionen leer: nur Patienten "
-                   "ohne Recall")
-        ->group(pGruppe);
-    app.add_option("--recall-intervall", o.sRecallIntervall, "Ziffer des Intervalls")->group(pGruppe);
-    app.add_option("--recall-vor", o.sRecallVor, "Der letzte Recall liegt vor diesem Tag")->group(pGruppe);
+    for (std::size_t i = 0; i < std::size(ABSCHNITTE); ++i) {
+        const SAbschnitt & abschnitt = ABSCHNITTE[i];
+        Option(app, abschnitt.pOption, abschnitt.art, o.vWerte[i], abschnitt.pHilfe)->group(AUSWAHL);
+    }
+    Option(app, "--plz", WERT, o.sPlz, "Postleitzahl; mit leerem Ort ('' und ''): nur Patienten ohne beides")
+        ->group(AUSWAHL);
+    Option(app, "--ort", WERT, o.sOrt, "Ort")->group(AUSWAHL);
+    FuegeRecallHinzu(app, o);
     app.add_flag("--hat-leistung", o.bHatLeistung, "Nur Patienten mit Leistungen der Behandler im Zeitraum")
-        ->group(pGruppe);
-    app.add_flag("--rsa", o.bRsa, "Nur Treffer mit RSA-Kennzeichen")->group(pGruppe);
-    app.add_option("--karte", o.sKarte, "Versichertenkarte eingelesen in VON..BIS")->group(pGruppe);
-    app.add_option("--kartenart", o.sKartenarten,
-                   "Nachweise, Buchstaben ohne Trenner: G, g, j, E; leer: alle")
-        ->group(pGruppe);
-    app.add_flag("--karte-fehlt", o.bKarteFehlt, "Patienten, deren Karte in --karte fehlt")->group(pGruppe);
+        ->group(AUSWAHL);
+    app.add_flag("--rsa", o.bRsa, "Nur Treffer mit RSA-Kennzeichen")->group(AUSWAHL);
+    FuegeKarteHinzu(app, o);
 }
+
+// ---- the selection
 
 bool Gesetzt(const CLI::App & app, const char * pOption) { return app.count(pOption) > 0; }
 
-void SetzeGrund(const SLaufoptionen & o, CSelektion & s) {
-    s.SetZeitraum(Tag(o.sVon), Tag(o.sBis));
-    s.SetMandant(Text(o.sMandant));
-    s.SetPatient(Text(o.sPatient));
+void SetzeZeitraum(const SLaufoptionen & o, CSelektion & s) {
+    const CString sVon = Tag(o.sVon);
+    const CString sBis = Tag(o.sBis);
+    if (!sBis.IsEmpty() && sBis < sVon) throw CLI::ValidationError("--bis", VERKEHRT);
+    s.SetZeitraum(sVon, sBis);
+}
+
+void SetzeBehandler(const SLaufoptionen & o, CSelektion & s) {
     std::vector<CString> vLebs;
     SeparatedStrToVec(Text(o.sBehandler), ',', vLebs);
     for (CString & sLeb : vLebs)
-        sLeb = RightFix(Trim(sLeb), 4);
+        sLeb = PruefeBehandler(Trim(sLeb).Utf8());
     s.SetLebs(vLebs);
+}
+
+void SetzeGrund(const SLaufoptionen & o, CSelektion & s) {
+    SetzeZeitraum(o, s);
+    if (!o.sMandant.empty()) s.SetMandant(MandantOderErster(o.sMandant));
+    if (!o.sPatient.empty()) s.SetPatient(PruefePatient(o.sPatient));
+    SetzeBehandler(o, s);
     if (!o.sSortierung.empty()) s.SetSortierung(o.sSortierung == "name" ? '1' : '2');
     s.SetIsAbgerechnet(o.sStatus != "erfasst");
     s.SetIsErfasst(o.sStatus != "abgerechnet");
@@ -188,10 +345,12 @@ void SetzeGrund(const SLaufoptionen & o, CSelektion & s) {
     s.SetRsa(o.bRsa);
 }
 
+// Insurance status and card are one section: whoever asks for the status alone asks for any card of any day.
 void SetzeKarte(const CLI::App & app, const SLaufoptionen & o, CSelektion & s) {
-    if (!Gesetzt(app, "--karte") && !o.bKarteFehlt) return;
+    if (!Gesetzt(app, "--karte") && !o.bKarteFehlt && o.sMfr.empty()) return;
     const CBereich karte = Datumsbereich(o.sKarte);
     s.SetChKvk(true);
+    s.SetMFR(Text(o.sMfr));
     s.SetKvkDatum(Oder(karte.first, ERSTER_TAG), Oder(karte.second, LETZTER_TAG));
     s.SetKvkFehlt(o.bKarteFehlt);
     const auto Hat = [&o](char c) { return o.sKartenarten.find(c) != std::string::npos; };
@@ -212,12 +371,8 @@ void FuegeSelektionHinzu(CLI::App & app, SLaufoptionen & optionen) {
 void SetzeSelektion(const CLI::App & app, const SLaufoptionen & o, CSelektion & s) {
     SetzeGrund(o, s);
     SetzeKarte(app, o, s);
-    for (std::size_t i = 0; i < std::size(ABSCHNITTE); ++i) {
-        const SAbschnitt & abschnitt = ABSCHNITTE[i];
-        if (!Gesetzt(app, abschnitt.pOption)) continue;
-        const std::string & sWert = o.vWerte[i];
-        abschnitt.fSetze(s, Text(sWert), abschnitt.bDatumsbereich ? Datumsbereich(sWert) : Bereich(sWert));
-    }
+    for (std::size_t i = 0; i < std::size(ABSCHNITTE); ++i)
+        if (Gesetzt(app, ABSCHNITTE[i].pOption)) ABSCHNITTE[i].fSetze(s, o.vWerte[i]);
     if (Gesetzt(app, "--plz") || Gesetzt(app, "--ort")) {
         s.SetChPlzOrt(true);
         s.SetPlzOrt(Text(o.sPlz), Text(o.sOrt));

@@ -33,6 +33,7 @@ struct SLaufoptionen {
     std::string sRecall;
     std::string sRecallIntervall;
     std::string sRecallVor;
+    std::string sMfr;
     std::string sKarte;
     std::string sKartenarten;
     bool bKarteFehlt = false;
@@ -46,7 +47,8 @@ struct SLaufoptionen {
 // Adds the options of selection and run; optionen must outlive app.
 void FuegeSelektionHinzu(CLI::App & app, SLaufoptionen & optionen);
 
-// Sets the selection. A value that cannot be read is wrong usage and ends the command.
+// Sets the selection, with a practice open. A period that ends before it begins is wrong usage; a patient, treater,
+// owner or insurer that the practice does not have ends the command.
 void SetzeSelektion(const CLI::App & app, const SLaufoptionen & optionen, CSelektion & selektion);
 
 } // namespace orvostat

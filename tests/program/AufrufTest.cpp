@@ -47,12 +47,12 @@ TEST_F(CAufrufTest, WrongUsageEndsWith2) {
 }
 
 TEST_F(CAufrufTest, HelpIsGermanAndNoError) {
-    for (const char * pBefehl : {"", "sample ", "hits ", "check ", "copy "}) {
+    for (const char * pBefehl : {"", "sample ", "hits ", "run ", "check ", "copy "}) {
         const SProgrammende ende = Laufe(std::string(pBefehl) + "--help");
         EXPECT_EQ(ende.iCode, 0) << pBefehl;
         EXPECT_NE(ende.sAus.find("Aufruf: orvostat"), std::string::npos) << ende.sAus;
         EXPECT_NE(ende.sAus.find("Zeigt diese Hilfe"), std::string::npos) << ende.sAus;
-        for (const char * pEnglisch : {"Usage", "Options:", "Subcommands", "REQUIRED", "Print this"})
+        for (const char * pEnglisch : {"Usage", "Options:", "Subcommands", "REQUIRED", "Needs", "Print this"})
             EXPECT_EQ(ende.sAus.find(pEnglisch), std::string::npos) << ende.sAus;
     }
 }
