@@ -11,6 +11,8 @@ if(sources)
     target_include_directories(orvo_program
         PUBLIC ${PROJECT_SOURCE_DIR}/program PRIVATE ${PROJECT_SOURCE_DIR}/include)
     target_link_libraries(orvo_program PUBLIC CLI11::CLI11)
+    set_source_files_properties(${PROJECT_SOURCE_DIR}/program/Aufruf.cpp
+        PROPERTIES COMPILE_DEFINITIONS ORVOSTATBS_VERSION="${PROJECT_VERSION}")
 endif()
 
 if(EXISTS ${main})

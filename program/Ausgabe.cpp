@@ -43,7 +43,7 @@ public:
     void Zeile(const std::vector<CString> & vZellen) override {
         std::vector<std::string> vTexte;
         for (std::size_t i = 0; i < m_vSpalten.size(); ++i)
-            vTexte.push_back(Gekuerzt(Deutsch(vZellen[i], m_vSpalten[i].eZelle), m_vSpalten[i].iBreite));
+            vTexte.push_back(Gekuerzt(Deutsch(vZellen[i], m_vSpalten[i].eZelle), m_vSpalten[i]));
         if (m_bKopf) return Schreibe(vTexte);
         for (std::size_t i = 0; i < vTexte.size(); ++i)
             m_viBreite[i] = std::max(m_viBreite[i], vTexte[i].size());
@@ -66,10 +66,10 @@ public:
     }
 
 private:
-    static std::string Gekuerzt(std::string s, int iBreite) {
-        if (s.size() > static_cast<std::size_t>(iBreite))
-            s = s.substr(0, static_cast<std::size_t>(iBreite) - 3) + "...";
-        return s;
+    static std::string Gekuerzt(std::string s, const SAusgabespalte & spalte) {
+        const auto iBreite = static_cast<std::size_t>(spalte.iBreite);
+        if (spalte.eZelle == EZelle::Zahl || s.size() <= iBreite) return s;
+        return s.substr(0, iBreite - 3) + "...";
     }
     void Schreibe(const std::vector<std::string> & vTexte) {
         std::string sZeile;

@@ -25,7 +25,7 @@ enum class EZelle { Text, Datum, Zahl };
 struct SAusgabespalte {
     const char * pName; // of the column, and of the member in Json
     EZelle eZelle;
-    int iBreite; // the widest a table shows it; longer texts end in "..."
+    int iBreite; // the widest a table shows it; longer texts end in "...", numbers are never cut
 };
 
 // Writes rows. Cells come in a neutral form: dates YYYYMMDD, numbers with a decimal point.

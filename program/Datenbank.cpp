@@ -1,5 +1,6 @@
 #include "Datenbank.h"
 
+#include "Konsole.h"
 #include "Praxis.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
@@ -8,6 +9,7 @@
 
 #include <filesystem>
 #include <iostream>
+#include <string_view>
 #include <system_error>
 
 namespace orvostat {
@@ -25,13 +27,34 @@ void Entferne(const std::string & sDatei) {
 
 void PruefeZiel(const std::string & sDatei, bool bErsetzen) {
     std::error_code fehler;
+    if (!fs::path(sDatei).has_filename()) Verweigere("\"" + sDatei + "\" ist kein Dateiname.");
     const fs::file_status status = fs::status(sDatei, fehler);
     if (!fs::exists(status)) return;
     if (!fs::is_regular_file(status)) Verweigere("\"" + sDatei + "\" ist keine gewöhnliche Datei.");
     if (!bErsetzen) Verweigere("\"" + sDatei + "\" gibt es schon und wird nicht überschrieben.");
 }
 
+// SQLite's words for what can happen to a sound file, and ours.
+constexpr struct {
+    std::string_view sWorte;
+    const char * pGrund;
+} GRUENDE[] = {
+    {"database is locked", "ein anderes Programm schreibt gerade in die Datei"},
+    {"database or disk is full", "der Datenträger ist voll"},
+    {"attempt to write a readonly database", "die Datei ist schreibgeschützt"},
+    {"disk I/O error", "der Datenträger meldet einen Fehler"},
+    {"unable to open database file", "neben der Datei lässt sich keine anlegen"},
+};
+
 } // namespace
+
+std::string Fehlergrund(const CZeilenspeicher * pSpeicher) {
+    const auto * pSqlite = dynamic_cast<const CSqliteSpeicher *>(pSpeicher);
+    if (pSqlite == nullptr) return {};
+    for (const auto & [sWorte, pGrund] : GRUENDE)
+        if (pSqlite->LetzterFehler() == sWorte) return pGrund;
+    return pSqlite->LetzterFehler();
+}
 
 std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EModus eModus) {
     CString sMeldung;
@@ -44,7 +67,14 @@ CNeueDatei::CNeueDatei(const std::string & sDatei, bool bErsetzen)
     : m_sDatei(sDatei), m_sVorlaeufig(sDatei + ".neu") {
     PruefeZiel(m_sDatei, bErsetzen);
     Entferne(m_sVorlaeufig);
-    m_pSpeicher = OeffneSpeicher(m_sVorlaeufig, EModus::NeuUngesichert);
+    std::error_code fehler;
+    if (fs::exists(m_sVorlaeufig, fehler)) Verweigere("\"" + m_sVorlaeufig + "\" steht im Weg.");
+    CString sMeldung;
+    m_pSpeicher = CSqliteSpeicher::OeffneDatei(m_sVorlaeufig, EModus::NeuUngesichert, sMeldung);
+    if (m_pSpeicher) return;
+    // The user knows the file by its own name.
+    sMeldung.Replace(AusUtf8(m_sVorlaeufig), AusUtf8(m_sDatei));
+    Verweigere(sMeldung.Utf8());
 }
 
 CNeueDatei::~CNeueDatei() {
@@ -59,13 +89,12 @@ void CNeueDatei::Fertig() {
     fs::rename(m_sVorlaeufig, m_sDatei, fehler);
     if (!fehler) return;
     Entferne(m_sVorlaeufig);
-    Verweigere("\"" + m_sDatei + "\" lässt sich nicht anlegen: " + fehler.message());
+    Verweigere("\"" + m_sDatei + "\" lässt sich nicht anlegen; vermutlich fehlt die Berechtigung.");
 }
 
 void Fortschritt(std::int64_t iPos, std::int64_t iMax) {
     if (OrvoUpdateProgressBox2(static_cast<long>(iPos), static_cast<long>(iMax))) return;
-    if (SollIch("Vorgang abbrechen..."_t, "Möchten Sie wirklich den Vorgang abbrechen?"_t, 0) == SOLLICH_JA)
-        BrichAb();
+    if (FrageAbbruch()) BrichAb();
 }
 
 void BrichAb() {

@@ -19,6 +19,9 @@ enum EEnde : int {
 // Opens a practice file. A file that is refused ends the command with its reason and exit code 1.
 [[nodiscard]] std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EModus eModus);
 
+// Why the last read or write of a practice file failed, for behind "...: "; empty where the store does not know.
+[[nodiscard]] std::string Fehlergrund(const CZeilenspeicher * pSpeicher);
+
 // A new practice file that appears under its name only when it is complete.
 class CNeueDatei {
 public:

@@ -4,6 +4,7 @@
 #include "Datenbank.h"
 #include "Hitbau.h"
 #include "Hittabelle.h"
+#include "Konsole.h"
 #include "Praxis.h"
 
 #include "orvostatbs/host/Datum.h"
@@ -50,8 +51,9 @@ void Zeige(const SAuswahl & auswahl) {
     CTBeh beh;
     int iHits = 0;
     int i = Oeffne(beh, auswahl, sVon, sBis);
+    bool bAbbruch = false;
     for (; i == ZEILE_OK && (auswahl.iLimit == 0 || iHits < auswahl.iLimit); i = beh.Next()) {
-        Fortschritt(iHits, iHits);
+        if ((bAbbruch = AbbruchVerlangt())) break;
         if (beh.m_DATUM < sVon || beh.m_DATUM > sBis ||
             (!sBehandler.IsEmpty() && beh.m_BEHANDLERNR != sBehandler))
             continue;
@@ -59,6 +61,7 @@ void Zeige(const SAuswahl & auswahl) {
         ++iHits;
     }
     tabelle.Ende();
+    if (bAbbruch) BrichAb();
     if (i > ZEILE_KEINE) Verweigere("Die Behandlungen sind nicht vollständig lesbar.");
     if (auswahl.eFormat == EFormat::Tabelle)
         std::cout << '\n' << iHits << (iHits == 1 ? " Hit\n" : " Hits\n");

@@ -1,5 +1,7 @@
 #include "HvmBefehle.h"
 
+#include "Aufruf.h"
+#include "Datenbank.h"
 #include "Feiertage.h"
 #include "Praxis.h"
 
@@ -59,8 +61,10 @@ void LiesGemeinsames(CHVMCf & cf) {
 }
 
 void PruefeGespeichert(const CHVMCf & cf) {
-    if (!cf.Gespeichert())
-        Verweigere("Die Einstellungen konnten nicht gespeichert werden; es gelten die alten.");
+    if (cf.Gespeichert()) return;
+    const std::string sGrund = Fehlergrund(dbDatabase.Speicher().get());
+    Verweigere("Die Einstellungen konnten nicht gespeichert werden" + (sGrund.empty() ? "" : ": " + sGrund) +
+               "; es gelten die alten.");
 }
 
 void Speichere(CHVMCf & cf) {
@@ -165,7 +169,7 @@ void Zeige(const std::string & sDatei) {
 }
 
 void FuegeShow(CLI::App & hvm, const std::shared_ptr<std::string> & pDatei) {
-    hvm.add_subcommand("show", "zeigt alle Einstellungen")->callback([pDatei] { Zeige(*pDatei); });
+    hvm.add_subcommand("show", "Zeigt alle Einstellungen")->callback([pDatei] { Zeige(*pDatei); });
 }
 
 // ---- set
@@ -227,15 +231,14 @@ struct SSet {
 void FuegeSet(CLI::App & hvm, const std::shared_ptr<std::string> & pDatei) {
     const auto pBefehl = std::make_shared<SSet>();
     pBefehl->pDatei = pDatei;
-    CLI::App * pApp = hvm.add_subcommand("set", "ändert einen Schalter oder die Feiertage");
-    pApp->add_option("schalter", pBefehl->sName, "Name wie in show, auch der eines Feiertags")
-        ->type_name("SCHALTER");
-    pApp->add_option("wert", pBefehl->sWert, "an oder aus; bei Einstell14 eine Ziffer")->type_name("WERT");
+    CLI::App * pApp = hvm.add_subcommand("set", "Ändert einen Schalter oder die Feiertage");
+    pApp->add_option("SCHALTER", pBefehl->sName, "Name wie in show, auch der eines Feiertags");
+    pApp->add_option("WERT", pBefehl->sWert, "An oder aus; bei Einstell14 eine Ziffer");
     std::vector<std::string> vLaender;
     for (const SBundesland & land : Bundeslaender())
         vLaender.emplace_back(land.sKuerzel);
-    pApp->add_option("--land", pBefehl->sLand, "setzt die neun Feiertage auf die eines Bundeslandes")
-        ->check(CLI::IsMember(vLaender))
+    pApp->add_option("--land", pBefehl->sLand, "Setzt die neun Feiertage auf die eines Bundeslandes")
+        ->check(EinesVon(vLaender))
         ->type_name("LAND");
     pApp->callback([pBefehl] { pBefehl->Laufe(); });
 }
@@ -306,17 +309,18 @@ struct SPots {
 void FuegePots(CLI::App & hvm, const std::shared_ptr<std::string> & pDatei) {
     const auto pBefehl = std::make_shared<SPots>();
     pBefehl->pDatei = pDatei;
-    CLI::App * pApp = hvm.add_subcommand("pots", "zeigt oder ändert die Töpfe eines Praxisinhabers");
-    pApp->add_option("art", pBefehl->sArt, "Art des Topfes, ein Zeichen; ohne sie werden alle gezeigt")
-        ->type_name("ART");
+    CLI::App * pApp = hvm.add_subcommand("pots", "Zeigt oder ändert die Töpfe eines Praxisinhabers");
+    pApp->add_option("ART", pBefehl->sArt, "Art des Topfes, ein Zeichen; ohne sie werden alle gezeigt");
     pApp->add_option("--mandant", pBefehl->sMandant, "Praxisinhaber, sonst der erste")->type_name("NR");
-    pApp->add_option("--aktiv", pBefehl->sAktiv, "an oder aus");
-    pApp->add_option("--budget", pBefehl->sBudget, "an oder aus");
-    pApp->add_option("--wert", pBefehl->iWert, "Wert des Topfes");
-    pApp->add_option("--bw", pBefehl->iBw, "bw-Wert des Praxisinhabers");
-    pApp->add_option("--gruppe", pBefehl->sGruppe, "Gruppenbuchstabe der Auswahl");
-    pApp->add_option("--name", pBefehl->sName, "Name der Auswahl; ohne ihn die Hauptauswahl der Gruppe");
-    pApp->add_option("--auswahl", pBefehl->sAuswahl, "neue Auswahl; leer löscht eine benannte");
+    pApp->add_option("--aktiv", pBefehl->sAktiv, "An oder aus")->type_name("WERT");
+    pApp->add_option("--budget", pBefehl->sBudget, "An oder aus")->type_name("WERT");
+    pApp->add_option("--wert", pBefehl->iWert, "Wert des Topfes")->type_name("ZAHL");
+    pApp->add_option("--bw", pBefehl->iBw, "bw-Wert des Praxisinhabers")->type_name("ZAHL");
+    pApp->add_option("--gruppe", pBefehl->sGruppe, "Gruppenbuchstabe der Auswahl")->type_name("GRUPPE");
+    pApp->add_option("--name", pBefehl->sName, "Name der Auswahl; ohne ihn die Hauptauswahl der Gruppe")
+        ->type_name("NAME");
+    pApp->add_option("--auswahl", pBefehl->sAuswahl, "Neue Auswahl; leer löscht eine benannte")
+        ->type_name("TEXT");
     pApp->callback([pBefehl] { pBefehl->Laufe(); });
 }
 
@@ -356,6 +360,8 @@ struct SVacation {
             const CString sVon = LiesDatum(sText.substr(0, iTrenner));
             const CString sBis = iTrenner == sText.size() ? sVon : LiesDatum(sText.substr(iTrenner + 1));
             if (sBis < sVon) FalscherWert("--urlaub", "\"" + sText + "\" endet vor dem Anfang");
+            if (sVon.Left(4) != Jahr() || sBis.Left(4) != Jahr())
+                FalscherWert("--urlaub", "\"" + sText + "\" liegt nicht ganz im Jahr " + sJahr);
             v.emplace_back(sVon, sBis);
         }
         return v;
@@ -383,16 +389,16 @@ void FuegeVacation(CLI::App & hvm, const std::shared_ptr<std::string> & pDatei) 
     const auto pBefehl = std::make_shared<SVacation>();
     pBefehl->pDatei = pDatei;
     CLI::App * pApp =
-        hvm.add_subcommand("vacation", "zeigt oder ändert Arbeitstage und Urlaube eines Jahres");
-    pApp->add_option("jahr", pBefehl->sJahr, "ohne das Jahr werden alle gezeigt")->type_name("JAHR");
+        hvm.add_subcommand("vacation", "Zeigt oder ändert Arbeitstage und Urlaube eines Jahres");
+    pApp->add_option("JAHR", pBefehl->sJahr, "Ohne das Jahr werden alle gezeigt");
     pApp->add_option("--mandant", pBefehl->sMandant, "Praxisinhaber, sonst der erste")->type_name("NR");
     pApp->add_option("--urlaub", pBefehl->vUrlaub,
-                     "die Urlaube des Jahres, 01.07.2024-12.07.2024; höchstens fünf")
+                     "Die Urlaube des Jahres, 01.07.2024-12.07.2024; höchstens fünf")
         ->type_name("VON-BIS");
-    pApp->add_flag("--kein-urlaub", pBefehl->bKeiner, "das Jahr hat keinen Urlaub")->excludes("--urlaub");
-    pApp->add_option("--tage", pBefehl->vTage, "die Arbeitstage des Jahres, zum Beispiel mo,di,mi,do,fr")
+    pApp->add_flag("--kein-urlaub", pBefehl->bKeiner, "Das Jahr hat keinen Urlaub")->excludes("--urlaub");
+    pApp->add_option("--tage", pBefehl->vTage, "Die Arbeitstage des Jahres, zum Beispiel mo,di,mi,do,fr")
         ->delimiter(',')
-        ->check(CLI::IsMember(WochentagKuerzel()))
+        ->check(EinesVon(WochentagKuerzel()))
         ->type_name("TAGE");
     pApp->callback([pBefehl] { pBefehl->Laufe(); });
 }
@@ -426,10 +432,9 @@ struct SServices {
 void FuegeServices(CLI::App & hvm, const std::shared_ptr<std::string> & pDatei) {
     const auto pBefehl = std::make_shared<SServices>();
     pBefehl->pDatei = pDatei;
-    CLI::App * pApp = hvm.add_subcommand("services", "zeigt oder ersetzt die Liste der Leistungen");
-    CLI::Option * pListe =
-        pApp->add_option("leistungen", pBefehl->vLeistungen, "die neue Liste")->type_name("LEISTUNG ...");
-    pApp->add_flag("--keine", pBefehl->bKeine, "leert die Liste")->excludes(pListe);
+    CLI::App * pApp = hvm.add_subcommand("services", "Zeigt oder ersetzt die Liste der Leistungen");
+    CLI::Option * pListe = pApp->add_option("LEISTUNG", pBefehl->vLeistungen, "Die neue Liste");
+    pApp->add_flag("--keine", pBefehl->bKeine, "Leert die Liste")->excludes(pListe);
     pApp->callback([pBefehl] { pBefehl->Laufe(); });
 }
 
@@ -438,7 +443,7 @@ void FuegeServices(CLI::App & hvm, const std::shared_ptr<std::string> & pDatei) 
 void FuegeHvmHinzu(CLI::App & app) {
     const auto pDatei = std::make_shared<std::string>();
     CLI::App * pHvm = app.add_subcommand("hvm", "Einstellungen der Honorarverteilung einer Praxis");
-    pHvm->add_option("datei", *pDatei, "Praxisdatei")->required()->type_name("DATEI");
+    pHvm->add_option("DATEI", *pDatei, "Die Praxisdatei")->required();
     pHvm->require_subcommand(1);
     FuegeShow(*pHvm, pDatei);
     FuegeSet(*pHvm, pDatei);

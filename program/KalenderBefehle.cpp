@@ -1,5 +1,6 @@
 #include "KalenderBefehle.h"
 
+#include "Aufruf.h"
 #include "Feiertage.h"
 #include "Praxis.h"
 
@@ -34,7 +35,7 @@ std::vector<std::string> Kuerzel() {
 
 CLI::Option * OptionLand(CLI::App & befehl, std::string & sLand) {
     return befehl.add_option("--land", sLand, "Feiertage eines Bundeslandes (NW, BY, ...)")
-        ->check(CLI::IsMember(Kuerzel()))
+        ->check(EinesVon(Kuerzel()))
         ->type_name("LAND");
 }
 
@@ -43,9 +44,9 @@ void OptionenKalender(CLI::App & befehl, SKalenderwahl & wahl) {
     befehl.add_option("--praxis", wahl.sPraxis, "Feiertage und Arbeitszeiten einer Praxisdatei")
         ->excludes(pLand)
         ->type_name("DATEI");
-    befehl.add_option("--wochentage", wahl.vWochentage, "gearbeitete Tage, zum Beispiel mo,di,mi,do,fr")
+    befehl.add_option("--wochentage", wahl.vWochentage, "Gearbeitete Tage, zum Beispiel mo,di,mi,do,fr")
         ->delimiter(',')
-        ->check(CLI::IsMember(WochentagKuerzel()))
+        ->check(EinesVon(WochentagKuerzel()))
         ->type_name("TAGE");
 }
 
@@ -115,13 +116,12 @@ struct SKalenderBefehl {
 void FuegeKalender(CLI::App & app) {
     const auto pBefehl = std::make_shared<SKalenderBefehl>();
     CLI::App * pApp = app.add_subcommand("kalender", "Feiertage eines Jahres, nach Praxis oder Bundesland");
-    pApp->add_option("argumente", pBefehl->vArgumente, "Praxisdatei (ohne --land) und Jahr, auch 2024-2030")
+    pApp->add_option("ANGABE", pBefehl->vArgumente, "Praxisdatei (ohne --land) und Jahr, auch 2024-2030")
         ->required()
-        ->expected(1, 2)
-        ->type_name("[DATEI] JAHR");
+        ->option_text("[DATEI] JAHR (Pflicht)");
     OptionLand(*pApp, pBefehl->wahl.sLand);
     pApp->add_option("--format", pBefehl->sFormat, "table, csv, json oder ics (für Kalenderprogramme)")
-        ->check(CLI::IsMember(SKalenderBefehl::Formatnamen()))
+        ->check(EinesVon(SKalenderBefehl::Formatnamen()))
         ->type_name("FORMAT");
     pApp->callback([pBefehl] { pBefehl->Laufe(); });
 }
@@ -190,13 +190,10 @@ struct SArbeitstageBefehl {
 void FuegeArbeitstage(CLI::App & app) {
     const auto pBefehl = std::make_shared<SArbeitstageBefehl>();
     CLI::App * pApp = app.add_subcommand("arbeitstage", "Arbeitstage eines Zeitraums und seine Länge");
-    pApp->add_option("von", pBefehl->sVon, "erster Tag, TT.MM.JJJJ oder JJJJMMTT")
-        ->required()
-        ->type_name("DATUM");
-    pApp->add_option("bis", pBefehl->sBis, "letzter Tag")->required()->type_name("DATUM");
+    pApp->add_option("VON", pBefehl->sVon, "Erster Tag, TT.MM.JJJJ oder JJJJMMTT")->required();
+    pApp->add_option("BIS", pBefehl->sBis, "Letzter Tag")->required();
     OptionenKalender(*pApp, pBefehl->wahl);
-    pApp->add_option("--mandant", pBefehl->wahl.sMandant,
-                     "Urlaube und Arbeitstage dieses Mandanten der Praxis")
+    pApp->add_option("--mandant", pBefehl->wahl.sMandant, "Urlaube und Arbeitstage dieses Praxisinhabers")
         ->type_name("NR");
     pApp->callback([pBefehl] { pBefehl->Laufe(); });
 }
@@ -221,7 +218,7 @@ void FuegeNaechster(CLI::App & app) {
     const auto pBefehl = std::make_shared<SNaechsterBefehl>();
     CLI::App * pApp =
         app.add_subcommand("naechster", "Nächster Arbeitstag ab einem Tag, diesen eingeschlossen");
-    pApp->add_option("datum", pBefehl->sDatum, "TT.MM.JJJJ oder JJJJMMTT")->required()->type_name("DATUM");
+    pApp->add_option("TAG", pBefehl->sDatum, "TT.MM.JJJJ oder JJJJMMTT")->required();
     OptionenKalender(*pApp, pBefehl->wahl);
     pApp->callback([pBefehl] { pBefehl->Laufe(); });
 }

@@ -1,6 +1,7 @@
 #include "Konsole.h"
 
 #include <csignal>
+#include <cstdio>
 #include <iostream>
 
 #include <unistd.h>
@@ -9,25 +10,50 @@ namespace orvostat {
 
 namespace {
 
-volatile std::sig_atomic_t s_bAbbruch = 0;
+// How often Ctrl-C was pressed since the last question.
+volatile std::sig_atomic_t s_iGedrueckt = 0;
 
 void Merke(int) {
-    s_bAbbruch = 1;
-    std::signal(SIGINT, SIG_DFL); // the next one ends the program
+    s_iGedrueckt = s_iGedrueckt + 1;
+    if (s_iGedrueckt > 1) std::signal(SIGINT, SIG_DFL); // the next one ends the program
 }
+
+// Starts to count anew. iArt is SA_RESTART, or 0 where Ctrl-C shall end a read that waits.
+void Horche(int iArt) {
+    struct sigaction art {};
+    art.sa_handler = Merke;
+    art.sa_flags = iArt;
+    s_iGedrueckt = 0;
+    sigaction(SIGINT, &art, nullptr);
+}
+
+CString Titel() { return "Vorgang abbrechen..."_t; }
 
 } // namespace
 
-CKonsole::CKonsole() : CTerminal(std::cin, std::cerr, isatty(STDERR_FILENO) != 0) {
-    std::signal(SIGINT, Merke);
-}
+CKonsole::CKonsole() : CTerminal(std::cin, std::cerr, isatty(STDERR_FILENO) != 0) { Horche(SA_RESTART); }
 CKonsole::~CKonsole() { std::signal(SIGINT, SIG_DFL); }
 
 bool CKonsole::Fortschritt(long iPos, long iMax) {
-    if (s_bAbbruch == 0) return CTerminal::Fortschritt(iPos, iMax);
-    s_bAbbruch = 0;
-    std::signal(SIGINT, Merke);
-    return false;
+    return s_iGedrueckt == 0 && CTerminal::Fortschritt(iPos, iMax);
 }
+
+bool CKonsole::Frage(const CString & sTitel, const CString & sText, int iArt) {
+    if (sTitel != Titel()) return CTerminal::Frage(sTitel, sText, iArt);
+    const bool bSchonBestaetigt = s_iGedrueckt > 1;
+    Horche(0);
+    const bool bJa =
+        bSchonBestaetigt || CTerminal::Frage(sTitel, sText, iArt) || s_iGedrueckt > 0 || std::cin.fail();
+    Horche(SA_RESTART);
+    std::clearerr(stdin);
+    std::cin.clear();
+    return bJa;
+}
+
+bool FrageAbbruch() {
+    return SollIch(Titel(), "Möchten Sie wirklich den Vorgang abbrechen?"_t, 0) == SOLLICH_JA;
+}
+
+bool AbbruchVerlangt() { return s_iGedrueckt > 0 && FrageAbbruch(); }
 
 } // namespace orvostat

@@ -1,5 +1,7 @@
 #include "Lauf.h"
 
+#include "Konsole.h"
+
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Oberflaeche.h"
 
@@ -221,8 +223,7 @@ bool CLauf::Weiter() {
     if (++m_stand.iZeile % FORTSCHRITT_SCHRITT != 0) return true;
     if (OrvoUpdateProgressBox2(static_cast<long>(m_stand.iZeile), static_cast<long>(m_stand.iZeilen)))
         return true;
-    if (SollIch("Vorgang abbrechen..."_t, "Möchten Sie wirklich den Vorgang abbrechen?"_t, 0) != SOLLICH_JA)
-        return true;
+    if (!FrageAbbruch()) return true;
     m_stand.eLauf = ELauf::Abgebrochen;
     return false;
 }

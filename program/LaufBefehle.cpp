@@ -5,6 +5,7 @@
 #include "Datenbank.h"
 #include "Erlaeuterung.h"
 #include "Gegenrechnung.h"
+#include "Konsole.h"
 #include "Laufbericht.h"
 #include "Praxis.h"
 #include "Selektionsoptionen.h"
@@ -33,6 +34,15 @@ SLaufauftrag Auftrag(const SLaufoptionen & optionen) {
     return auftrag;
 }
 
+// Shows the tables; false if the user stops it.
+bool ZeigeErgebnis(const SLaufbefehl & befehl, CStatAccu & accu, const CLauf & lauf) {
+    if (befehl.bHits) return ZeigeHits(std::cout, accu, befehl.eFormat);
+    ZeigeZahlen(std::cout, accu, lauf);
+    ZeigeSummen(std::cout, accu);
+    return true;
+}
+
+// Whatever the moment of a cancel, what was collected until then is shown.
 void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     const CPraxis praxis(befehl.optionen.sDatei, EModus::Lesen);
     CStatAccu accu;
@@ -42,17 +52,15 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
     if (eLauf == ELauf::Unlesbar) Verweigere("Die Praxisdatei ist nicht vollständig lesbar.");
     praxis.VerweigereNachLesefehler();
-    if (eLauf == ELauf::Abgebrochen) std::cerr << "Abgebrochen. Gezeigt wird, was bis dahin gelesen war.\n";
-    if (befehl.bHits) {
-        ZeigeHits(std::cout, accu, befehl.eFormat);
-    } else {
-        ZeigeZahlen(std::cout, accu, lauf);
-        ZeigeSummen(std::cout, accu);
-    }
+    bool bAbgebrochen = eLauf == ELauf::Abgebrochen || AbbruchVerlangt();
+    if (bAbgebrochen) std::cerr << "Abgebrochen. Gezeigt wird, was bis dahin gelesen war.\n";
+    bAbgebrochen = !ZeigeErgebnis(befehl, accu, lauf) || bAbgebrochen || AbbruchVerlangt();
     lauf.Nachlauf();
-    if (eLauf == ELauf::Abgebrochen) throw CLI::RuntimeError(ENDE_ABBRUCH);
-    if (befehl.bPruefe && !ZeigeGegenrechnung(befehl.bHits ? std::cerr : std::cout,
-                                              RechneGegen(befehl.optionen.sDatei, accu.m_vBehHits)))
+    if (bAbgebrochen) throw CLI::RuntimeError(ENDE_ABBRUCH);
+    if (!befehl.bPruefe) return;
+    const SGegenrechnung rechnung = RechneGegen(befehl.optionen.sDatei, accu.m_vBehHits);
+    if (AbbruchVerlangt()) throw CLI::RuntimeError(ENDE_ABBRUCH);
+    if (!ZeigeGegenrechnung(befehl.bHits ? std::cerr : std::cout, rechnung))
         throw CLI::RuntimeError(ENDE_FEHLER);
 }
 

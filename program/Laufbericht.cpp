@@ -1,6 +1,7 @@
 #include "Laufbericht.h"
 
 #include "Hittabelle.h"
+#include "Konsole.h"
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
@@ -117,7 +118,8 @@ constexpr SAusgabespalte GEGENSPALTEN[] = {{"Beh", EZelle::Text, 4},       {"GO"
 void ZeigeZahlen(std::ostream & aus, const CStatAccu & accu, const CLauf & lauf) {
     const SLaufzahlen & z = lauf.Zahlen();
     aus << z.iBehandlungen << " Behandlungen gelesen, " << accu.m_vBehHits.size() << " Hits, "
-        << accu.m_vPat.size() << " Patienten, " << accu.m_vBehErrors.size() << " Fehler\n";
+        << accu.m_vPat.size() << (accu.m_vPat.size() == 1 ? " Patient, " : " Patienten, ")
+        << accu.m_vBehErrors.size() << " Fehler\n";
     const std::pair<std::int64_t, const char *> aHinweise[] = {
         {z.iOhneBill, " Hits ohne Rechnung"},
         {z.iOhnePatient, " Hits ohne lesbaren Patienten"},
@@ -156,11 +158,15 @@ void ZeigeSummen(std::ostream & aus, CStatAccu & accu) {
     ZeigeGruppen(aus, "Nach Statistikart", mapArtnamen);
 }
 
-void ZeigeHits(std::ostream & aus, const CStatAccu & accu, EFormat eFormat) {
+bool ZeigeHits(std::ostream & aus, const CStatAccu & accu, EFormat eFormat) {
     CHittabelle tabelle(aus, eFormat, EHitspalten::Alle);
-    for (const CBehHitLine & hit : accu.m_vBehHits)
+    bool bWeiter = true;
+    for (const CBehHitLine & hit : accu.m_vBehHits) {
+        if (!(bWeiter = !AbbruchVerlangt())) break;
         tabelle.Zeile(hit);
+    }
     tabelle.Ende();
+    return bWeiter;
 }
 
 bool ZeigeGegenrechnung(std::ostream & aus, const SGegenrechnung & rechnung) {

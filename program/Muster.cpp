@@ -1,5 +1,6 @@
 #include "Muster.h"
 
+#include "Konsole.h"
 #include "MusterBehandlungen.h"
 #include "MusterHvm.h"
 #include "MusterKassen.h"
@@ -35,11 +36,7 @@ void Schreibe(CMusterSchreiber & schreiber, const SMusterAkte & akte) {
 }
 
 // The user wants to stop, and has confirmed it.
-bool Abgebrochen(int iPos, int iMax) {
-    return !OrvoUpdateProgressBox2(iPos, iMax) &&
-           SollIch("Vorgang abbrechen..."_t, "Möchten Sie wirklich den Vorgang abbrechen?"_t, 0) ==
-               SOLLICH_JA;
-}
+bool Abgebrochen(int iPos, int iMax) { return !OrvoUpdateProgressBox2(iPos, iMax) && FrageAbbruch(); }
 
 // False when the user has cancelled.
 bool SchreibePatienten(CMusterSchreiber & schreiber, const CMusterKatalog & katalog,

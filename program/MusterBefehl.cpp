@@ -30,12 +30,12 @@ void Lege(SAufruf & aufruf) {
     const int iErgebnis = ErzeugeMuster(datei.Speicher(), aufruf.wahl);
     if (iErgebnis == ZEILE_KEINE) BrichAb();
     if (iErgebnis != ZEILE_OK)
-        Verweigere("\"" + aufruf.sDatei +
-                   "\" lässt sich nicht schreiben: " + datei.Speicher().LetzterFehler());
+        Verweigere("\"" + aufruf.sDatei + "\" lässt sich nicht schreiben: " + Fehlergrund(&datei.Speicher()));
     const auto iBehandlungen = datei.Speicher().Zeilenzahl(SBeschreibung<CTBeh_Fields>::tabelle);
     datei.Fertig();
-    std::cout << "Musterpraxis \"" << aufruf.sDatei << "\": " << aufruf.wahl.iPatienten << " Patienten, "
-              << iBehandlungen << " Behandlungen\n";
+    std::cout << "Musterpraxis \"" << aufruf.sDatei << "\": " << aufruf.wahl.iPatienten
+              << (aufruf.wahl.iPatienten == 1 ? " Patient, " : " Patienten, ") << iBehandlungen
+              << (iBehandlungen == 1 ? " Behandlung\n" : " Behandlungen\n");
 }
 
 } // namespace

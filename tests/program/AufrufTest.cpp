@@ -35,6 +35,13 @@ TEST_F(CAufrufTest, WrongUsageEndsWith2) {
         {"sample a.db --von 31.12.2001", 2, "die Musterpraxis beginnt zwischen 2002 und 2099"},
         {"copy a.db", 2, "Es fehlt: ZIEL"},
         {"check", 2, "Es fehlt: DATEI"},
+        {"hits a.db --von", 2, "--von: die Angabe dazu fehlt"},
+        {"hits a.db --von 1 --von 2", 2, "--von: nur einmal erlaubt, nicht 2-mal"},
+        {"kalender --land XX 2024", 2, "--land: \"XX\" ist keines von BB, BE,"},
+        {"naechster 20240101 --land NW --praxis a.db", 2, "--land und --praxis schließen sich aus"},
+        {"hvm a.db pots c --wert x<y>z", 2,
+         "Nicht lesbar: --wert = x<y>z\nHilfe: orvostat hvm DATEI pots --help"},
+        {"hvm a.db tanzen", 2, "Einen Befehl \"tanzen\" gibt es nicht.\nHilfe: orvostat hvm --help"},
     };
     for (const SFall & fall : FAELLE) {
         const SProgrammende ende = Laufe(fall.pArgumente);
@@ -47,14 +54,23 @@ TEST_F(CAufrufTest, WrongUsageEndsWith2) {
 }
 
 TEST_F(CAufrufTest, HelpIsGermanAndNoError) {
-    for (const char * pBefehl : {"", "sample ", "hits ", "run ", "check ", "copy "}) {
+    for (const char * pBefehl :
+         {"", "sample ", "hits ", "run ", "explain ", "check ", "copy ", "arbeitstage ", "hvm a.db pots "}) {
         const SProgrammende ende = Laufe(std::string(pBefehl) + "--help");
         EXPECT_EQ(ende.iCode, 0) << pBefehl;
         EXPECT_NE(ende.sAus.find("Aufruf: orvostat"), std::string::npos) << ende.sAus;
         EXPECT_NE(ende.sAus.find("Zeigt diese Hilfe"), std::string::npos) << ende.sAus;
-        for (const char * pEnglisch : {"Usage", "Options:", "Subcommands", "REQUIRED", "Needs", "Print this"})
+        for (const char * pEnglisch :
+             {"Usage", "Options:", "Subcommands", "REQUIRED", "Print this", "INT", "Needs", "Excludes"})
             EXPECT_EQ(ende.sAus.find(pEnglisch), std::string::npos) << ende.sAus;
     }
+}
+
+TEST_F(CAufrufTest, TheProgramTellsItsVersionAndItsExitCodes) {
+    EXPECT_EQ(Laufe("--version").sAus.substr(0, 9), "orvostat ");
+    EXPECT_EQ(Laufe("--version").iCode, 0);
+    EXPECT_NE(Laufe("--help").sAus.find("130 abgebrochen"), std::string::npos);
+    EXPECT_EQ(Laufe("hits --help").sAus.find("130 abgebrochen"), std::string::npos);
 }
 
 // A locked file: a connection that writes.
@@ -115,9 +131,12 @@ TEST_F(CAufrufTest, ATargetThatCannotBeMadeIsRefused) {
     std::filesystem::create_directory(Pfad("ordner"));
     constexpr SFall FAELLE[] = {{"sample ordner", 1, "ist keine gewöhnliche Datei"},
                                 {"sample ordner --force", 1, "ist keine gewöhnliche Datei"},
-                                {"sample fehlt/a.db", 1, "fehlt/a.db"}};
+                                {"sample fehlt/a.db", 1, "Die Datei \"fehlt/a.db\" lässt sich"},
+                                {"sample ", 1, "\"\" ist kein Dateiname"}};
     for (const SFall & fall : FAELLE) {
-        const SProgrammende ende = Laufe(fall.pArgumente);
+        std::vector<std::string> vArgumente = Worte(fall.pArgumente);
+        if (vArgumente.size() == 1) vArgumente.emplace_back();
+        const SProgrammende ende = Laufe(vArgumente);
         EXPECT_EQ(ende.iCode, fall.iCode) << fall.pArgumente;
         EXPECT_NE(ende.sFehler.find(fall.pMeldung), std::string::npos) << ende.sFehler;
     }
@@ -138,11 +157,14 @@ TEST_F(CAufrufTest, AReadOnlyFileCanBeReadAndNotReplaced) {
 
 TEST_F(CAufrufTest, AFullOutputIsAFailure) {
     ASSERT_EQ(Laufe("sample a.db --patients 2").iCode, 0);
-    EXPECT_EQ(std::system((std::string("cd '") + Pfad("").string() +
-                           "' && " ORVOSTATBS_PROGRAM_PATH " hits a.db > /dev/full 2> fehler")
-                              .c_str()),
-              1 << 8);
-    EXPECT_EQ(Inhalt("fehler"), "Die Ausgabe ließ sich nicht schreiben.\n");
+    for (const std::string sBefehl : {"hits a.db", "--help", "--version"}) {
+        EXPECT_EQ(std::system(("cd '" + Pfad("").string() + "' && " ORVOSTATBS_PROGRAM_PATH " " + sBefehl +
+                               " > /dev/full 2> fehler")
+                                  .c_str()),
+                  1 << 8)
+            << sBefehl;
+        EXPECT_EQ(Inhalt("fehler"), "Die Ausgabe ließ sich nicht schreiben.\n") << sBefehl;
+    }
 }
 
 } // namespace

@@ -32,6 +32,10 @@ TEST(Ausgabe, TableAlignsCutsAndKeepsALineALine) {
                                                   "29.02.2024  -12,5  Süß; \"bit...\n"
                                                   "                   a b\\\n"
                                                   "20240          x1\n");
+    EXPECT_EQ(Schreibe(EFormat::Tabelle, {{"", "-89319305493.25"_t, ""}}), // a number is never cut
+              "Tag            Größe  Wort\n"
+              "---  ---------------  ----\n"
+              "     -89319305493,25\n");
 }
 
 TEST(Ausgabe, CsvOpensInASpreadsheet) {

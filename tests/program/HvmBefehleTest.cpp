@@ -4,6 +4,8 @@
 #include <sstream>
 #include <utility>
 
+#include <sqlite3.h>
+
 namespace orvostat {
 namespace {
 
@@ -77,6 +79,9 @@ TEST_F(CHvmBefehlTest, WasNichtGehtAendertNichts) {
         {"pots c --gruppe g --auswahl a|b", 2},
         {"pots c --mandant 7 --aktiv aus", 1},
         {"vacation 24 --kein-urlaub", 2},
+        {"vacation 2024 --urlaub 01.07.2025-12.07.2025", 2},
+        {"vacation 2024 --urlaub 31.12.2023-02.01.2024", 2},
+        {"vacation 2024 --urlaub 30.12.2024-01.01.2025", 2},
         {"vacation 2024 --urlaub 03.07.2024-01.07.2024", 2},
         {"vacation 2024 --urlaub 20240101 20240102 20240103 20240104 20240105 20240106", 2},
         {"services 4", 2},
@@ -87,6 +92,19 @@ TEST_F(CHvmBefehlTest, WasNichtGehtAendertNichts) {
         EXPECT_EQ(Hvm(fall.pArgumente).iCode, fall.iCode) << fall.pArgumente;
         EXPECT_EQ(Unterschied(), "") << fall.pArgumente;
     }
+}
+
+// Somebody who only wants to write lets others read, so the command gets as far as its own writing.
+TEST_F(CHvmBefehlTest, WasSichNichtSpeichernLaesstHatEinenGrund) {
+    sqlite3 * p = nullptr;
+    sqlite3_open(Pfad("praxis.db").c_str(), &p);
+    sqlite3_exec(p, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    const SProgrammende ende = Hvm("set KBRMitLab an");
+    sqlite3_close(p);
+    EXPECT_EQ(ende.iCode, 1);
+    EXPECT_EQ(ende.sFehler,
+              "Die Einstellungen konnten nicht gespeichert werden: ein anderes Programm schreibt "
+              "gerade in die Datei; es gelten die alten.\n");
 }
 
 } // namespace
