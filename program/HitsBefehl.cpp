@@ -98,14 +98,6 @@ CString Grenze(const std::string & sText, const CString & sOhne) {
     return sText.empty() ? sOhne : LiesDatum(sText);
 }
 
-// Checks that the number belongs to somebody.
-CString PruefePatient(const std::string & sPatient) {
-    CTPat pat;
-    const CString sNr = RightFix(AusUtf8(sPatient), 10);
-    if (pat.GetByPatNr(sNr) != 0) Verweigere("Einen Patienten \"" + sPatient + "\" gibt es nicht.");
-    return sNr;
-}
-
 CString PruefeBehandler(const std::string & sBehandler) {
     if (sBehandler.empty()) return {};
     CTLeb leb;

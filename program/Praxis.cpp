@@ -3,6 +3,7 @@
 #include "Datenbank.h"
 
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/TabellenPatient.h"
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
@@ -50,6 +51,13 @@ CString MandantOderErster(const std::string & sMandant) {
     const bool bBekannt = std::ranges::any_of(v, [&](const CString & s) { return RightFix(s, 2) == sId; });
     if (!bBekannt) Verweigere("Die Praxis hat keinen Praxisinhaber \"" + sMandant + "\".");
     return sId;
+}
+
+CString PruefePatient(const std::string & sPatient) {
+    CTPat pat;
+    const CString sNr = RightFix(AusUtf8(sPatient), 10);
+    if (pat.GetByPatNr(sNr) != 0) Verweigere("Einen Patienten \"" + sPatient + "\" gibt es nicht.");
+    return sNr;
 }
 
 CString LiesDatum(const std::string & sText) {

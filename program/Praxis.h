@@ -28,6 +28,9 @@ public:
 // The ids of all owners.
 [[nodiscard]] std::vector<CString> Mandanten();
 
+// The patient's number as rows hold it, ten places. Ends the command where it belongs to nobody.
+[[nodiscard]] CString PruefePatient(const std::string & sPatient);
+
 // A day as TT.MM.JJJJ or JJJJMMTT, as JJJJMMTT; anything else is wrong usage.
 [[nodiscard]] CString LiesDatum(const std::string & sText);
 
