@@ -6,6 +6,7 @@
 // is points times value. Deductions for the region, for a treater and for a plan's point value come on top.
 #include "orvostatbs/accu/Bewertungsspur.h"
 #include "orvostatbs/accu/StatAccu.h"
+#include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/host/Umgebung.h"
 #include "orvostatbs/records/Leistungsarten.h"
@@ -60,6 +61,11 @@ bool NachWaehrung(CDBetrag & betrag, char cWaehrung) {
     if (cWaehrung == 0 || betrag.IsEmpty() || betrag.GetWaehrung() == cWaehrung) return false;
     betrag.ToW(cWaehrung);
     return true;
+}
+
+// The spur for points and point values: null where the hit's amount does not come from them.
+CBewertungsspur * Punktspur(CBewertungsspur * pSpur, const CBehHitLine & hit) {
+    return pSpur && IstPunktArt(hit.GOART) && hit.ABRMERKMAL != '=' ? pSpur : nullptr;
 }
 
 } // namespace
@@ -125,8 +131,7 @@ bool CStatAccu::GetPunkte(CBehHitLine & hit) {
     CString sPlanDatum;
     if (!hit.PLANNR.IsEmpty()) sPlanDatum = GetPwFromPlanDatum(hit, bNeuerParPlan);
     const bool bPunktArt = IstPunktArt(hit.GOART); // no other kind takes a value from the table
-    if (bPunktArt && hit.PUNKTWERT.IsZero())
-        bKeinPw = !PunktwertAusTafel(hit, sPlanDatum.IsEmpty() ? hit.DATUM : sPlanDatum);
+    if (bPunktArt && hit.PUNKTWERT.IsZero()) bKeinPw = !PunktwertAusTafel(hit, sPlanDatum);
     if (!bNeuerParPlan && IsMischPwFaehig(hit)) PunkteAusMischwert(hit);
 
     if (bPunktArt && hit.ABRMERKMAL != '=' && hit.GOSTATISTIKART != 'n' && hit.PWLART != '0' &&
@@ -142,16 +147,21 @@ void CStatAccu::PunkteOrdination(CBehHitLine & hit) {
     pVDesc->m_MFRDIG = hit.MFRDIG;
     auto * pOrdination = LadeFunktionAls<FOrdination>("kelabr", "PunkteOrdination"_t);
     hit.PUNKTE = pOrdination == nullptr ? 0 : pOrdination(m_pFachbereiche, &*pVDesc);
-    if (m_pSpur) m_pSpur->Notiere({.eSchritt = EBewertung::Ordination, .iZahl = hit.PUNKTE});
+    if (CBewertungsspur * const pSpur = Punktspur(m_pSpur, hit))
+        pSpur->Notiere({.eSchritt = EBewertung::Ordination, .iZahl = hit.PUNKTE});
 }
 
-bool CStatAccu::PunktwertAusTafel(CBehHitLine & hit, const CString & sDatum) {
+// The table's value on the plan's date, on the service's own where that is empty.
+bool CStatAccu::PunktwertAusTafel(CBehHitLine & hit, const CString & sPlanDatum) {
+    const CString & sDatum = Oder(sPlanDatum, hit.DATUM);
     const CPw * pPw = FindPw(hit.KASSENPWGRP, hit.PWLART, sDatum);
     if (pPw != nullptr) hit.MovePw(*pPw);
-    if (m_pSpur) {
+    if (CBewertungsspur * const pSpur = Punktspur(m_pSpur, hit)) {
         SBewertungsschritt schritt{.eSchritt = EBewertung::KeinPunktwert,
                                    .sText = hit.KASSENPWGRP,
                                    .sText2 = sDatum,
+                                   .sText3 = hit.KASKUERZEL,
+                                   .sText4 = sPlanDatum.IsEmpty() ? CString() : hit.PLANNR,
                                    .cArt = hit.PWLART};
         if (pPw != nullptr) {
             schritt.eSchritt = EBewertung::PunktwertTafel;
@@ -159,7 +169,7 @@ bool CStatAccu::PunktwertAusTafel(CBehHitLine & hit, const CString & sDatum) {
             schritt.cUnterart = hit.WSO_ERG.Erstes();
             schritt.betrag = CDBetrag(hit.PUNKTWERT);
         }
-        m_pSpur->Notiere(std::move(schritt));
+        pSpur->Notiere(std::move(schritt));
     }
     return pPw != nullptr;
 }
@@ -191,14 +201,15 @@ CString CStatAccu::GetPwFromPlanDatum(CBehHitLine & hit, bool & bNeuerParPlan) {
     const CPlan & plan = m_vPwPlaene[static_cast<std::size_t>(iPlan)];
     bNeuerParPlan = plan.IsNewPARPlan();
     if (!bNeuerParPlan) hit.PUNKTWERT = plan.m_PlanPw;
-    if (m_pSpur && bNeuerParPlan)
-        m_pSpur->Notiere(
+    CBewertungsspur * const pSpur = Punktspur(m_pSpur, hit);
+    if (pSpur && bNeuerParPlan)
+        pSpur->Notiere(
             {.eSchritt = EBewertung::NeuerParPlan, .sText = plan.PLANNR, .sText2 = plan.m_sPlanDatum});
-    if (m_pSpur && !bNeuerParPlan && !plan.m_PlanPw.IsZero())
-        m_pSpur->Notiere({.eSchritt = EBewertung::PunktwertPlan,
-                          .sText = plan.PLANNR,
-                          .sText2 = plan.m_sPlanDatum,
-                          .betrag = CDBetrag(plan.m_PlanPw)});
+    if (pSpur && !bNeuerParPlan && !plan.m_PlanPw.IsZero())
+        pSpur->Notiere({.eSchritt = EBewertung::PunktwertPlan,
+                        .sText = plan.PLANNR,
+                        .sText2 = plan.m_sPlanDatum,
+                        .betrag = CDBetrag(plan.m_PlanPw)});
     return bNeuerParPlan ? CString() : plan.m_sPlanDatum;
 }
 
@@ -221,9 +232,10 @@ void CStatAccu::PunkteAusMischwert(CBehHitLine & hit) {
         hit.PUNKTWERT = m_vMischPwPlaene[static_cast<std::size_t>(iPlan)].m_MischPw;
     }
     hit.FAKTOR.Empty();
-    if (m_pSpur)
-        m_pSpur->Notiere(
-            {.eSchritt = EBewertung::Mischwert, .sText = hit.PLANNR, .betrag = CDBetrag(hit.PUNKTWERT)});
+    if (CBewertungsspur * const pSpur = Punktspur(m_pSpur, hit))
+        pSpur->Notiere({.eSchritt = iPlan < 0 ? EBewertung::MischwertFaktor : EBewertung::Mischwert,
+                        .sText = hit.PLANNR,
+                        .betrag = CDBetrag(hit.PUNKTWERT)});
 }
 
 // ---- amount
@@ -235,6 +247,8 @@ void CStatAccu::GetBetrag(CBehHitLine & hit, CDBetrag * pAbschlag) {
         BetragPrivat(hit, pAbschlag);
     else if (IstPunktArt(hit.GOART))
         BetragPunkte(hit);
+    else if (m_pSpur) // laboratory: the entered amount is the amount
+        m_pSpur->Notiere({.eSchritt = EBewertung::Eingetragen, .cArt = hit.GOART, .betrag = hit.BETRAG});
 }
 
 void CStatAccu::BetragGespeichert(CBehHitLine & hit) {
@@ -252,6 +266,9 @@ void CStatAccu::BetragGespeichert(CBehHitLine & hit) {
 }
 
 namespace {
+
+// Special insurers of type "V" have a simple rate of their own.
+bool ZweiterSatz(const CBehHitLine & hit) { return hit.m_cSonderKsArt == 'V'; }
 
 // The amount of one service out of its points.
 void EinzelbetragAusPunkten(CBehHitLine & hit, int iFaktor, CBewertungsspur * pSpur) {
@@ -272,6 +289,7 @@ void EinzelbetragAusSatz(CBehHitLine & hit, const CDBetrag & satz, int iFaktor, 
         hit.BETRAG.Round();
     if (pSpur)
         pSpur->Notiere({.eSchritt = bAbrunden ? EBewertung::EinfachsatzAb : EBewertung::Einfachsatz,
+                        .cArt = ZweiterSatz(hit) ? hit.m_cSonderKsArt : '\0',
                         .iZahl2 = iFaktor,
                         .betrag = hit.BETRAG,
                         .betrag2 = satz});
@@ -282,12 +300,13 @@ void EinzelbetragAusSatz(CBehHitLine & hit, const CDBetrag & satz, int iFaktor, 
 bool EinzelbetragPrivat(CBehHitLine & hit, CBewertungsspur * pSpur) {
     const int iFaktor = Zahl(hit.FAKTOR);
     const bool bPunkte = hit.GOART == 'q' && hit.GOSUBART == '1';
-    const CDBetrag & satz = hit.m_cSonderKsArt == 'V' ? hit.m_EinfachsatzV : hit.EINFACHSATZ;
+    const CDBetrag & satz = ZweiterSatz(hit) ? hit.m_EinfachsatzV : hit.EINFACHSATZ;
     const bool bOhneSatz = bPunkte ? hit.PUNKTE == 0 : satz.IsZero();
     if (iFaktor == 0 || bOhneSatz) {
         hit.BETRAG.Zero();
         if (pSpur)
             pSpur->Notiere({.eSchritt = iFaktor == 0 ? EBewertung::OhneFaktor : EBewertung::OhneSatz,
+                            .cArt = iFaktor != 0 && !bPunkte && ZweiterSatz(hit) ? hit.m_cSonderKsArt : '\0',
                             .betrag = hit.BETRAG});
         return false;
     }
@@ -362,10 +381,13 @@ void CStatAccu::BetragPunkte(CBehHitLine & hit) {
         return;
     }
     if (iProzent > 0) {
-        hit.PUNKTE = MulDiv(hit.PUNKTE, iProzent, 100);
+        const int iVorher = hit.PUNKTE;
+        hit.PUNKTE = MulDiv(iVorher, iProzent, 100);
         if (m_pSpur)
-            m_pSpur->Notiere(
-                {.eSchritt = EBewertung::EntfernungPunkte, .iZahl = iProzent, .iZahl2 = hit.PUNKTE});
+            m_pSpur->Notiere({.eSchritt = EBewertung::EntfernungPunkte,
+                              .iZahl = iProzent,
+                              .iZahl2 = hit.PUNKTE,
+                              .iZahl3 = iVorher});
     }
     // The product is a 32-bit one, and wraps as such.
     const auto iProdukt = static_cast<std::int32_t>(static_cast<std::uint32_t>(hit.PUNKTE) *

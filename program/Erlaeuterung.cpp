@@ -1,6 +1,8 @@
 #include "Erlaeuterung.h"
 
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Textfunktionen.h"
+#include "orvostatbs/records/Leistungsarten.h"
 
 #include <cstdlib>
 #include <string_view>
@@ -8,6 +10,10 @@
 namespace orvostat {
 
 namespace {
+
+std::string Text(const CString & s) { return s.Utf8(); }
+std::string Plan(const CString & sPlanNr) { return Trim(sPlanNr).Utf8(); }
+std::string Buchstabe(char c) { return "\"" + CString(c).Utf8() + "\""; }
 
 std::string Dezimal(int iWert, int iStellen) {
     std::string s = std::to_string(std::abs(static_cast<long>(iWert)));
@@ -19,8 +25,37 @@ std::string Dezimal(int iWert, int iStellen) {
     return (iWert < 0 ? "-" : "") + s + (sNach.empty() ? "" : "," + sNach);
 }
 
-std::string Text(const CString & s) { return s.Utf8(); }
-std::string Buchstabe(char c) { return c == 0 ? "ohne" : "\"" + CString(c).Utf8() + "\""; }
+// What the letters stand for, as far as they have a meaning of their own and not one that the practice gives them.
+struct SBuchstabe {
+    char cBuchstabe;
+    const char * pName;
+};
+constexpr SBuchstabe GEBUEHRENARTEN[] = {
+    {'k', "BEMA"},
+    {'g', "BEMA"},
+    {'q', "GOZ"},
+    {'p', "GOÄ"},
+    {'a', "Praxismaterial"},
+    {'u', "Unfallversicherung"},
+    {'1', "Eigenlabor, Kassenliste"},
+    {'2', "Fremdlabor, Kassenliste"},
+    {'3', "Eigenlabor, frei"},
+    {'4', "Metall"},
+    {'7', "Technische Leistungen der Praxis"},
+    {'8', "Fremdlaborrechnungen"},
+};
+constexpr SBuchstabe PUNKTWERTARTEN[] = {{'a', "KCH"}, {'c', "IP"},  {'f', "ZE"},
+                                         {'g', "PAR"}, {'h', "KBR"}, {'i', "KFO"}};
+
+// "Art "k" (BEMA)"; "ohne Art".
+template <std::size_t N> std::string Art(char c, const SBuchstabe (&aNamen)[N]) {
+    if (c == 0) return "ohne Art";
+    const std::string sArt = "Art " + Buchstabe(c);
+    for (const SBuchstabe & name : aNamen)
+        if (name.cBuchstabe == c) return sArt + " (" + name.pName + ")";
+    return sArt;
+}
+
 std::string Datum(const CString & s) { return Db2Date(s).Utf8(); }
 std::string Prozent(int iHundertstel) { return AusHundertsteln(iHundertstel) + " %"; }
 
@@ -29,20 +64,39 @@ std::string Waehrungsname(char c) {
 }
 
 std::string Gebuehrenzeile(const SBewertungsschritt & s) {
-    std::string sZeile = "Gebührenzeile " + Text(s.sText) + " der Art " + Buchstabe(s.cArt);
+    std::string sZeile = "Gebührenzeile " + Text(s.sText) + ", " + Art(s.cArt, GEBUEHRENARTEN);
     if (s.cUnterart != 0) sZeile += ", Unterart " + Buchstabe(s.cUnterart);
     if (!s.sText2.IsEmpty()) sZeile += ", Kürzel " + Text(s.sText2);
     return sZeile;
 }
 
+// The day that the table of point values was asked for.
+std::string Stichtag(const SBewertungsschritt & s) {
+    const std::string sTag = "Stichtag " + Datum(s.sText2);
+    return s.sText4.IsEmpty() ? sTag : sTag + " (Datum des Plans " + Plan(s.sText4) + ")";
+}
+
 std::string PunktwertTafel(const SBewertungsschritt & s) {
-    return "Punktwert " + AlsGeld(s.betrag) + ": Gruppe " + Text(s.sText) + ", Art " + Buchstabe(s.cArt) +
-           ", " + (s.cUnterart == '9' ? "Ost" : "West") + ", gefragt zum " + Datum(s.sText2) +
+    return "Punktwert " + AlsGeld(s.betrag) + ": Gruppe " + Text(s.sText) + ", " +
+           Art(s.cArt, PUNKTWERTARTEN) + ", " + (s.cUnterart == '9' ? "Ost" : "West") + ", " + Stichtag(s) +
            ", gültig ab " + Datum(s.sText3);
 }
 
+std::string KeinPunktwert(const SBewertungsschritt & s) {
+    if (s.sText.IsEmpty() && s.sText3.IsEmpty())
+        return "Kein Punktwert: am " + Datum(s.sText2) + " keine Kasse";
+    if (s.sText.IsEmpty()) return "Kein Punktwert: keine Punktwertgruppe zur Kasse " + Text(s.sText3);
+    return "Kein Punktwert: Gruppe " + Text(s.sText) + ", " + Art(s.cArt, PUNKTWERTARTEN) + ", " +
+           Stichtag(s);
+}
+
+// The simple rate's name: insurer kind "V" has a second one.
+std::string Satzname(const SBewertungsschritt & s) {
+    return s.cArt == 0 ? "Einfachsatz" : "Zweiter Einfachsatz (Kassenart " + Buchstabe(s.cArt) + ")";
+}
+
 std::string Einfachsatz(const SBewertungsschritt & s, const char * pRundung) {
-    return "Einfachsatz " + AlsGeld(s.betrag2) + " x Faktor " + AusZehntausendsteln(s.iZahl2) + " = " +
+    return Satzname(s) + " " + AlsGeld(s.betrag2) + " x Faktor " + AusZehntausendsteln(s.iZahl2) + " = " +
            AlsGeld(s.betrag) + " (" + pRundung + ")";
 }
 
@@ -72,31 +126,37 @@ std::string Erlaeutere(const SBewertungsschritt & s) {
     case EBewertung::Gebuehrenzeile:
         return Gebuehrenzeile(s);
     case EBewertung::KeineZeile:
-        return "Keine Gebührenzeile zur Leistung " + Text(s.sText) + " der Art " + Buchstabe(s.cArt);
+        return "Keine Gebührenzeile zur Leistung " + Text(s.sText) + ", " + Art(s.cArt, GEBUEHRENARTEN);
     case EBewertung::Ersatzleistung:
         return "Ersetzt: " + Text(s.sText2) + " wird als " + Text(s.sText) + " gezählt";
     case EBewertung::Ordination:
         return "Punkte nach Fachbereich: " + AusHundertsteln(s.iZahl);
     case EBewertung::PunktwertPlan:
-        return "Punktwert " + AlsGeld(s.betrag) + ": mit Plan " + Text(s.sText) + " vom " + Datum(s.sText2) +
+        return "Punktwert " + AlsGeld(s.betrag) + ": mit Plan " + Plan(s.sText) + " vom " + Datum(s.sText2) +
                " festgeschrieben";
     case EBewertung::NeuerParPlan:
-        return "Plan " + Text(s.sText) + " schreibt keinen Punktwert fest";
+        return "Plan " + Plan(s.sText) + " schreibt keinen Punktwert fest";
     case EBewertung::PunktwertTafel:
         return PunktwertTafel(s);
     case EBewertung::KeinPunktwert:
-        return "Kein Punktwert: Gruppe " + Text(s.sText) + ", Art " + Buchstabe(s.cArt) + ", gefragt zum " +
-               Datum(s.sText2);
+        return KeinPunktwert(s);
     case EBewertung::Mischwert:
-        return "Mischpunktwert " + AlsGeld(s.betrag) + " des Plans " + Text(s.sText);
+        return "Stattdessen Mischpunktwert " + AlsGeld(s.betrag) + " aus der ersten Leistung des Plans " +
+               Plan(s.sText);
+    case EBewertung::MischwertFaktor:
+        return "Stattdessen Mischpunktwert " + AlsGeld(s.betrag) +
+               " aus dem Faktor dieser Leistung, für Plan " + Plan(s.sText);
     case EBewertung::Gespeichert:
         return "Der eingetragene Betrag gilt: " + AlsGeld(s.betrag);
+    case EBewertung::Eingetragen:
+        return std::string(IstLaborArt(s.cArt) ? "Betrag der Laborleistung" : "Betrag") +
+               ", wie eingetragen: " + AlsGeld(s.betrag);
     case EBewertung::Gruppenleistung:
         return "Gruppenleistung für " + std::to_string(s.iZahl) + " Patienten: je Kopf " + AlsGeld(s.betrag);
     case EBewertung::OhneFaktor:
-        return "Faktor 0: kein Betrag";
+        return "Faktor 0: Betrag 0";
     case EBewertung::OhneSatz:
-        return "Ohne Einfachsatz und Punkte: kein Betrag";
+        return s.cArt == 0 ? "Ohne Einfachsatz und Punkte: Betrag 0" : Satzname(s) + " 0: Betrag 0";
     case EBewertung::PunkteQ:
         return std::to_string(s.iZahl) + " Punkte x 5,62421 Cent x Faktor " + AusZehntausendsteln(s.iZahl2) +
                " = " + AlsGeld(s.betrag) + " (gerundet, GOZ § 5)";
@@ -112,15 +172,17 @@ std::string Erlaeutere(const SBewertungsschritt & s) {
     case EBewertung::Waehrung:
         return "In " + Waehrungsname(s.cArt) + ": " + AlsGeld(s.betrag);
     case EBewertung::Behandlerabschlag:
-        return "Abschlag des Behandlers " + Prozent(s.iZahl) + ": " + AlsGeld(s.betrag);
+        return "Abschlag des Behandlers " + Prozent(s.iZahl) + ", bleibt " + AlsGeld(s.betrag);
     case EBewertung::AnderePunkte:
         return "Punkte dieser Kasse: " + AusHundertsteln(s.iZahl);
     case EBewertung::EntfernungBetrag:
         return "Entfernung " + std::to_string(s.iZahl) +
                " % des eingetragenen Betrags, x Anzahl: " + AlsGeld(s.betrag);
     case EBewertung::EntfernungPunkte:
-        return "Entfernung " + std::to_string(s.iZahl) + " %: " + AusHundertsteln(s.iZahl2) + " Punkte";
+        return "Entfernung " + std::to_string(s.iZahl) + " % von " + AusHundertsteln(s.iZahl3) +
+               " Punkten: " + AusHundertsteln(s.iZahl2) + " Punkte";
     case EBewertung::PunkteMalWert:
+        if (s.betrag2.IsEmpty()) return AusHundertsteln(s.iZahl) + " Punkte ohne Punktwert: kein Betrag";
         return AusHundertsteln(s.iZahl) + " Punkte x Anzahl " + AusHundertsteln(s.iZahl2) + " x " +
                AlsGeld(s.betrag2) + " = " + AlsGeld(s.betrag);
     case EBewertung::Kassenanteil:

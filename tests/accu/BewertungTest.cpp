@@ -721,17 +721,18 @@ TEST_F(CBewertungTest, NameEinerLeistungsgruppe) {
 // A step as a line: its name and the fields that are not empty.
 std::string Zeile(const SBewertungsschritt & schritt) {
     constexpr const char * NAMEN[] = {
-        "Gebuehrenzeile",  "KeineZeile",       "Ersatzleistung",   "Ordination",    "PunktwertPlan",
-        "NeuerParPlan",    "PunktwertTafel",   "KeinPunktwert",    "Mischwert",     "Gespeichert",
-        "Gruppenleistung", "OhneFaktor",       "OhneSatz",         "PunkteQ",       "Einfachsatz",
-        "EinfachsatzAb",   "Anzahl",           "Regionalabschlag", "Waehrung",      "Behandlerabschlag",
-        "AnderePunkte",    "EntfernungBetrag", "EntfernungPunkte", "PunkteMalWert", "Kassenanteil"};
+        "Gebuehrenzeile", "KeineZeile",        "Ersatzleistung",  "Ordination",       "PunktwertPlan",
+        "NeuerParPlan",   "PunktwertTafel",    "KeinPunktwert",   "Mischwert",        "MischwertFaktor",
+        "Gespeichert",    "Eingetragen",       "Gruppenleistung", "OhneFaktor",       "OhneSatz",
+        "PunkteQ",        "Einfachsatz",       "EinfachsatzAb",   "Anzahl",           "Regionalabschlag",
+        "Waehrung",       "Behandlerabschlag", "AnderePunkte",    "EntfernungBetrag", "EntfernungPunkte",
+        "PunkteMalWert",  "Kassenanteil"};
     std::string s = NAMEN[static_cast<std::size_t>(schritt.eSchritt)];
-    for (const CString & sText : {schritt.sText, schritt.sText2, schritt.sText3})
+    for (const CString & sText : {schritt.sText, schritt.sText2, schritt.sText3, schritt.sText4})
         if (!sText.IsEmpty()) s += " <" + sText.Utf8() + ">";
     for (const char c : {schritt.cArt, schritt.cUnterart})
         if (c != 0) s += std::string(" '") + c + "'";
-    for (const int i : {schritt.iZahl, schritt.iZahl2})
+    for (const int i : {schritt.iZahl, schritt.iZahl2, schritt.iZahl3})
         if (i != 0) s += " " + std::to_string(i);
     for (const CDBetrag & betrag : {schritt.betrag, schritt.betrag2})
         if (!betrag.IsEmpty()) s += " [" + Text(betrag).Utf8() + "]";
@@ -810,6 +811,44 @@ TEST_F(CSpurTest, PrivateLeistungen) {
     EXPECT_EQ(Spur(hit), (CZeilen{s2, "PunkteQ 100 23000 [e1294]", "Anzahl 100 [e1294]"}));
     hit.LSTNR = "3";
     EXPECT_EQ(Spur(hit), (CZeilen{"KeineZeile <3> 'q'", "OhneSatz [e0]"}));
+
+    hit = Leistung('p', "1", "e1");
+    hit.FAKTOR = "10000";
+    hit.m_cSonderKsArt = 'V';
+    EXPECT_EQ(Spur(hit)[1], "OhneSatz 'V' [e0]") << "the row has no second rate";
+    hit = Privat('u', 0, "10000", "e500");
+    hit.LSTNR.Empty();
+    hit.m_cSonderKsArt = 'V';
+    EXPECT_EQ(Spur(hit).front(), "Einfachsatz 'V' 10000 [e777] [e777]");
+}
+
+// Where points and point values have no say, the trace has none of them.
+TEST_F(CSpurTest, NurWasDenBetragBestimmt) {
+    SchreibePlan("1", "3");
+    const struct {
+        char cGoArt;
+        const char * pMerkmal;
+        CZeilen vSoll;
+    } aFaelle[] = {
+        {'1', "", {"Eingetragen '1' [e13360]"}}, {'9', "", {"Eingetragen '9' [e13360]"}},
+        {'7', "=", {"Gespeichert [e13360]"}},    {'k', "=", {"Gespeichert [e13360]"}},
+        {'g', "=", {"Gespeichert [e13360]"}},    {'u', "", {"OhneFaktor [e0]"}},
+    };
+    for (const auto & fall : aFaelle)
+        for (const CString & sPlan : {CString(), CString("1")}) {
+            CBehHitLine hit = Leistung(fall.cGoArt, "x", "e13360");
+            hit.ABRMERKMAL = *fall.pMerkmal;
+            hit.PLANNR = sPlan;
+            CZeilen vSoll = fall.vSoll;
+            vSoll.insert(vSoll.begin(), std::string("KeineZeile <x> '") + fall.cGoArt + "'");
+            EXPECT_EQ(Spur(hit), vSoll) << fall.cGoArt;
+        }
+    CBehHitLine hit = Leistung('k', "13a", "e1");
+    hit.ABRMERKMAL = '=';
+    hit.PLANNR = "1";
+    hit.ABRART = 'z';
+    hit.FAKTOR = "9500";
+    EXPECT_EQ(Spur(hit), (CZeilen{m_s13a, "Gespeichert [e1]", "Kassenanteil 60 [e0.6]"}));
 }
 
 TEST_F(CSpurTest, Kassenleistungen) {
@@ -823,8 +862,8 @@ TEST_F(CSpurTest, Kassenleistungen) {
     hit.PUNKTWERT = CDPw("e10000");
     hit.m_cKasKz = '2';
     hit.ENTFERNUNG = "K50";
-    EXPECT_EQ(Spur(hit), (CZeilen{"Gebuehrenzeile <13a> 'e'", "AnderePunkte 2000", "EntfernungPunkte 50 1000",
-                                  "PunkteMalWert 1000 100 [e1000] [e100]"}));
+    EXPECT_EQ(Spur(hit), (CZeilen{"Gebuehrenzeile <13a> 'e'", "AnderePunkte 2000",
+                                  "EntfernungPunkte 50 1000 2000", "PunkteMalWert 1000 100 [e1000] [e100]"}));
     hit = Leistung('k', "", "e1000");
     hit.ENTFERNUNG = "K50";
     EXPECT_EQ(Spur(hit), (CZeilen{"EntfernungBetrag 50 [e500]"}));
@@ -840,13 +879,19 @@ TEST_F(CSpurTest, PlanLeistungen) {
     EXPECT_EQ(Spur(hit), (CZeilen{m_s13a, sPlan, "PunkteMalWert 3300 100 [e2933.04] [e88.88]",
                                   "Kassenanteil 60 [e1759.824]"}));
     hit.FAKTOR = "9500";
-    EXPECT_EQ(Spur(hit), (CZeilen{m_s13a, sPlan, "Mischwert <1> [95]", "PunkteMalWert 3300 100 [3135] [95]",
-                                  "Kassenanteil 60 [1881]"}));
+    EXPECT_EQ(Spur(hit), (CZeilen{m_s13a, sPlan, "MischwertFaktor <1> [95]",
+                                  "PunkteMalWert 3300 100 [3135] [95]", "Kassenanteil 60 [1881]"}));
+    hit.FAKTOR.Empty();
+    EXPECT_EQ(Spur(hit)[2], "Mischwert <1> [95]") << "of the service before";
     hit.PLANNR = "2";
     hit.ABRART = 'p';
     EXPECT_EQ(Spur(hit)[1], "NeuerParPlan <2> <20230601>");
     hit.PLANNR = "3";
-    EXPECT_EQ(Spur(hit)[1], "KeinPunktwert <aok> <20240515> 'g'") << "a missing plan is no step";
+    hit.KASKUERZEL = "AOK01";
+    EXPECT_EQ(Spur(hit)[1], "KeinPunktwert <aok> <20240515> <AOK01> 'g'") << "a missing plan is no step";
+    Schreibe<CTPlan>({.m_PATNR = "1", .m_PLANNR = "4", .m_PLANSTATUS = "4", .m_PLANDATUM = "20230601"});
+    hit.PLANNR = "4";
+    EXPECT_EQ(Spur(hit)[1], "KeinPunktwert <aok> <20230601> <AOK01> <4> 'g'") << "asked for the plan's date";
 }
 
 TEST_F(CSpurTest, ErsatzGruppeUndOrdination) {

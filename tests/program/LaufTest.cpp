@@ -165,6 +165,89 @@ TEST_F(CLaufTest, TreatmentsOutsideTheSelectionHaveNoErrors) {
     }
 }
 
+// ---- explain
+
+// What a service's lines are, between its headline and the next one.
+TEST_F(CLaufTest, ExplainTellsWhereAnAmountComesFrom) {
+    const char * pPlan = "Punktwert 1,1112 EUR: mit Plan 1 vom 23.04.2024 festgeschrieben\n";
+    const struct {
+        const char * pSql;
+        const char * pWahl; // patient, day, service, flags
+        std::string sSoll;
+    } aFaelle[] = {
+        {"", "1011 --datum 05.06.2024 --lst 0120",
+         "  Gebührenzeile 0120, Art \"1\" (Eigenlabor, Kassenliste), Kürzel Fix\n"
+         "  Betrag der Laborleistung, wie eingetragen: 11,25 EUR\n  Ergebnis: 11,25 EUR\n"},
+        {"", "1011 --datum 22.05.2024 --lst 91B",
+         std::string("  ") + pPlan +
+             "  Stattdessen Mischpunktwert 1,0774 EUR aus dem Faktor dieser Leistung, für Plan 1\n"
+             "  128 Punkte x Anzahl 1 x 1,0774 EUR = 137,9072 EUR\n  Ergebnis: 137,9072 EUR\n"},
+        {"", "1011 --datum 05.06.2024 --lst 89 --kassenanteil",
+         "Mischpunktwert 1,0774 EUR aus der ersten Leistung des Plans 1\n"
+         "  16 Punkte x Anzahl 1 x 1,0774 EUR = 17,2384 EUR\n  Anteil der Kasse 65 %: 11,20496 EUR\n"},
+        {"", "1003 --datum 12.11.2024 --lst 44 --ersatz", "  Ersetzt: X3 wird als 44 gezählt\n"},
+        {"", "1003 --datum 12.11.2024 --lst 45 --ersatz=53",
+         "  40 Punkte x Anzahl 1 x 1,004 EUR = 40,16 EUR\n"},
+        {"", "1003 --datum 14.03.2024 --lst 24a",
+         "  Im Lauf nicht gezählt: Leistung ohne Plannummer\n  Gebührenzeile 24a, "},
+        {"", "1035 --datum 09.10.2024 --lst 41a",
+         "  Im Lauf nicht gezählt: der Plan 1 ist nicht im abrechenbaren Stand\n  Gebührenzeile 41a, "},
+        {"DELETE FROM PLAN", "1011 --datum 05.06.2024 --lst 89",
+         "  Im Lauf nicht gezählt: der Plan 1 fehlt\n  Gebührenzeile 89, Art \"k\" (BEMA), Kürzel 89\n"
+         "  Punktwert 1,1212 EUR: Gruppe ersatz, Art \"f\" (ZE), West, Stichtag 05.06.2024, gültig ab "
+         "01.01.2024\n  Stattdessen Mischpunktwert 1,0774 EUR aus der ersten Leistung des Plans 1\n"},
+        {"UPDATE PLAN SET PLANPW = ''", "1011 --datum 05.06.2024 --lst 89",
+         "West, Stichtag 23.04.2024 (Datum des Plans 1), gültig ab 01.01.2024\n"},
+        {"DELETE FROM VDESC", "1001 --datum 05.03.2024 --lst 8",
+         "  Kein Punktwert: am 05.03.2024 keine Kasse\n  6 Punkte ohne Punktwert: kein Betrag\n"
+         "  Ergebnis: kein Betrag\n"},
+        {"UPDATE ORVOKAS SET KASSENPWGRP = ''", "1001 --datum 05.03.2024 --lst 8",
+         "  Kein Punktwert: keine Punktwertgruppe zur Kasse EK04\n"},
+        {"UPDATE BEH SET ENTFERNUNG = 'K50'", "1024 --datum 15.11.2024 --lst 4",
+         "  Entfernung 50 % von 44 Punkten: 22 Punkte\n  22 Punkte x"},
+        {"UPDATE BEH SET FAKTOR = '0'", "1001 --datum 23.01.2024 --lst 1040", "  Faktor 0: Betrag 0\n"},
+        {"UPDATE VDESC SET KSART = 'V'", "1008 --datum 08.08.2024 --lst 1",
+         "  Zweiter Einfachsatz (Kassenart \"V\") 4,23 EUR x Faktor 1 = 4,23 EUR (gerundet)\n"},
+        {"UPDATE LEB SET ABSCHLAGGOZ = '500'; UPDATE BEH SET ICDNOTATIONSKZ = 's'",
+         "1008 --datum 08.08.2024 --lst 1", "  Abschlag des Behandlers 5 %, bleibt 4,465 EUR\n"},
+        {"UPDATE GO SET PWLART = ''; UPDATE BILL SET ABRART = ''", "1001 --datum 05.03.2024 --lst 8",
+         "  Kein Punktwert: Gruppe ersatz, ohne Art, Stichtag 05.03.2024\n"},
+    };
+    for (const auto & fall : aFaelle) {
+        std::filesystem::copy_file(Pfad("a.db"), Pfad("b.db"),
+                                   std::filesystem::copy_options::overwrite_existing);
+        Sql("b.db", fall.pSql);
+        const SProgrammende ende = Laufe("explain b.db --patient " + std::string(fall.pWahl));
+        EXPECT_EQ(ende.iCode, 0) << fall.pWahl << '\n' << ende.sFehler;
+        EXPECT_NE(ende.sAus.find(fall.sSoll), std::string::npos) << fall.pSql << ' ' << fall.pWahl << '\n'
+                                                                 << ende.sAus;
+    }
+}
+
+TEST_F(CLaufTest, ExplainRefusesWhatItCannotExplain) {
+    const auto Erklaere = [this](const std::string & sWahl) {
+        const SProgrammende ende = Laufe("explain a.db --patient " + sWahl);
+        EXPECT_EQ(ende.iCode, 1) << sWahl;
+        return ende.sFehler;
+    };
+    EXPECT_EQ(Erklaere("99 --datum 05.03.2024"), "Einen Patienten \"99\" gibt es nicht.\n");
+    const std::string sNichts = "An diesem Tag hat der Patient keine solche Leistung.\n";
+    EXPECT_EQ(Erklaere("1001 --datum 06.03.2024"), sNichts);
+    EXPECT_EQ(Erklaere("1001 --datum 05.03.2024 --lst 89"), sNichts);
+
+    // A page of treatments is overwritten that the walk comes to before the day.
+    Sql("a.db", "UPDATE BEH SET TEXT = 'zu überschreiben' WHERE PATNR = '      1011' AND DATUM < '20240605'");
+    const std::string sInhalt = Inhalt("a.db");
+    const auto iStelle = sInhalt.find("zu überschreiben");
+    ASSERT_NE(iStelle, std::string::npos);
+    std::fstream(Pfad("a.db"), std::ios::in | std::ios::out | std::ios::binary)
+            .seekp(static_cast<std::streamoff>(iStelle / 8192 * 8192))
+        << std::string(60, '\xff');
+    EXPECT_EQ(Erklaere("1011 --datum 05.06.2024"), "Die Behandlungen sind nicht vollständig lesbar.\n");
+}
+
+// ---- options
+
 // The treatments that a condition on the rows finds, against the hits of the option that stands for it.
 TEST_F(CLaufTest, AnOptionFindsWhatItsRowsSay) {
     const std::string sVersichert =

@@ -14,7 +14,8 @@
 namespace orvostat {
 
 // A step, and what its fields hold. Points and quantities are hundredths, factors ten-thousandths; "after" is the
-// amount that the step leaves. Fields not named are empty.
+// amount that the step leaves. Fields not named are empty. A step about the point value is noted only where the amount
+// comes from points.
 enum class EBewertung {
     // The fee row. sText service, cArt its kind.
     Gebuehrenzeile, // found; sText2 short code, cUnterart sub-kind
@@ -25,20 +26,23 @@ enum class EBewertung {
     Ordination,    // visit fee by speciality; iZahl points
     PunktwertPlan, // frozen with the plan; betrag value, sText plan, sText2 its date
     NeuerParPlan,  // the plan freezes no value; sText plan, sText2 its date
-    PunktwertTafel, // from the table; betrag value, sText group, sText2 date asked for, sText3 valid from, cArt kind,
-                    // cUnterart region ("9" east)
-    KeinPunktwert, // not in the table; sText group, sText2 date asked for, cArt kind
-    Mischwert,     // mixed value of the plan; betrag value, sText plan
+    PunktwertTafel, // from the table; betrag value, sText group, sText2 date asked for, sText3 valid from, sText4 plan
+    // whose date that is (empty for the service's own), cArt kind, cUnterart region ("9" east)
+    KeinPunktwert, // not in the table; sText group, sText2 date asked for, sText3 insurer, sText4 as above, cArt kind
+    Mischwert,       // mixed value that an earlier service of the plan has set; betrag value, sText plan
+    MischwertFaktor, // the same, set by this service's factor
 
     // The stored amount.
-    Gespeichert,     // stands; betrag
+    Gespeichert,     // stands for its mark; betrag
+    Eingetragen,     // stands since nothing is derived for this kind of service, cArt; betrag
     Gruppenleistung, // divided by the heads; iZahl heads, betrag after
 
     // A private service.
-    OhneFaktor,  // factor 0; betrag zero
-    OhneSatz,    // simple rate or points 0; betrag zero
-    PunkteQ,     // points times 5.62421 euro times factor, rounded; iZahl points, iZahl2 factor, betrag after
-    Einfachsatz, // rate times factor, rounded; betrag2 rate, iZahl2 factor, betrag after
+    OhneFaktor, // factor 0; betrag zero
+    OhneSatz,   // simple rate or points 0; betrag zero; cArt as for Einfachsatz
+    PunkteQ,    // points times 5.62421 euro times factor, rounded; iZahl points, iZahl2 factor, betrag after
+    Einfachsatz, // rate times factor, rounded; betrag2 rate, cArt "V" for the second rate, which special insurers have,
+                 // iZahl2 factor, betrag after
     EinfachsatzAb,     // the same, rounded down
     Anzahl,            // times the quantity; iZahl quantity, betrag after
     Regionalabschlag,  // times the region's factor; iZahl factor, betrag2 taken off, betrag after
@@ -48,7 +52,7 @@ enum class EBewertung {
     // An insurer's service.
     AnderePunkte,     // alternative points; iZahl points
     EntfernungBetrag, // percentage of the stored amount, times the quantity; iZahl percent, betrag after
-    EntfernungPunkte, // percentage of the points; iZahl percent, iZahl2 points after
+    EntfernungPunkte, // percentage of the points; iZahl percent, iZahl2 points after, iZahl3 points before
     PunkteMalWert, // points times quantity times value; iZahl points, iZahl2 quantity, betrag2 value, betrag after
 
     Kassenanteil, // the insurer's share; iZahl percent, betrag after
@@ -59,10 +63,12 @@ struct SBewertungsschritt {
     CString sText{};
     CString sText2{};
     CString sText3{};
+    CString sText4{};
     char cArt = 0;
     char cUnterart = 0;
     int iZahl = 0;
     int iZahl2 = 0;
+    int iZahl3 = 0;
     CDBetrag betrag{};
     CDBetrag betrag2{};
 

@@ -428,7 +428,7 @@ private:
     bool KarteFehlt(CTBeh * pBeh, const CString & sPatNr, const std::vector<CVDesc> & vVDesc);
     bool IstPlanstandOk(CTPlan * pPlan, char cAbrArt, bool bOhne22a);
     void PunkteOrdination(CBehHitLine & hit);
-    bool PunktwertAusTafel(CBehHitLine & hit, const CString & sDatum);
+    bool PunktwertAusTafel(CBehHitLine & hit, const CString & sPlanDatum);
     void PunkteAusMischwert(CBehHitLine & hit);
     void WaehlePunkte(CBehHitLine & hit);
     void BetragGespeichert(CBehHitLine & hit);
