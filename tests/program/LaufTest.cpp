@@ -2,6 +2,7 @@
 
 #include "Lauf.h"
 #include "Muster.h"
+#include "orvostatbs/records/Leistungsarten.h"
 #include "orvostatbs/store/MemorySpeicher.h"
 #include "support/Fehlerspeicher.h"
 
@@ -290,6 +291,22 @@ TEST_F(CLaufTest, AnOptionFindsWhatItsRowsSay) {
     }
 }
 
+TEST_F(CLaufTest, WhatARunDoesBesideTheSelectionShows) {
+    const std::vector<std::string> vHits = {"run", "a.db", "--hits", "--format", "csv"};
+    const std::string sOhne = Laufe(vHits).sAus;
+    for (const char * pWahl :
+         {"--ersatz", "--kassenanteil", "--ohne-plangatter", "--par-marken", "--par-beva",
+          "--nur-gesetzliche", "--nebenakten", "--sort name", "--mandant 2"}) {
+        std::vector<std::string> vArgumente = vHits;
+        for (const std::string & sWort : Worte(pWahl))
+            vArgumente.push_back(sWort);
+        const SProgrammende ende = Laufe(vArgumente);
+        EXPECT_EQ(ende.iCode, 0) << pWahl << ende.sFehler;
+        EXPECT_NE(ende.sAus, sOhne) << pWahl;
+    }
+    EXPECT_NE(Laufe("run a.db --par-marken --abrart 67").sAus.find(" Hits"), std::string::npos);
+}
+
 // ---- in the process
 
 class CLaufImSpeicher : public ::testing::Test {
@@ -310,6 +327,12 @@ protected:
         accu.SetELab(true);
         accu.SetGLab(true);
         accu.SetPatient(sPatient);
+    }
+
+    template <class T, class F> static void Loesche(F fIst) {
+        T zeile(dbDatabase);
+        for (int i = zeile.GetAll(); i == ZEILE_OK;)
+            i = fIst(zeile) ? zeile.DeleteRec() : zeile.Next();
     }
 
     CRekorder m_rekorder;
@@ -339,6 +362,44 @@ TEST_F(CLaufImSpeicher, ACancelledRunKeepsWhatItHas) {
     EXPECT_GT(iNein, 1200U);
     for (const auto & [iPos, iMax] : m_rekorder.m_vSchritte)
         EXPECT_LE(iPos, iMax);
+}
+
+TEST_F(CLaufImSpeicher, EachStepOfAHitLeavesItsTrace) {
+    CStatAccu accu;
+    Waehle(accu);
+    accu.SetSortierung('1');
+    CLauf lauf(accu, {.bOhne22a = true});
+    ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
+    const std::vector<CBehHitLine> & vHits = accu.m_vBehHits;
+    EXPECT_FALSE(std::ranges::is_sorted(vHits, {}, &CBehHitLine::PATNR)) << "sorted by name";
+    const auto Einer = [&](auto fIst) { EXPECT_TRUE(std::ranges::any_of(vHits, fIst)); };
+    Einer([](const CBehHitLine & hit) { return !hit.BEFUND.IsEmpty(); });
+    Einer([](const CBehHitLine & hit) { return hit.m_iLebAbschlag != 0; });
+    Einer([](const CBehHitLine & hit) { return hit.PROVISONSWERT != 0; });
+    Einer([](const CBehHitLine & hit) { return hit.ISPRIVATPATIENT; });
+    for (const CBehHitLine & hit : vHits)
+        EXPECT_EQ(hit.ISPRIVATPATIENT, hit.VDABDATUM.IsEmpty() || IstPrivatNachweis(hit.VNACHWEIS));
+}
+
+// The plan gate knows orthodontics by its letter "k"; only behind it multiband treatment gets its own.
+TEST_F(CLaufImSpeicher, MultibandComesBehindThePlanGate) {
+    const auto Multiband = [] {
+        CStatAccu accu;
+        Waehle(accu);
+        accu.SetAbrArt("m");
+        CLauf lauf(accu, SLaufauftrag());
+        EXPECT_EQ(lauf.Laufe(), ELauf::Fertig);
+        std::array<int, 2> aiHits = {}; // without a plan, with one
+        for (const CBehHitLine & hit : accu.m_vBehHits)
+            ++aiHits[hit.PLANNR.IsEmpty() ? 0 : 1];
+        return aiHits;
+    };
+    EXPECT_GT(Multiband()[1], 0);
+    Loesche<CTPlan>([](const CTPlan &) { return true; });
+    EXPECT_EQ(Multiband()[1], 0);
+    Loesche<CTBeh>(
+        [](const CTBeh & beh) { return beh.m_LSTNR.Left(2) == "12" && beh.m_LSTNR.GetLength() > 2; });
+    EXPECT_EQ(Multiband(), (std::array<int, 2>{})) << "nothing is remembered from the runs before";
 }
 
 TEST_F(CLaufImSpeicher, ASecondRunStartsFromNothing) {
@@ -387,7 +448,7 @@ TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
         if (!hit.ISELAB) continue;
         ++iBloecke;
         EXPECT_FALSE(setBehandelt.contains({hit.PATNR, hit.LFDLBLOCK, hit.LSTNR}));
-        EXPECT_FALSE(hit.PATNAME.IsEmpty());
+        EXPECT_FALSE(hit.PATNAME.IsEmpty() || hit.VDABDATUM.IsEmpty());
     }
     EXPECT_GT(iBloecke, 0);
 
@@ -406,6 +467,19 @@ TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
         EXPECT_TRUE(accu.m_vGlabFaktHits.empty());
     }
     EXPECT_EQ(aSumme, aAlle);
+
+    CStatAccu praxis; // the second, and one treater
+    Waehle(praxis);
+    praxis.SetMandant("2");
+    praxis.SetLebs({"   3"});
+    Laufe(praxis);
+    EXPECT_LT(praxis.m_vGlabFaktHits.size(), alle.m_vGlabFaktHits.size());
+    for (const CBehHitLine & hit : praxis.m_vBehHits)
+        EXPECT_EQ(hit.PRAXISNR + hit.BEHANDLERNR, " 2   3"_t);
+    for (const CGipsHitLine & hit : praxis.m_vGipsHits)
+        EXPECT_EQ(hit.BEHANDLERNR, "   3"_t);
+    for (const CRechHitLine & hit : praxis.m_vRechHits)
+        EXPECT_EQ(hit.PRAXISNR, " 2"_t);
 
     CStatAccu niemand;
     Waehle(niemand);
