@@ -47,8 +47,11 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
         ZeigeSummen(std::cout, accu);
     }
     if (eLauf == ELauf::Abgebrochen) throw CLI::RuntimeError(ENDE_ABBRUCH);
-    if (befehl.bPruefe &&
-        !ZeigeGegenrechnung(std::cout, RechneGegen(befehl.optionen.sDatei, accu.m_vBehHits)))
+    const SLaufoptionen & o = befehl.optionen;
+    const SGegenauftrag auftrag{.bErsatz = o.auftrag.bErsatz,
+                                .bKassenanteil = o.auftrag.bKassenanteil,
+                                .bNurGesetzliche = o.bNurGesetzliche};
+    if (befehl.bPruefe && !ZeigeGegenrechnung(std::cout, RechneGegen(o.sDatei, accu.m_vBehHits, auftrag)))
         throw CLI::RuntimeError(ENDE_FEHLER);
 }
 
