@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <tuple>
+#include <utility>
 
 namespace orvostat {
 
@@ -15,9 +16,10 @@ namespace {
 constexpr double EINHEITEN_JE_EURO = 1e8;
 constexpr std::int64_t EINHEITEN_JE_CENT = 1000000;
 
-// The small tables as SQL wants them: indexed by their texts, numbers as numbers, letters as letters.
+// The small tables as SQL wants them: indexed by their texts, numbers as numbers, letters as letters. A period counts
+// only where its insurer has a row of exactly its code. A point value is NULL unless it is in euro and unsigned.
 constexpr const char * VORBEREITUNG = R"sql(
-CREATE TEMP TABLE HIT(NR INTEGER PRIMARY KEY, PATNR TEXT, DATUM TEXT, SITZUNG TEXT, LFD TEXT);
+CREATE TEMP TABLE HIT(NR INTEGER PRIMARY KEY, PATNR TEXT, DATUM TEXT, SITZUNG TEXT, LFD TEXT, LST TEXT);
 CREATE TEMP TABLE RECHNUNG AS
   SELECT PATNR, PATBILL, PLANNR,
     CASE WHEN SUBSTR(ABRART,1,1) IN ('1','a') THEN 'c'
@@ -30,16 +32,20 @@ CREATE TEMP TABLE RECHNUNG AS
          WHEN SUBSTR(ABRART,1,1) = 'n' THEN 'r' ELSE 's' END AS ABR
   FROM BILL;
 CREATE INDEX temp.RECHNUNG1 ON RECHNUNG(PATNR, PATBILL);
+CREATE TEMP TABLE KASSE AS
+  SELECT KASKUERZEL AS KURZ, GUELTIGAB AS AB, LOWER(KASSENPWGRP) AS GRP FROM ORVOKAS, temp.AUFTRAG
+  WHERE KASFLAG1 = '1' OR NOT GESETZLICHE;
+CREATE INDEX temp.KASSE1 ON KASSE(KURZ, AB);
 CREATE TEMP TABLE PERIODE AS
   SELECT PATNR, VDABDATUM AS AB, VDBISDATUM AS BIS, VDESCNR, KASKUERZEL, WSO, SUBSTR(KSART,1,1) AS BESONDERS,
     VNACHWEIS IN ('p','P','O') OR (EEB = '1' AND SUBSTR(VNACHWEIS,1,1) = 'p') AS PRIVAT
-  FROM VDESC WHERE KASKUERZEL <> '';
+  FROM VDESC WHERE KASKUERZEL <> '' AND KASKUERZEL IN (SELECT KURZ FROM temp.KASSE);
 CREATE INDEX temp.PERIODE1 ON PERIODE(PATNR, AB);
-CREATE TEMP TABLE KASSE AS SELECT LOWER(KASKUERZEL) AS KURZ, GUELTIGAB AS AB, LOWER(KASSENPWGRP) AS GRP FROM ORVOKAS;
-CREATE INDEX temp.KASSE1 ON KASSE(KURZ, AB);
 CREATE TEMP TABLE WERT AS
   SELECT LOWER(PWGRP) AS GRP, SUBSTR(PWLART,1,1) AS ART, PWAB AS AB,
-    CAST(SUBSTR(PWWEST,2) AS INTEGER) AS WEST, CAST(SUBSTR(PWOST,2) AS INTEGER) AS OST FROM PUNKTWERT;
+    CASE WHEN PWWEST GLOB 'e[0-9]*' AND SUBSTR(PWWEST,2) NOT GLOB '*[^0-9.]*' THEN CAST(SUBSTR(PWWEST,2) AS REAL) END AS WEST,
+    CASE WHEN PWOST GLOB 'e[0-9]*' AND SUBSTR(PWOST,2) NOT GLOB '*[^0-9.]*' THEN CAST(SUBSTR(PWOST,2) AS REAL) END AS OST
+  FROM PUNKTWERT WHERE PWGRP <> '';
 CREATE INDEX temp.WERT1 ON WERT(GRP, ART, AB);
 CREATE TEMP TABLE ZEILE AS
   SELECT GOART, LOWER(LSTNR) AS LST, SUBSTR(GOSUBART,1,1) AS SUB, SUBSTR(PWLART,1,1) AS LART,
@@ -51,14 +57,15 @@ CREATE TEMP TABLE PUNKTE AS SELECT GOART, LOWER(LSTNR) AS LST, PKTAB AS AB, CAST
 CREATE INDEX temp.PUNKTE1 ON PUNKTE(GOART, LST, AB);
 )sql";
 
-// Each hit with what it is valued by, then its amount in hundred-millionths of a euro; NULL where SQL does not value it.
+// Each hit with what it is valued by, then its amount in hundred-millionths of a euro or, where SQL does not value it,
+// NULL and the reason.
 constexpr const char * BEWERTUNG = R"sql(
 WITH
 LQ(F) AS (SELECT IFNULL((SELECT CASE WHEN CAST(K.LQ AS INTEGER) = 0 THEN 10000 ELSE CAST(K.LQ AS INTEGER) END
                          FROM KZV K WHERE K.KZVNR = (SELECT P.KZVNR FROM PRAXIS P ORDER BY P.PRAXISID LIMIT 1)), 10000)),
 ENTRY AS (
-  SELECT H.NR, B.PATNR, B.DATUM, B.GOART AS ART, B.BETRAG, B.ABRMERKMAL AS MARKE, B.ENTFERNUNG, B.ICDNOTATIONSKZ AS NOTATION,
-    B.FAKTOR,
+  SELECT H.NR, LOWER(H.LST) AS LAUFLST, B.PATNR, B.DATUM, B.GOART AS ART, B.BETRAG, B.ABRMERKMAL AS MARKE,
+    B.ENTFERNUNG, B.ICDNOTATIONSKZ AS NOTATION, B.FAKTOR,
     LOWER(B.LSTNR) || CASE WHEN B.GOART IN ('k','g') AND B.LSTNR IN ('13a','13b','13c','13d') AND B.DTAGRUND = 'f' THEN '0'
                            WHEN B.GOART IN ('k','g') AND B.LSTNR IN ('13a','13b','13c','13d') AND B.DTAGRUND = 'i' THEN '1'
                            ELSE '' END AS LST,
@@ -85,31 +92,46 @@ ARTEN AS (
   FROM MIT M LEFT JOIN temp.PERIODE V ON V.ROWID = M.PERIODE),
 GRUPPEN AS (
   SELECT A.*,
-    IFNULL((SELECT K.GRP FROM temp.KASSE K WHERE K.KURZ = LOWER(A.KASKUERZEL) AND K.AB <= A.DATUM ORDER BY K.AB DESC LIMIT 1),
-           (SELECT K.GRP FROM temp.KASSE K WHERE K.KURZ = LOWER(A.KASKUERZEL) ORDER BY K.AB LIMIT 1)) AS GRP
+    IFNULL((SELECT K.GRP FROM temp.KASSE K WHERE K.KURZ = A.KASKUERZEL AND K.AB <= A.DATUM ORDER BY K.AB DESC LIMIT 1),
+           (SELECT K.GRP FROM temp.KASSE K WHERE K.KURZ = A.KASKUERZEL ORDER BY K.AB LIMIT 1)) AS GRP
   FROM ARTEN A),
 WERTE AS (
   SELECT G.*,
     (SELECT CASE WHEN G.WSO = '9' THEN W.OST ELSE W.WEST END FROM temp.WERT W
      WHERE W.GRP = G.GRP AND W.ART = G.WART AND W.AB <= G.DATUM ORDER BY W.AB DESC LIMIT 1) AS PW
-  FROM GRUPPEN G)
-SELECT NR,
+  FROM GRUPPEN G),
+GRUENDE AS (
+  SELECT W.*,
+    CASE
+      WHEN ERSATZ AND LAUFLST <> LST THEN 'Ersatzleistung'
+      WHEN ANTEIL AND (ABR = 'k' OR (ABR = 'z' AND PLANNR <> '')) THEN 'Kassenanteil'
+      WHEN DATUM < '20020101' OR SUBSTR(BETRAG,1,1) = ' ' THEN 'alte Währung'
+      WHEN MARKE = '=' THEN
+        CASE WHEN ART = 'g' OR SUBSTR(BETRAG,1,1) <> 'e' OR INSTR(BETRAG,'.') > 0 THEN 'gespeicherter Betrag' END
+      WHEN LST = '' THEN 'ohne Leistung'
+      WHEN SUB IS NULL THEN 'fehlende Zeile'
+      WHEN ART NOT IN ('q','p','k','g') OR (ART = 'p' AND SUB = '1') OR BESONDERS = 'V' THEN 'Gebührenart'
+      WHEN NOTATION IN ('s','t','n','v') THEN 'Behandlerabschlag'
+      WHEN ART IN ('q','p') THEN
+        CASE WHEN SUB = '1' THEN NULL
+             WHEN SUB IN ('t','u','r','s','n','p','o','q','y','v','w','z') THEN 'Gebührenart'
+             WHEN SUBSTR(EINFACHSATZ,1,1) <> 'e' OR INSTR(EINFACHSATZ,'.') > 0 THEN 'Einfachsatz' END
+      WHEN PLANNR <> '' THEN 'Plan'
+      WHEN UPPER(SUBSTR(ENTFERNUNG,1,1)) = 'K' THEN 'Entfernung'
+      WHEN PW IS NULL THEN 'ohne Punktwert'
+    END AS GRUND,
+    F * CASE WHEN SUB = '1' THEN PUNKTE * 562421 ELSE CAST(SUBSTR(EINFACHSATZ,2) AS INTEGER) * 100000 END AS EINZELN
+  FROM WERTE W, temp.AUFTRAG)
+SELECT NR, GRUND,
   CASE
-    WHEN DATUM < '20020101' OR SUBSTR(BETRAG,1,1) = ' ' THEN NULL
-    WHEN MARKE = '=' THEN
-      CASE WHEN ART <> 'g' AND SUBSTR(BETRAG,1,1) = 'e' AND INSTR(BETRAG,'.') = 0
-           THEN CAST(REPLACE(SUBSTR(BETRAG,2),' ','') AS INTEGER) * 1000000 END
-    WHEN NOTATION IN ('s','t','n','v') OR IFNULL(BESONDERS,'') = 'V' OR SUB IS NULL THEN NULL
-    WHEN ART = 'q' AND SUB = '1' THEN
-      ((PUNKTE * F * 562421 + 500000000) / 1000000000) * ANZAHL * (CASE WHEN MARKE = '<' THEN 10000 ELSE (SELECT F FROM LQ) END)
-    WHEN ART IN ('q','p') AND SUB NOT IN ('1','t','u','r','s','n','p','o','q','y','v','w','z')
-         AND SUBSTR(EINFACHSATZ,1,1) = 'e' AND INSTR(EINFACHSATZ,'.') = 0 THEN
-      ((CAST(SUBSTR(EINFACHSATZ,2) AS INTEGER) * F + 5000) / 10000) * ANZAHL *
-      (CASE WHEN MARKE = '<' THEN 10000 ELSE (SELECT F FROM LQ) END)
-    WHEN ART IN ('k','g') AND IFNULL(PLANNR,'') = '' AND UPPER(SUBSTR(ENTFERNUNG,1,1)) <> 'K' AND PW IS NOT NULL THEN
-      PUNKTE * ANZAHL * PW
+    WHEN GRUND IS NOT NULL THEN NULL
+    WHEN MARKE = '=' THEN CAST(REPLACE(SUBSTR(BETRAG,2),' ','') AS INTEGER) * 1000000
+    WHEN ART IN ('q','p') THEN
+      (EINZELN + CASE WHEN EINZELN < 0 THEN -500000000 ELSE 500000000 END) / 1000000000 * ANZAHL *
+      CASE WHEN MARKE = '<' THEN 10000 ELSE (SELECT F FROM LQ) END
+    ELSE ROUND(PUNKTE * ANZAHL * PW)
   END
-FROM WERTE
+FROM GRUENDE
 )sql";
 
 struct SSchliesse {
@@ -126,13 +148,13 @@ CAnweisung Bereite(sqlite3 * pDatei, const char * pSql) {
 }
 
 bool FuelleHits(sqlite3 * pDatei, const std::vector<CBehHitLine> & vHits) {
-    const CAnweisung p = Bereite(pDatei, "INSERT INTO temp.HIT VALUES(?,?,?,?,?)");
+    const CAnweisung p = Bereite(pDatei, "INSERT INTO temp.HIT VALUES(?,?,?,?,?,?)");
     if (!p) return false;
     for (std::size_t i = 0; i < vHits.size(); ++i) {
         const CBehHitLine & hit = vHits[i];
         sqlite3_bind_int64(p.get(), 1, static_cast<sqlite3_int64>(i));
         int iSpalte = 2;
-        for (const CString & s : {hit.PATNR, hit.DATUM, CString(hit.SITZUNG), hit.LFDBEHEINTRAG}) {
+        for (const CString & s : {hit.PATNR, hit.DATUM, CString(hit.SITZUNG), hit.LFDBEHEINTRAG, hit.LSTNR}) {
             const std::string sUtf8 = s.Utf8();
             sqlite3_bind_text(p.get(), iSpalte++, sUtf8.data(), static_cast<int>(sUtf8.size()),
                               SQLITE_TRANSIENT);
@@ -155,41 +177,58 @@ void Verbuche(std::map<CSchluessel, SGegensumme> & map, const CBehHitLine & hit,
     summe.iSql += iSql;
 }
 
+bool FuehreAus(sqlite3 * pDatei, const std::string & sSql) {
+    return sqlite3_exec(pDatei, sSql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+bool LegeTafelnAn(sqlite3 * pDatei, const SGegenauftrag & auftrag) {
+    const auto Zahl = [](bool b) { return std::string(b ? "1" : "0"); };
+    return FuehreAus(pDatei, "PRAGMA temp_store = MEMORY; BEGIN; CREATE TEMP TABLE AUFTRAG AS SELECT " +
+                                 Zahl(auftrag.bErsatz) + " AS ERSATZ, " + Zahl(auftrag.bKassenanteil) +
+                                 " AS ANTEIL, " + Zahl(auftrag.bNurGesetzliche) + " AS GESETZLICHE") &&
+           FuehreAus(pDatei, VORBEREITUNG);
+}
+
+std::string Grund(sqlite3_stmt * p) {
+    const auto * pText = reinterpret_cast<const char *>(sqlite3_column_text(p, 1));
+    return pText == nullptr ? "fehlende Zeile" : pText;
+}
+
+// Compares hit by hit. A hit that no row comes back for is no treatment of the file but an entry of a laboratory.
+bool Vergleiche(sqlite3 * pDatei, const std::vector<CBehHitLine> & vHits, SGegenrechnung & ergebnis) {
+    const CAnweisung p = Bereite(pDatei, BEWERTUNG);
+    if (!p) return false;
+    std::map<CSchluessel, SGegensumme> map;
+    std::vector<bool> vGesehen(vHits.size());
+    int iSchritt = 0;
+    while ((iSchritt = sqlite3_step(p.get())) == SQLITE_ROW) {
+        const auto iHit = static_cast<std::size_t>(sqlite3_column_int64(p.get(), 0));
+        const bool bBewertet = sqlite3_column_type(p.get(), 2) != SQLITE_NULL;
+        if (bBewertet) Verbuche(map, vHits[iHit], sqlite3_column_int64(p.get(), 2));
+        if (vGesehen[iHit]) continue;
+        vGesehen[iHit] = true;
+        ++(bBewertet ? ergebnis.iGeprueft : ergebnis.mapAusgelassen[Grund(p.get())]);
+    }
+    for (const bool bGesehen : vGesehen)
+        if (!bGesehen) ++ergebnis.mapAusgelassen["Laboreintrag"];
+    for (auto & [schluessel, summe] : map)
+        ergebnis.vSummen.push_back(std::move(summe));
+    return iSchritt == SQLITE_DONE;
+}
+
 } // namespace
 
 bool SGegensumme::Verschieden() const { return std::llabs(iLauf - iSql) >= EINHEITEN_JE_CENT; }
 
-SGegenrechnung RechneGegen(const std::string & sDatei, const std::vector<CBehHitLine> & vHits) {
+SGegenrechnung RechneGegen(const std::string & sDatei, const std::vector<CBehHitLine> & vHits,
+                           const SGegenauftrag & auftrag) {
     SGegenrechnung ergebnis;
     sqlite3 * pRoh = nullptr;
     const int iOffen = sqlite3_open_v2(sDatei.c_str(), &pRoh, SQLITE_OPEN_READONLY, nullptr);
     const CDatei pDatei(pRoh);
-    const auto Fehler = [&] {
-        ergebnis.sFehler = sqlite3_errmsg(pDatei.get());
-        return ergebnis;
-    };
-    if (iOffen != SQLITE_OK ||
-        sqlite3_exec(pDatei.get(), "PRAGMA temp_store = MEMORY; BEGIN", nullptr, nullptr, nullptr) !=
-            SQLITE_OK ||
-        sqlite3_exec(pDatei.get(), VORBEREITUNG, nullptr, nullptr, nullptr) != SQLITE_OK ||
-        !FuelleHits(pDatei.get(), vHits))
-        return Fehler();
-
-    const CAnweisung p = Bereite(pDatei.get(), BEWERTUNG);
-    if (!p) return Fehler();
-    std::map<CSchluessel, SGegensumme> map;
-    int iSchritt = 0;
-    while ((iSchritt = sqlite3_step(p.get())) == SQLITE_ROW) {
-        const CBehHitLine & hit = vHits[static_cast<std::size_t>(sqlite3_column_int64(p.get(), 0))];
-        if (sqlite3_column_type(p.get(), 1) == SQLITE_NULL) continue;
-        ++ergebnis.iGeprueft;
-        Verbuche(map, hit, sqlite3_column_int64(p.get(), 1));
-    }
-    if (iSchritt != SQLITE_DONE) return Fehler();
-    ergebnis.bGerechnet = true;
-    ergebnis.iAusgelassen = static_cast<std::int64_t>(vHits.size()) - ergebnis.iGeprueft;
-    for (auto & [schluessel, summe] : map)
-        ergebnis.vSummen.push_back(std::move(summe));
+    ergebnis.bGerechnet = iOffen == SQLITE_OK && LegeTafelnAn(pRoh, auftrag) && FuelleHits(pRoh, vHits) &&
+                          Vergleiche(pRoh, vHits, ergebnis);
+    if (!ergebnis.bGerechnet) ergebnis.sFehler = sqlite3_errmsg(pRoh);
     return ergebnis;
 }
 

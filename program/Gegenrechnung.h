@@ -2,13 +2,15 @@
 //
 // SQL values what needs nothing but rows of the database: private services (simple rate or points times factor, the
 // regional factor), insurer services without a plan (points times point value), and stored amounts. It leaves out
-// what depends on the run itself: services of a plan, distances, group services, deductions of a treater, substitutes,
-// and everything before the euro.
+// the other fee schedules, services of a plan, distances, stored group services, deductions of a treater, substitutes,
+// shares of the insurer, hits whose rows are missing or hold texts that it does not read, and everything before the
+// euro.
 #pragma once
 
 #include "orvostatbs/records/BehHitLine.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -26,15 +28,24 @@ struct SGegensumme {
     [[nodiscard]] bool Verschieden() const;
 };
 
+// What the run did that its hits do not show.
+struct SGegenauftrag {
+    bool bErsatz = false;         // replaced services by their substitutes
+    bool bKassenanteil = false;   // took the insurer's share of denture and orthodontic amounts
+    bool bNurGesetzliche = false; // knew statutory insurers only
+};
+
 struct SGegenrechnung {
     bool bGerechnet = false; // false: sFehler says why
     std::string sFehler;     // UTF-8
     std::int64_t iGeprueft = 0;
-    std::int64_t iAusgelassen = 0;
+    std::map<std::string, std::int64_t>
+        mapAusgelassen;               // hits that SQL does not value, by the German word for why
     std::vector<SGegensumme> vSummen; // by treater and service
 };
 
 // Values the hits of a run over the practice file sDatei (a path of the platform) and compares.
-[[nodiscard]] SGegenrechnung RechneGegen(const std::string & sDatei, const std::vector<CBehHitLine> & vHits);
+[[nodiscard]] SGegenrechnung RechneGegen(const std::string & sDatei, const std::vector<CBehHitLine> & vHits,
+                                         const SGegenauftrag & auftrag);
 
 } // namespace orvostat

@@ -39,6 +39,18 @@ bool ZeigeErgebnis(const SLaufbefehl & befehl, CStatAccu & accu, const CLauf & l
     return true;
 }
 
+// Compares with SQL; ends the command where something differs.
+void Pruefe(const SLaufbefehl & befehl, const CStatAccu & accu) {
+    const SLaufoptionen & o = befehl.optionen;
+    const SGegenauftrag auftrag{.bErsatz = o.auftrag.bErsatz,
+                                .bKassenanteil = o.auftrag.bKassenanteil,
+                                .bNurGesetzliche = o.bNurGesetzliche};
+    const SGegenrechnung rechnung = RechneGegen(o.sDatei, accu.m_vBehHits, auftrag);
+    if (AbbruchVerlangt()) throw CLI::RuntimeError(ENDE_ABBRUCH);
+    if (!ZeigeGegenrechnung(befehl.bHits ? std::cerr : std::cout, rechnung))
+        throw CLI::RuntimeError(ENDE_FEHLER);
+}
+
 // Whatever the moment of a cancel, what was collected until then is shown.
 void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     const CPraxis praxis(befehl.optionen.sDatei, EModus::Lesen);
@@ -54,11 +66,7 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     bAbgebrochen = !ZeigeErgebnis(befehl, accu, lauf) || bAbgebrochen || AbbruchVerlangt();
     lauf.Nachlauf();
     if (bAbgebrochen) throw CLI::RuntimeError(ENDE_ABBRUCH);
-    if (!befehl.bPruefe) return;
-    const SGegenrechnung rechnung = RechneGegen(befehl.optionen.sDatei, accu.m_vBehHits);
-    if (AbbruchVerlangt()) throw CLI::RuntimeError(ENDE_ABBRUCH);
-    if (!ZeigeGegenrechnung(befehl.bHits ? std::cerr : std::cout, rechnung))
-        throw CLI::RuntimeError(ENDE_FEHLER);
+    if (befehl.bPruefe) Pruefe(befehl, accu);
 }
 
 void FuegeRunHinzu(CLI::App & app) {

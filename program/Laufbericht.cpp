@@ -183,9 +183,15 @@ bool ZeigeGegenrechnung(std::ostream & aus, const SGegenrechnung & rechnung) {
                          Euro(summe.iLauf), Euro(summe.iSql)});
     }
     if (iVerschieden != 0) pAusgabe->Ende();
+    std::int64_t iAusgelassen = 0;
+    std::string sGruende;
+    for (const auto & [sGrund, iHits] : rechnung.mapAusgelassen) {
+        iAusgelassen += iHits;
+        sGruende += (sGruende.empty() ? " (" : ", ") + sGrund + " " + std::to_string(iHits);
+    }
     aus << "\nGegenrechnung mit SQL: " << rechnung.iGeprueft << " Hits in " << rechnung.vSummen.size()
-        << " Summen geprüft, " << iVerschieden << " Summen weichen ab, " << rechnung.iAusgelassen
-        << " Hits rechnet SQL nicht\n";
+        << " Summen geprüft, " << iVerschieden << " Summen weichen ab, " << iAusgelassen
+        << " Hits rechnet SQL nicht" << sGruende << (sGruende.empty() ? "\n" : ")\n");
     return iVerschieden == 0;
 }
 
