@@ -201,14 +201,12 @@ constexpr SAbschnitt ABSCHNITTE[] = {
     {"--leistung", NR, "Leistungsnummer; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetLst(Text(sWert)); }},
     {"--abrart", ABRARTEN,
-     "Abrechnungsarten ohne Trenner: c KCH, z ZE, k KFO (m, wo im Quartal Multiband behandelt ist), p PAR "
-     "(6, 7, 8 "
-     "mit --par-marken und --par-beva), b KBR, i IP, e, r und s Sonderfälle; leer: alle",
+     "Abrechnungsarten ohne Trenner: c KCH, z ZE, k KFO (m, wo im Quartal Multiband behandelt ist), "
+     "p PAR (6 bis 8 mit --par-marken und --par-beva), b KBR, i IP, e, r und s Sonderfälle; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetAbrArt(Text(sWert)); }},
     {"--pwlart", PWLARTEN,
-     "Leistungsarten des Punktwerts ohne Trenner: a KCH, c und j IP, f ZE, g PAR, h KBR, i KFO, b, d, e "
-     "andere, "
-     "p privat, 0 ohne Punktwert; leer: alle",
+     "Leistungsarten des Punktwerts ohne Trenner: a KCH, c und j IP, f ZE, g PAR, h KBR, i KFO, "
+     "b, d, e andere, p privat, 0 ohne Punktwert; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetPwLArt(Text(sWert)); }},
     {"--plan", PLANNR, "Plannummer; leer: alle",
      [](CSelektion & s, const std::string & sWert) {
