@@ -40,6 +40,27 @@ TEST(GipsHitLine, MoveGipsDeutetMerkerUndArchivdatum) {
     }
 }
 
+TEST(GipsHitLine, JedesFeldKommtAusSeinerSpalte) {
+    CTGips gips;
+    gips.m_GIPSNR = "1";
+    gips.m_PATNR = "2";
+    gips.m_DATUM = "3";
+    gips.m_BEHANDLERNR = "4";
+    gips.m_BESCHREIBUNG = "5";
+    CPat pat;
+    pat.PATNAME = "a";
+    pat.PATVORNAME = "b";
+    pat.PATTITEL = "c";
+    pat.PATZUSATZ = "d";
+    pat.PATGEBDATUM = "e";
+    CGipsHitLine hit;
+    hit.MoveGips(&gips);
+    hit.MovePat(pat);
+    EXPECT_EQ(hit.GIPSNR + hit.PATNR + hit.DATUM + hit.BEHANDLERNR + hit.BESCHREIBUNG, CString("12345"));
+    EXPECT_EQ(hit.PATNAME + hit.PATVORNAME + hit.PATTITEL + hit.PATZUSATZ + hit.PATGEBDATUM,
+              CString("abcde"));
+}
+
 // ---- Laboratories --------------------------------------------------------------------------------------------------
 
 class CLaborTest : public orvostat::CPraxisFixture {
@@ -170,6 +191,13 @@ TEST_F(CLaborTest, MoveLabRechNimmtTexteUndBildetSummen) {
 
 TEST(GlabFaktHitLine, SkontoGehoertDemAufrufer) {
     CTGLKuFakt rec;
+    rec.m_PRAXISNR = "1";
+    rec.m_LABORKUNDE = "2";
+    rec.m_FAKTDATUM = "3";
+    rec.m_VONDATUM = "4";
+    rec.m_BISDATUM = "5";
+    rec.m_ANZGLBLOCKS = "6";
+    rec.m_BEGLICHEN = "7";
     rec.m_LFDGLKUFAKT = "9";
     rec.m_STORNIERT = "1";
     rec.m_KUFAKTBETRAEGE = "e   12345e    6789e       0"_t;
@@ -179,6 +207,9 @@ TEST(GlabFaktHitLine, SkontoGehoertDemAufrufer) {
     hit.m_sGlabFakt1 = "frei";
     hit.MoveSammelLabRech(rec);
     EXPECT_EQ(Betraege(hit), "e12345 e6789 e0 e0 e3000 e16134 e19134"_t);
+    EXPECT_EQ(hit.PRAXISNR + hit.LABORKUNDE + hit.FAKTDATUM + hit.VONDATUM + hit.BISDATUM + hit.ANZGLBLOCKS +
+                  hit.BEGLICHEN + hit.SKONTOPROZENT,
+              CString("1234567200"));
     EXPECT_TRUE(hit.STORNIERT);
     rec.m_STORNIERT = "11";
     hit.MoveSammelLabRech(rec);
@@ -210,6 +241,9 @@ TEST_F(CLaborTest, OhneNummerGiltJederBlockDesKunden) {
         CGlabHitLine anderer;
         anderer.MoveLabRech(rec);
         EXPECT_EQ(hit == anderer, fall.bGleich);
+        CGlabFaktHitLine andererFakt;
+        andererFakt.MoveSammelLabRech(recFakt);
+        EXPECT_EQ(fakt == andererFakt, fall.bGleich);
     }
 }
 
@@ -238,6 +272,35 @@ TEST_F(CRechTest, PaketIstAlleinDerKasse) {
         EXPECT_EQ(Stored(hit.RECHBETRAGK), fall.sBetragK) << fall.sPatNr.Utf8();
         EXPECT_EQ(Stored(hit.Offen()), fall.sOffen) << fall.sPatNr.Utf8();
     }
+}
+
+TEST_F(CRechTest, TexteUndMerker) {
+    CString CTFakt::*const apSpalten[] = {&CTFakt::m_PRAXISNR,    &CTFakt::m_PATNR,       &CTFakt::m_FAKT1,
+                                          &CTFakt::m_FORTLFDJAHR, &CTFakt::m_FORTLFDFAKT, &CTFakt::m_DATUM,
+                                          &CTFakt::m_FORMULARNR,  &CTFakt::m_KASKUERZEL};
+    CString CRechHitLine::*const apFelder[] = {&CRechHitLine::PRAXISNR,    &CRechHitLine::PATNR,
+                                               &CRechHitLine::FAKT1,       &CRechHitLine::FORTLFDJAHR,
+                                               &CRechHitLine::FORTLFDFAKT, &CRechHitLine::DATUM,
+                                               &CRechHitLine::FORMULARNR,  &CRechHitLine::KASKUERZEL};
+    CTFakt fakt;
+    for (std::size_t i = 0; i < std::size(apSpalten); ++i)
+        fakt.*apSpalten[i] = itoc(static_cast<int>(i) + 1);
+    fakt.m_STORNIERT = "2x";
+    fakt.m_MAHNSTUFE = "3m";
+    fakt.m_KTRAEGER = "ab";
+    fakt.m_MWSTLISTE = "7e    10000";
+    CRechHitLine hit;
+    hit.HONMWSTBETRAG = CDBetrag("e50");
+    hit.MoveFakt(&fakt);
+    for (std::size_t i = 0; i < std::size(apFelder); ++i)
+        EXPECT_EQ(hit.*apFelder[i], itoc(static_cast<int>(i) + 1));
+    EXPECT_TRUE(hit.STORNIERT && hit.MAHNSTUFE == '3' && hit.KTRAEGER == 'a');
+    EXPECT_EQ(Stored(hit.HONMWSTBETRAG), CString("e750")) << "added to what is there";
+    fakt.m_STORNIERT = "x";
+    hit.MoveFakt(&fakt);
+    EXPECT_FALSE(hit.STORNIERT);
+    hit.Clear();
+    EXPECT_TRUE(hit.HONMWSTBETRAG.IsEmpty() && hit.KTRAEGER == 0);
 }
 
 TEST_F(CRechTest, BetraegeBeiderGruppenZusammen) {
@@ -289,6 +352,7 @@ TEST(RechHitLine, MovePatWaehltDenKontakt) {
     pat.PATEMAIL = "t5";
     pat.m_sTelefon6 = "t6";
     pat.TELEFONPRIO = "t7";
+    pat.PATNAME = "Ott";
     pat.PATVORNAME = "Eva";
     pat.BEHANDLERNR = " 5";
     const CString asErwartet[] = {"alt", "t1", "t2", "t3", "t4", "t5", "t6", "t7", "alt"};
@@ -297,7 +361,7 @@ TEST(RechHitLine, MovePatWaehltDenKontakt) {
         hit.PATTELEFON = "alt";
         hit.MovePat(pat, i);
         EXPECT_EQ(hit.PATTELEFON, asErwartet[i]) << i;
-        EXPECT_EQ(hit.PATVORNAME + hit.BEHANDLERNR, CString("Eva 5")) << i;
+        EXPECT_EQ(hit.PATNAME + hit.PATVORNAME + hit.BEHANDLERNR, "OttEva 5"_t) << i;
     }
 }
 
@@ -333,6 +397,18 @@ TEST_F(CVerordnungTest, NameUndGeburtsdatumAusDenZeilen) {
         EXPECT_EQ(m_hit.m_sVoGebDatum, fall.sGebDatum) << fall.sText.Utf8();
         EXPECT_EQ(m_hit.m_sVoFeld, fall.sFeld) << fall.sText.Utf8();
     }
+}
+
+TEST_F(CVerordnungTest, NummernFormularUndBetrag) {
+    m_rez.m_PATNR = "1";
+    m_rez.m_REZEPTNR = "2";
+    m_hmv.m_BETRAG = "e345";
+    for (const CString & sFormular : {"BLANKOVERORDNUNG"_t, "BLANKO"_t, "Blankoverordnung"_t}) {
+        m_hmv.m_FORMULARNAME = sFormular;
+        m_hit.MoveVerordnung(m_rez, m_hmv);
+        EXPECT_EQ(m_hit.m_bVoBlanko, sFormular == "BLANKOVERORDNUNG"_t);
+    }
+    EXPECT_EQ(m_hit.m_sVoKey1 + m_hit.m_sVoKey2 + Stored(m_hit.m_VoBetrag), CString("12e345"));
 }
 
 TEST_F(CVerordnungTest, SchluesselUndCodesHabenFestePlaetze) {

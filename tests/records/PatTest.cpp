@@ -36,9 +36,14 @@ TEST(Pat, ClearLaesstNurGelesenStehen) {
     CPat pat;
     pat.PATNR = "4711";
     pat.m_bPatValid = pat.m_bPatGelesen = true;
+    pat.m_iPatProzent = pat.BEHDAUER = 1;
+    pat.BENACHRICHTIGUNG = pat.FRUCHT = 'x';
+    pat.INDEXMARKERS = 1;
     pat.Clear();
     EXPECT_TRUE(pat.PATNR.IsEmpty());
     EXPECT_FALSE(pat.m_bPatValid);
+    EXPECT_TRUE(pat.m_iPatProzent == 0 && pat.BEHDAUER == 0 && pat.BENACHRICHTIGUNG == 0 && pat.FRUCHT == 0 &&
+                pat.INDEXMARKERS == 0);
     EXPECT_TRUE(pat.m_bPatGelesen);
 }
 
@@ -64,6 +69,17 @@ protected:
     CTHistRecall m_rRecall;
     CPat m_pat;
 };
+
+TEST_F(CPatTest, DieAdresseHatIrgendeineLaufendeNummer) {
+    Adresse("A3", [](CTAdr & a) {
+        a.m_ADRLFD = "2";
+        a.m_PATORT = "Neu";
+    });
+    EXPECT_TRUE(Move());
+    m_rPat.m_ADRNR = "A3";
+    EXPECT_TRUE(Move()) << "that of the address before does not count";
+    EXPECT_EQ(m_pat.PATORT, "Neu"_t);
+}
 
 TEST_F(CPatTest, JedesFeldKommtAusSeinerSpalte) {
     const struct {

@@ -77,6 +77,13 @@ TEST_F(CPlanTest, NurParPlaeneSuchenDieLetztenStufen) {
         EXPECT_EQ(plan.m_sBevA, fall.sBevA) << fall.sArt.Utf8();
         EXPECT_EQ(plan.m_sBevB, fall.sBevB) << fall.sArt.Utf8();
     }
+    m_rPlan.m_PLANART = "4";
+    m_plan.m_sBevA = "alt";
+    m_plan.MovePlan(&m_rPlan, nullptr);
+    EXPECT_EQ(m_plan.m_sBevA, "alt"_t) << "not asked for";
+    m_rPlan.m_PLANNR = "P3";
+    m_plan.MovePlan(&m_rPlan, &rBeh);
+    EXPECT_EQ(m_plan.m_sBevA, "alt"_t) << "none";
 }
 
 TEST_F(CPlanTest, NichtBrauchbarerPlanBehaeltNurSeineNummern) {
@@ -129,6 +136,21 @@ TEST_F(CPlanTest, NeuerParPlanAbJuli2021) {
         m_plan.m_sPlanDatum = fall.sDatum;
         EXPECT_EQ(m_plan.IsNewPARPlan(), fall.bNeu) << fall.sArt.Utf8() << ' ' << fall.sDatum.Utf8();
     }
+}
+
+TEST(BehErrors, MoveErrorNimmtDenEintrag) {
+    CBehHitLine hit;
+    hit.SITZUNG = 'a';
+    hit.LFDBEHEINTRAG = "04";
+    hit.GOART = 'k';
+    hit.WSO_ERG = "9";
+    CBehErrors fehler;
+    EXPECT_EQ(fehler.SITZUNG, ' ');
+    fehler.MoveError(hit, 8);
+    EXPECT_EQ(fehler.SITZUNG + fehler.LFDBEHEINTRAG + fehler.GOART + fehler.WSO_ERG, CString("a04k9"));
+    EXPECT_EQ(fehler.m_iFehler, 8);
+    fehler.Clear();
+    EXPECT_TRUE(fehler.SITZUNG == ' ' && fehler.GOART == 0 && fehler.LFDBEHEINTRAG.IsEmpty());
 }
 
 TEST(BehErrors, GleichheitFragtNichtNachDerSitzung) {
