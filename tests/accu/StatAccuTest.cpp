@@ -86,6 +86,10 @@ TEST_F(StatAccuTest, KopieHatInhaltAberKeineZeiger) {
     EXPECT_EQ(Cursor(), std::vector<std::int32_t>(4, -1));
     EXPECT_EQ(m_accu.m_iLQPunktwert, 10000);
     m_accu.GetMemForTables();
+    for (const CMxRSet * pRSet : std::initializer_list<const CMxRSet *>{
+             m_accu.m_pRPat, m_accu.m_pRAdr, m_accu.m_pRBeh, m_accu.m_pRVDesc, m_accu.m_pROrvoKas,
+             m_accu.m_pRABefund, &m_accu.m_rGO, &m_accu.m_rGoCheck, &m_accu.m_rBill, &m_accu.m_rHistRecall})
+        EXPECT_EQ(&pRSet->Datenbank(), &dbDatabaseRO);
     m_accu.m_pFachbereiche = new SFachbereiche;
     m_accu.m_pParent = reinterpret_cast<HWND>(&m_accu);
     FuelleTabellen();
@@ -93,7 +97,8 @@ TEST_F(StatAccuTest, KopieHatInhaltAberKeineZeiger) {
     EXPECT_EQ(Recordsets(kopie), 0);
     EXPECT_EQ(kopie.m_pFachbereiche, nullptr);
     EXPECT_EQ(kopie.m_pParent, m_accu.m_pParent);
-    EXPECT_TRUE(kopie.m_iGlabPos == -1 && kopie.m_iRechPos == -1);
+    EXPECT_TRUE(kopie.m_iGlabPos == -1 && kopie.m_iErrPos == -1 && kopie.m_iGipsPos == -1 &&
+                kopie.m_iRechPos == -1);
     EXPECT_TRUE(kopie.m_vBehHits.size() == 1 && kopie.m_mapVDesc.size() == 1);
 }
 

@@ -149,6 +149,8 @@ TEST_F(VersicherungTest, GetVDescTakesThePeriodsWithAnInsurerNewestFirst) {
     Schreibe<CTVDesc>({"1", "f", "20160101", "20161231", "", "aok"});
     EXPECT_FALSE(m_accu.GetVDesc("2", "19800101"));
     EXPECT_TRUE(m_accu.m_mapVDesc.empty());
+    EXPECT_EQ(m_accu.FindVDescByDate("2", ""), nullptr);
+    EXPECT_TRUE(m_accu.m_mapVDesc.contains("2")) << "whoever was looked up has a list";
     EXPECT_TRUE(m_accu.GetVDesc("1", "20131231"));
     EXPECT_TRUE(m_accu.GetVDesc("1", "19800101"));
     const std::vector<CVDesc> & v = m_accu.m_mapVDesc["1"];
