@@ -34,11 +34,12 @@ void PruefeZiel(const std::string & sDatei, bool bErsetzen) {
     if (!bErsetzen) Verweigere("\"" + sDatei + "\" gibt es schon und wird nicht überschrieben.");
 }
 
-// SQLite's words for what can happen to a sound file, and ours.
+// SQLite's words for what can happen to a file, and ours.
 constexpr struct {
     std::string_view sWorte;
     const char * pGrund;
 } GRUENDE[] = {
+    {"database disk image is malformed", "sie ist beschädigt"},
     {"database is locked", "ein anderes Programm schreibt gerade in die Datei"},
     {"database or disk is full", "der Datenträger ist voll"},
     {"attempt to write a readonly database", "die Datei ist schreibgeschützt"},

@@ -71,8 +71,8 @@ public:
         m_accu.SetIsErfasst(true);
     }
 
-    // Prints the services. Ends the command where there is none, or where the treatments cannot be read to their end.
-    void Zeige() {
+    // Prints the services. Ends the command where there is none, or where the file cannot be read to the end.
+    void Zeige(const CPraxis & praxis) {
         if (!m_lauf.Vorlauf()) throw CLI::RuntimeError(ENDE_FEHLER);
         m_accu.m_pSpur = &m_spur;
         // All treatments of the patient up to the day: a plan's mixed point value comes from its first service.
@@ -81,7 +81,7 @@ public:
         for (; i == ZEILE_OK; i = beh.Next())
             NimmBehandlung(beh);
         m_lauf.Nachlauf();
-        if (i > ZEILE_KEINE) Verweigere("Die Behandlungen sind nicht vollständig lesbar.");
+        praxis.VerweigereNachLesefehler(i > ZEILE_KEINE);
         if (m_iHits == 0) Verweigere("An diesem Tag hat der Patient keine solche Leistung.");
     }
 
@@ -129,7 +129,7 @@ void FuegeExplainHinzu(CLI::App & app) {
     pApp->callback([pBefehl, pErsatz] {
         pBefehl->auftrag.bErsatz = pErsatz->count() > 0;
         const CPraxis praxis(pBefehl->sDatei, EModus::Lesen);
-        CErklaerung(*pBefehl).Zeige();
+        CErklaerung(*pBefehl).Zeige(praxis);
     });
 }
 

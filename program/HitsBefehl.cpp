@@ -62,7 +62,7 @@ void Zeige(const SAuswahl & auswahl) {
     }
     tabelle.Ende();
     if (bAbbruch) BrichAb();
-    if (i > ZEILE_KEINE) Verweigere("Die Behandlungen sind nicht vollständig lesbar.");
+    praxis.VerweigereNachLesefehler(i > ZEILE_KEINE);
     if (auswahl.eFormat == EFormat::Tabelle)
         std::cout << '\n' << iHits << (iHits == 1 ? " Hit\n" : " Hits\n");
 }

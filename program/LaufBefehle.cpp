@@ -59,8 +59,7 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     CLauf lauf(accu, Auftrag(befehl.optionen));
     const ELauf eLauf = lauf.Laufe();
     if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
-    if (eLauf == ELauf::Unlesbar) Verweigere("Die Praxisdatei ist nicht vollständig lesbar.");
-    praxis.VerweigereNachLesefehler();
+    praxis.VerweigereNachLesefehler(eLauf == ELauf::Unlesbar);
     bool bAbgebrochen = eLauf == ELauf::Abgebrochen || AbbruchVerlangt();
     if (bAbgebrochen) std::cerr << "Abgebrochen. Gezeigt wird, was bis dahin gelesen war.\n";
     bAbgebrochen = !ZeigeErgebnis(befehl, accu, lauf) || bAbgebrochen || AbbruchVerlangt();

@@ -37,10 +37,11 @@ CPraxis::CPraxis(const std::string & sDatei, EModus eModus) : m_pSpeicher(Oeffne
 
 CPraxis::~CPraxis() { Verbinde(nullptr); }
 
-void CPraxis::VerweigereNachLesefehler() const {
-    if (!m_pSpeicher->LetzterFehler().empty())
-        Verweigere("Die Datei ist nicht vollständig lesbar: " + m_pSpeicher->LetzterFehler() +
-                   ". \"orvostat check\" zeigt die Schäden.");
+void CPraxis::VerweigereNachLesefehler(bool bWegGescheitert) const {
+    const std::string sGrund = Fehlergrund(m_pSpeicher.get());
+    if (!bWegGescheitert && sGrund.empty()) return;
+    Verweigere("Die Datei ist nicht vollständig lesbar" + (sGrund.empty() ? "" : ": " + sGrund) +
+               ". \"orvostat check\" zeigt die Schäden.");
 }
 
 std::vector<CString> Mandanten() {

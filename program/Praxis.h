@@ -21,9 +21,9 @@ public:
     ~CPraxis();
     CPraxis(const CPraxis &) = delete;
     CPraxis & operator=(const CPraxis &) = delete;
-    // Ends the command with a message if the file could not be read somewhere on the way: what it has worked out until
-    // then misses rows.
-    void VerweigereNachLesefehler() const;
+    // Ends the command with a message if a walk failed or the file could not be read somewhere else on the way: what
+    // the command has worked out until then misses rows.
+    void VerweigereNachLesefehler(bool bWegGescheitert) const;
 
 private:
     std::shared_ptr<CSqliteSpeicher> m_pSpeicher;

@@ -306,7 +306,14 @@ TEST_F(CLaufTest, ExplainRefusesWhatItCannotExplain) {
     std::fstream(Pfad("a.db"), std::ios::in | std::ios::out | std::ios::binary)
             .seekp(static_cast<std::streamoff>(iStelle / 8192 * 8192))
         << std::string(60, '\xff');
-    EXPECT_EQ(Erklaere("1011 --datum 05.06.2024"), "Die Behandlungen sind nicht vollständig lesbar.\n");
+    const std::string sSchaden = "Die Datei ist nicht vollständig lesbar: sie ist beschädigt. ";
+    EXPECT_EQ(Erklaere("1011 --datum 05.06.2024").substr(0, sSchaden.size()), sSchaden);
+    for (const char * pBefehl : {"run a.db", "hits a.db --format csv"}) {
+        const SProgrammende ende = Laufe(pBefehl);
+        EXPECT_EQ(ende.iCode, 1) << pBefehl;
+        EXPECT_EQ(ende.sFehler.substr(0, sSchaden.size()), sSchaden) << pBefehl;
+        EXPECT_EQ(ende.sAus.find("Gesamt"), std::string::npos);
+    }
 }
 
 // ---- options
