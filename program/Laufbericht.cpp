@@ -11,6 +11,8 @@
 #include <cmath>
 #include <iostream>
 #include <map>
+#include <tuple>
+#include <utility>
 
 namespace orvostat {
 
@@ -29,6 +31,31 @@ struct SSumme {
         CDBetrag euro(hit.BETRAG);
         betrag += euro.ToW('e');
     }
+    SSumme & operator+=(const SSumme & summe) {
+        iHits += summe.iHits;
+        iPunkte += summe.iPunkte;
+        betrag += summe.betrag;
+        return *this;
+    }
+};
+
+// Sums by a key; its name is asked for once, and keys of one name are one group.
+template <class K> class CGruppen {
+public:
+    template <class F> void Nimm(const K & schluessel, const CBehHitLine & hit, F fName) {
+        const auto [it, bNeu] = m_map.try_emplace(schluessel);
+        if (bNeu) it->second.first = fName();
+        it->second.second.Nimm(hit);
+    }
+    [[nodiscard]] std::map<CString, SSumme> NachNamen() const {
+        std::map<CString, SSumme> map;
+        for (const auto & [schluessel, gruppe] : m_map)
+            map[gruppe.first] += gruppe.second;
+        return map;
+    }
+
+private:
+    std::map<K, std::pair<CString, SSumme>> m_map;
 };
 
 constexpr SAusgabespalte SUMMENSPALTEN[] = {{"Gruppe", EZelle::Text, 34},
@@ -46,9 +73,7 @@ void ZeigeGruppen(std::ostream & aus, const char * pTitel, const std::map<CStrin
     };
     for (const auto & [sName, summe] : map) {
         Gib(sName, summe);
-        gesamt.iHits += summe.iHits;
-        gesamt.iPunkte += summe.iPunkte;
-        gesamt.betrag += summe.betrag;
+        gesamt += summe;
     }
     Gib("Gesamt", gesamt);
     pAusgabe->Ende();
@@ -89,16 +114,24 @@ CString Behandlername(CStatAccu & accu, const CString & sLeb) {
     return i < 0 ? sLeb : accu.m_vLeb[static_cast<std::size_t>(i)].GetLebLine();
 }
 
-CString Kostentraeger(const CBehHitLine & hit) {
-    if (!hit.KASSENABR) return "Privat";
-    return hit.KASKUERZEL.IsEmpty() ? "(ohne Kasse)"_t
-                                    : "Kassengruppe "_t + CString(hit.KASSENGRP == 0 ? '-' : hit.KASSENGRP);
+// A letter and what it stands for.
+CString MitName(char c, const CString & sName) {
+    const CString sLetter = c == 0 ? CString("-") : CString(c);
+    return sName.IsEmpty() ? sLetter : sLetter + " " + sName;
 }
 
-CString Statistikart(CStatAccu & accu, const CBehHitLine & hit) {
-    const CString sName = accu.GetLstGrpName('K', hit.GOSTATISTIKART);
-    const CString sArt = hit.GOSTATISTIKART == 0 ? CString("-") : CString(hit.GOSTATISTIKART);
-    return sName.IsEmpty() ? sArt : sArt + " " + sName;
+CString Kostentraeger(CStatAccu & accu, const CBehHitLine & hit) {
+    if (!hit.KASSENABR) return "Privat";
+    if (hit.KASKUERZEL.IsEmpty()) return "(ohne Kasse)"_t;
+    const int i = accu.FindSelectPoolData(accu.m_vSpKassenGrp, CString(hit.KASSENGRP));
+    return "Kassengruppe "_t +
+           MitName(hit.KASSENGRP,
+                   i < 0 ? CString() : accu.m_vSpKassenGrp[static_cast<std::size_t>(i)].m_sText);
+}
+
+// Laboratory services are counted under the letter of their kind.
+CString Statistikart(CStatAccu & accu, char c) {
+    return MitName(c, accu.GetLstGrpName(IstLaborArt(c) ? 'T' : 'K', c));
 }
 
 constexpr double EINHEITEN_JE_EURO = 1e8;
@@ -136,26 +169,18 @@ void ZeigeZahlen(std::ostream & aus, const CStatAccu & accu, const CLauf & lauf)
 }
 
 void ZeigeSummen(std::ostream & aus, CStatAccu & accu) {
-    std::map<CString, SSumme> mapBehandler;
-    std::map<CString, SSumme> mapTraeger;
-    std::map<CString, SSumme> mapArten;
+    CGruppen<CString> behandler;
+    CGruppen<std::tuple<bool, bool, char>> traeger;
+    CGruppen<char> arten;
     for (const CBehHitLine & hit : accu.m_vBehHits) {
-        mapBehandler[hit.BEHANDLERNR].Nimm(hit);
-        mapTraeger[Kostentraeger(hit)].Nimm(hit);
-        mapArten[CString(hit.GOSTATISTIKART)].Nimm(hit);
+        behandler.Nimm(hit.BEHANDLERNR, hit, [&] { return Behandlername(accu, hit.BEHANDLERNR); });
+        traeger.Nimm({hit.KASSENABR, hit.KASKUERZEL.IsEmpty(), hit.KASSENGRP}, hit,
+                     [&] { return Kostentraeger(accu, hit); });
+        arten.Nimm(hit.GOSTATISTIKART, hit, [&] { return Statistikart(accu, hit.GOSTATISTIKART); });
     }
-    std::map<CString, SSumme> mapNamen;
-    for (const auto & [sLeb, summe] : mapBehandler)
-        mapNamen[Behandlername(accu, sLeb)] = summe;
-    std::map<CString, SSumme> mapArtnamen;
-    for (const auto & [sArt, summe] : mapArten) {
-        CBehHitLine hit;
-        hit.GOSTATISTIKART = sArt.Erstes();
-        mapArtnamen[Statistikart(accu, hit)] = summe;
-    }
-    ZeigeGruppen(aus, "Nach Behandler", mapNamen);
-    ZeigeGruppen(aus, "Nach Kostenträger", mapTraeger);
-    ZeigeGruppen(aus, "Nach Statistikart", mapArtnamen);
+    ZeigeGruppen(aus, "Nach Behandler", behandler.NachNamen());
+    ZeigeGruppen(aus, "Nach Kostenträger", traeger.NachNamen());
+    ZeigeGruppen(aus, "Nach Statistikart", arten.NachNamen());
 }
 
 bool ZeigeHits(std::ostream & aus, const CStatAccu & accu, EFormat eFormat) {
