@@ -80,10 +80,10 @@ private:
     bool MoveVersicherung(CBehHitLine & hit); // whether there is an insurer
     [[nodiscard]] const CLebStruct * Behandler(const CString & sLeb);
 
-    // Calls fNimm for each row of the set that was opened with the result iErgebnis. False, and the run's end says why, if
-    // the walk did not reach its end.
+    // Calls fNimm for each row of the set that was opened with the result iErgebnis. False, and the run's end says
+    // why, if the walk did not reach its end.
     template <class TTabelle, class F> bool Gehe(TTabelle & tabelle, int iErgebnis, F fNimm) {
-        for (; iErgebnis == ZEILE_OK; iErgebnis = tabelle.Next()) {
+        for (; iErgebnis == ZEILE_OK && m_stand.eLauf == ELauf::Fertig; iErgebnis = tabelle.Next()) {
             if (!Weiter()) return false;
             fNimm();
         }

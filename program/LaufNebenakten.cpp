@@ -40,6 +40,7 @@ bool CLauf::LaufeLaborbloecke() {
     const CAutoRSet<CTLBlockEntry> pEntry;
     CBehHitLine & hit = m_accu.m_BehHit;
     Erwarte(*pBlock);
+    Erwarte(*pEntry);
     return Gehe(*pBlock, pBlock->GetAll(), [&] {
         if (!NebenaktePasst(pBlock->m_DATUM, pBlock->m_PATNR, pBlock->m_BEHANDLERNR, pBlock->m_PRAXISNR))
             return;
@@ -64,6 +65,7 @@ bool CLauf::LaufeGewerbelabor() {
     const CAutoRSet<CTGLBlocEntry> pEntry;
     CBehHitLine & hit = m_accu.m_BehHit;
     Erwarte(*pBlock);
+    Erwarte(*pEntry);
     return Gehe(*pBlock, pBlock->GetAll(), [&] {
         if (!NebenaktePasst(pBlock->m_DATUM, pBlock->m_PATNR, pBlock->m_BEHANDLERNR, pBlock->m_PRAXISNR))
             return;

@@ -530,6 +530,8 @@ TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
     CStatAccu alle;
     Waehle(alle);
     const AZahlen aAlle = Laufe(alle);
+    for (const auto & [iPos, iMax] : m_rekorder.m_vSchritte)
+        EXPECT_LE(iPos, iMax);
     EXPECT_FALSE(alle.m_vGlabFaktHits.empty());
     std::set<std::tuple<CString, CString, CString>> setBehandelt;
     int iBloecke = 0;
