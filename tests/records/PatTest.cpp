@@ -39,6 +39,9 @@ TEST(Pat, ClearLaesstNurGelesenStehen) {
     pat.m_iPatProzent = pat.BEHDAUER = 1;
     pat.BENACHRICHTIGUNG = pat.FRUCHT = 'x';
     pat.INDEXMARKERS = 1;
+    pat.LASTBEHDATUM = "20240102";
+    pat.ClearBeh();
+    EXPECT_TRUE(pat.LASTBEHDATUM.IsEmpty() && pat.BEHDAUER == 1 && pat.PATNR == "4711");
     pat.Clear();
     EXPECT_TRUE(pat.PATNR.IsEmpty());
     EXPECT_FALSE(pat.m_bPatValid);

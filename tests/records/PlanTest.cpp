@@ -79,11 +79,12 @@ TEST_F(CPlanTest, NurParPlaeneSuchenDieLetztenStufen) {
     }
     m_rPlan.m_PLANART = "4";
     m_plan.m_sBevA = "alt";
+    m_plan.m_sBevB = "B";
     m_plan.MovePlan(&m_rPlan, nullptr);
-    EXPECT_EQ(m_plan.m_sBevA, "alt"_t) << "not asked for";
+    EXPECT_EQ(m_plan.m_sBevA + m_plan.m_sBevB, "altB"_t) << "not asked for";
     m_rPlan.m_PLANNR = "P3";
     m_plan.MovePlan(&m_rPlan, &rBeh);
-    EXPECT_EQ(m_plan.m_sBevA, "alt"_t) << "none";
+    EXPECT_EQ(m_plan.m_sBevA + m_plan.m_sBevB, "altB"_t) << "none";
 }
 
 TEST_F(CPlanTest, NichtBrauchbarerPlanBehaeltNurSeineNummern) {
