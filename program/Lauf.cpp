@@ -137,8 +137,7 @@ bool CLauf::NimmPatient(const CString & sPatNr) {
     if (m_stand.sPatNr == sPatNr) return m_stand.bPatient;
     m_stand.sPatNr = sPatNr;
     m_stand.iPat = m_accu.GetPat(sPatNr, true);
-    if (m_stand.iPat >= 0)
-        return m_stand.bPatient = PatientPasst(m_accu.m_vPat[static_cast<std::size_t>(m_stand.iPat)]);
+    if (const CPat * const pPat = Patient()) return m_stand.bPatient = PatientPasst(*pPat);
     if (!m_accu.m_mapVDesc.contains(sPatNr)) m_accu.GetVDesc(sPatNr, ERSTER_TAG);
     CPat ohne;
     ohne.Clear();
@@ -146,10 +145,12 @@ bool CLauf::NimmPatient(const CString & sPatNr) {
     return m_stand.bPatient = PatientPasst(ohne);
 }
 
+const CPat * CLauf::Patient() const {
+    return m_stand.iPat < 0 ? nullptr : &m_accu.m_vPat[static_cast<std::size_t>(m_stand.iPat)];
+}
+
 void CLauf::MovePatient(CBehHitLine & hit) {
-    if (m_stand.iPat < 0) return;
-    const CPat & pat = m_accu.m_vPat[static_cast<std::size_t>(m_stand.iPat)];
-    hit.MovePatName(pat.PATNAME, pat.PATVORNAME);
+    if (const CPat * const pPat = Patient()) hit.MovePatName(pPat->PATNAME, pPat->PATVORNAME);
 }
 
 bool CLauf::MoveVersicherung(CBehHitLine & hit) {

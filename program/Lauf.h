@@ -76,6 +76,7 @@ private:
     [[nodiscard]] bool ImZeitraum(const CString & sDatum) const;
 
     bool NimmPatient(const CString & sPatNr);
+    [[nodiscard]] const CPat * Patient() const; // the patient at hand, null if he cannot be read
     void MovePatient(CBehHitLine & hit);
     bool MoveVersicherung(CBehHitLine & hit); // whether there is an insurer
     [[nodiscard]] const CLebStruct * Behandler(const CString & sLeb);

@@ -103,8 +103,7 @@ bool CLauf::LaufeGipsmodelle() {
         if (!NebenaktePasst(pGips->m_DATUM, pGips->m_PATNR, pGips->m_BEHANDLERNR, CString())) return;
         m_accu.m_GipsHit.Clear();
         m_accu.m_GipsHit.MoveGips(&*pGips);
-        if (m_stand.iPat >= 0)
-            m_accu.m_GipsHit.MovePat(m_accu.m_vPat[static_cast<std::size_t>(m_stand.iPat)]);
+        if (const CPat * const pPat = Patient()) m_accu.m_GipsHit.MovePat(*pPat);
         m_accu.m_vGipsHits.push_back(m_accu.m_GipsHit);
     });
 }
@@ -116,9 +115,7 @@ bool CLauf::LaufeRechnungen() {
         if (!NebenaktePasst(pFakt->m_DATUM, pFakt->m_PATNR, CString(), pFakt->m_PRAXISNR)) return;
         m_accu.m_RechHit.Clear();
         m_accu.m_RechHit.MoveFakt(&*pFakt);
-        if (m_stand.iPat >= 0)
-            m_accu.m_RechHit.MovePat(m_accu.m_vPat[static_cast<std::size_t>(m_stand.iPat)],
-                                     m_accu.GetChTelefon());
+        if (const CPat * const pPat = Patient()) m_accu.m_RechHit.MovePat(*pPat, m_accu.GetChTelefon());
         m_accu.m_vRechHits.push_back(m_accu.m_RechHit);
     });
 }
