@@ -1,0 +1,46 @@
+// Taking hits and groups into a record's groups. The register finds groups and lines; without one a search does.
+#pragma once
+
+#include "Posten.h"
+#include "Register.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace orvostat {
+
+// A hit with what its record's sums need of it, and the number and hash that the register finds its place with.
+struct SHit {
+    const CBehHitLine & hit;
+    SPosten posten;
+    int iArt = 0;
+    std::uint32_t iLstHash = 0;
+
+    explicit SHit(const CBehHitLine & h) : hit(h), posten(PostenVon(h)) {}
+    SHit(const CBehHitLine & h, CNummern<std::uint32_t> & arten)
+        : hit(h), posten(PostenVon(h)), iArt(arten.Nummer(Gruppenart(h))), iLstHash(HashVon(h.LSTNR)) {}
+};
+
+// The line of the hit's service, a new one if there is none.
+CLSLst & Zeile(std::vector<CLSLst> & vLst, const SHit & h, CNebenindex<CLSLst> * pIndex);
+
+// Puts the hit into its group and line; true if the group is new, which is then the last.
+bool NimmInGruppe(std::vector<CLSLstGrp> & vGrp, const SHit & h, CZeilenregister * pRegister);
+
+// The same as CLSKasLstGrp::MoveKasLstGrp and CLSPxLstGrp::MovePxLstGrp, the latter without the sums.
+void NimmInKasse(CLSKasLstGrp & kas, const SHit & h, bool bNeuerFall, CZeilenregister * pRegister);
+void NimmInPraxisgruppe(CLSPxLstGrp & praxis, const SHit & h, const CString & sPraxis, bool bNeuerFall,
+                        CZeilenregister * pRegister);
+
+// MoveKasSel and MovePxLstSel with a register of the groups that are added to.
+void MischeKasse(CLSKasLstGrp & summe, const CLSKasLstGrp & kas, CZeilenregister & reg);
+void MischeInPraxis(CLSPxLstGrp & praxis, const CLSKasLstGrp & kas, CZeilenregister & reg);
+
+// ---- Orders
+
+void SortiereZeilen(std::vector<CLSLst> & vLst);
+// The groups, and the lines of each.
+void SortiereGruppen(std::vector<CLSLstGrp> & vGrp);
+void SortiereArten(std::vector<CPxLstGrp> & vArten);
+
+} // namespace orvostat
