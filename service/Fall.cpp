@@ -68,10 +68,9 @@ int FindFallImQuartalMitAbrArt(std::vector<CFallJeQuartal> & vFaelle, const CBeh
 // Fills m_fall, converting only the texts that differ from the last hit's.
 void CFallregister::Merke(const CBehHitLine & hit) {
     CLastFall & fall = m_fall.m_Fall;
-    if (m_sDatum != hit.DATUM) {
-        m_sDatum = hit.DATUM;
-        m_fall.m_sQuartal = DbDate2Quartal(hit.DATUM);
-    }
+    m_iTag = static_cast<std::size_t>(m_daten.Nummer(hit.DATUM));
+    if (m_iTag == m_vQuartale.size()) m_vQuartale.push_back(DbDate2Quartal(hit.DATUM));
+    m_fall.m_sQuartal = m_vQuartale[m_iTag];
     if (m_sPraxis != hit.PRAXISNR) {
         m_sPraxis = hit.PRAXISNR;
         fall.PRAXISNR = static_cast<std::int16_t>(Zahl(hit.PRAXISNR));

@@ -19,6 +19,12 @@ void SetzeSchluessel(CLSLstGrp & grp, const CBehHitLine & hit) {
     grp.m_cStatArt = bLabor ? hit.GOART : hit.GOSTATISTIKART;
 }
 
+int FindeGruppe(const std::vector<CLSLstGrp> & vGrp, const SHit & h, CZeilenregister * pRegister) {
+    if (pRegister) return pRegister->FindeGruppe(vGrp, h.iArt, h.hit);
+    const auto it = std::find(vGrp.begin(), vGrp.end(), h.hit);
+    return it == vGrp.end() ? -1 : static_cast<int>(it - vGrp.begin());
+}
+
 int FindeLinear(const std::vector<CLSLst> & vLst, const CBehHitLine & hit) {
     const auto it = std::find(vLst.begin(), vLst.end(), hit);
     return it == vLst.end() ? -1 : static_cast<int>(it - vLst.begin());
@@ -71,20 +77,17 @@ CLSLst & Zeile(std::vector<CLSLst> & vLst, const SHit & h, CNebenindex<CLSLst> *
 }
 
 bool NimmInGruppe(std::vector<CLSLstGrp> & vGrp, const SHit & h, CZeilenregister * pRegister) {
-    const auto iAnzahl = static_cast<int>(vGrp.size());
-    int iGrp = pRegister ? pRegister->FindeGruppe(vGrp, h.iArt, h.hit)
-                         : static_cast<int>(std::find(vGrp.begin(), vGrp.end(), h.hit) - vGrp.begin());
-    const bool bNeu = iGrp < 0 || iGrp == iAnzahl;
-    if (bNeu) {
-        iGrp = iAnzahl;
-        vGrp.emplace_back();
-    }
-    const auto i = static_cast<std::size_t>(iGrp);
+    return NimmInGruppe(vGrp, FindeGruppe(vGrp, h, pRegister), h, pRegister);
+}
+
+bool NimmInGruppe(std::vector<CLSLstGrp> & vGrp, int iGrp, const SHit & h, CZeilenregister * pRegister) {
+    const std::size_t i = iGrp < 0 ? vGrp.size() : static_cast<std::size_t>(iGrp);
+    if (iGrp < 0) vGrp.emplace_back();
     CLSLstGrp & grp = vGrp[i];
     SetzeSchluessel(grp, h.hit);
     Addiere(Zeile(grp.m_vLst, h, pRegister ? &pRegister->Zeilen(i) : nullptr), h.posten);
     Addiere(grp.m_Sum, h.posten);
-    return bNeu;
+    return iGrp < 0;
 }
 
 void NimmInKasse(CLSKasLstGrp & kas, const SHit & h, bool bNeuerFall, CZeilenregister * pRegister) {
@@ -185,11 +188,7 @@ bool CLSLstGrp::IstGleicheLstGrp(const CLSLstGrp & grp) const {
            m_cStatArt == grp.m_cStatArt;
 }
 
-bool CLSLstGrp::operator==(const CBehHitLine & hit) const {
-    if (m_cZahler != Zahler(hit)) return false;
-    if (m_cGoTyp == 'T' && IstLaborArt(hit.GOART) && hit.GOART == m_cStatArt) return true;
-    return IstGleicherGoTyp(GoTyp(hit.GOART), m_cGoTyp) && m_cStatArt == hit.GOSTATISTIKART;
-}
+bool CLSLstGrp::operator==(const CBehHitLine & hit) const { return IstGruppeVon(*this, hit); }
 
 void CPxLstGrp::MoveLstGrp(const CBehHitLine & hit) {
     const bool bLabor = IstLaborArt(hit.GOART);

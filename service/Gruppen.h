@@ -21,11 +21,37 @@ struct SHit {
         : hit(h), posten(PostenVon(h)), iArt(arten.Nummer(Gruppenart(h))), iLstHash(HashVon(h.LSTNR)) {}
 };
 
+// Sends for the line that a hit will be taken into: where it stands at once, itself with HoleZeile.
+class CWegweiser {
+public:
+    CWegweiser(CZeilenregister & reg, const std::vector<CLSLstGrp> & vGrp, const SHit & h)
+        : m_iHash(h.iLstHash), m_iGrp(reg.FindeGruppe(vGrp, h.iArt, h.hit)) {
+        if (m_iGrp < 0) return;
+        m_pGrp = &vGrp[static_cast<std::size_t>(m_iGrp)];
+        m_pIndex = &reg.Zeilen(static_cast<std::size_t>(m_iGrp));
+        m_pIndex->HoleFach(m_iHash);
+    }
+    void HoleZeile() const {
+        if (m_pGrp) m_pIndex->HoleElement(m_pGrp->m_vLst, m_iHash);
+    }
+
+    // The position of the hit's group, -1 for none.
+    [[nodiscard]] int Gruppe() const { return m_iGrp; }
+
+private:
+    const std::uint32_t m_iHash;
+    const int m_iGrp;
+    const CLSLstGrp * m_pGrp = nullptr;
+    const CNebenindex<CLSLst> * m_pIndex = nullptr;
+};
+
 // The line of the hit's service, a new one if there is none.
 CLSLst & Zeile(std::vector<CLSLst> & vLst, const SHit & h, CNebenindex<CLSLst> * pIndex);
 
 // Puts the hit into its group and line; true if the group is new, which is then the last.
 bool NimmInGruppe(std::vector<CLSLstGrp> & vGrp, const SHit & h, CZeilenregister * pRegister);
+// The same where the group has been looked for: its position, -1 for none.
+bool NimmInGruppe(std::vector<CLSLstGrp> & vGrp, int iGrp, const SHit & h, CZeilenregister * pRegister);
 
 // The same as CLSKasLstGrp::MoveKasLstGrp and CLSPxLstGrp::MovePxLstGrp, the latter without the sums.
 void NimmInKasse(CLSKasLstGrp & kas, const SHit & h, bool bNeuerFall, CZeilenregister * pRegister);

@@ -31,7 +31,6 @@ bool IstUnerwuenschtFremd(bool bFremd, const KAS_GRP_SEL & sel, bool bFremdGrp1,
 void CLSSum::AddKasData(const CBehHitLine & hit) {
     if (!m_register.p) m_register.p = std::make_unique<CKasRegister>();
     CKasRegister & reg = *m_register.p;
-    const bool bNeuerFall = reg.m_faelle.IstNeu(m_vFaelle, hit);
     int iKas = reg.Finde(m_vKasData, hit);
     if (iKas < 0) {
         iKas = static_cast<int>(m_vKasData.size());
@@ -41,7 +40,11 @@ void CLSSum::AddKasData(const CBehHitLine & hit) {
         reg.Angehaengt(m_vKasData);
     }
     const auto i = static_cast<std::size_t>(iKas);
-    NimmInKasse(m_vKasData[i], SHit(hit, reg.m_arten), bNeuerFall, &reg.Zeilen(i));
+    const SHit h(hit, reg.m_arten);
+    const CWegweiser weg(reg.Zeilen(i), m_vKasData[i].m_vLstGrp, h); // far away in memory: sent for first
+    const bool bNeuerFall = reg.m_faelle.IstNeu(m_vFaelle, hit);
+    weg.HoleZeile();
+    NimmInKasse(m_vKasData[i], h, bNeuerFall, &reg.Zeilen(i));
 }
 
 void CLSSum::AnalyseKasDataSum(const CString & sPraxis, const std::vector<CLSKasLstGrp> & vKas) {

@@ -83,6 +83,13 @@ struct SPlatz {
     return {Zahler(hit) - '0', TopfVon(hit), IstAbzug(hit.GOART, hit.GOSUBART)};
 }
 
+// The hit belongs into the group.
+[[nodiscard]] inline bool IstGruppeVon(const CLSLstGrp & grp, const CBehHitLine & hit) {
+    if (grp.m_cZahler != Zahler(hit)) return false;
+    if (grp.m_cGoTyp == 'T' && IstLaborArt(hit.GOART) && hit.GOART == grp.m_cStatArt) return true;
+    return IstGleicherGoTyp(GoTyp(hit.GOART), grp.m_cGoTyp) && grp.m_cStatArt == hit.GOSTATISTIKART;
+}
+
 // ---- What is added
 
 // What a hit adds, worked out once for the many sums that take it; or what many hits of one currency add together.
@@ -148,8 +155,8 @@ inline void Addiere(CLSLst & lst, const SPosten & posten) {
     else
         AddiereBetrag(lst.BETRAG, hit);
     Plus(lst.PUNKTE, posten.iPunkte);
-    Plus(lst.m_iAnzGrund4, posten.iGrund4);
-    Plus(lst.m_iAnzGrund5, posten.iGrund5);
+    if (posten.iGrund4 != 0) Plus(lst.m_iAnzGrund4, posten.iGrund4);
+    if (posten.iGrund5 != 0) Plus(lst.m_iAnzGrund5, posten.iGrund5);
 }
 
 // ---- The sums of a treater and of the practice

@@ -43,6 +43,16 @@ namespace orvostat {
 }
 [[nodiscard]] inline std::uint32_t HashVon(const CFallJeQuartal & fall) { return HashVon(fall.m_Fall); }
 
+// ---- Asking for memory before it is needed: a hint
+
+inline void Hole(const void * p) {
+#if defined(__GNUC__)
+    __builtin_prefetch(p, 1);
+#else
+    static_cast<void>(p);
+#endif
+}
+
 // ---- One vector
 
 // Which of several equal elements a search finds.
@@ -60,9 +70,21 @@ public:
         Baue(v); // the order has changed, or two elements share a hash
         return Suche(v, iHash, fGleich, bAndere);
     }
+    // Hints that the element with this hash will be asked for: first where the index has it, then the element.
+    void HoleFach(std::uint32_t iHash) const {
+        if (!m_vFaecher.empty()) Hole(&m_vFaecher[iHash & (m_vFaecher.size() - 1)]);
+    }
+    void HoleElement(const std::vector<T> & v, std::uint32_t iHash) const {
+        if (m_vFaecher.empty()) return;
+        const SFach & fach = m_vFaecher[iHash & (m_vFaecher.size() - 1)];
+        if (fach.iPos < 0 || static_cast<std::size_t>(fach.iPos) >= v.size()) return;
+        const auto * p = reinterpret_cast<const char *>(&v[static_cast<std::size_t>(fach.iPos)]);
+        Hole(p);
+        Hole(p + sizeof(T) - 1);
+    }
     // An element that was not there has been put at the end, right after Finde said so.
     void Angehaengt(const std::vector<T> & v, std::uint32_t iHash) {
-        if (v.size() != m_iGroesse + 1 || v.size() * 2 > m_vFaecher.size()) return Baue(v);
+        if (v.size() != m_iGroesse + 1 || v.size() * 4 > m_vFaecher.size() * 3) return Baue(v);
         Fuege(iHash, static_cast<int>(m_iGroesse));
         m_pDaten = v.data();
         m_iGroesse = v.size();
@@ -96,7 +118,7 @@ private:
     }
     // Of equal elements the one that is to be found comes first.
     void Baue(const std::vector<T> & v) {
-        m_vFaecher.assign(std::bit_ceil(std::max(v.size() * 4, FAECHER_MIN)), SFach());
+        m_vFaecher.assign(std::bit_ceil(std::max(v.size() * 2, FAECHER_MIN)), SFach());
         for (std::size_t n = 0; n < v.size(); ++n) {
             const std::size_t i = SUCHE == ESuche::VonVorn ? n : v.size() - 1 - n;
             Fuege(HashVon(v[i]), static_cast<int>(i));
@@ -148,7 +170,8 @@ public:
             m_vGruppe.resize(static_cast<std::size_t>(iArt) + 1, -1);
         int & iGrp = m_vGruppe[static_cast<std::size_t>(iArt)];
         const auto iAnzahl = static_cast<int>(vGrp.size());
-        if (iGrp >= 0 && iGrp < iAnzahl && vGrp[static_cast<std::size_t>(iGrp)] == hit) return iGrp;
+        if (iGrp >= 0 && iGrp < iAnzahl && IstGruppeVon(vGrp[static_cast<std::size_t>(iGrp)], hit))
+            return iGrp;
         iGrp = static_cast<int>(std::find(vGrp.begin(), vGrp.end(), hit) - vGrp.begin());
         return iGrp < iAnzahl ? iGrp : iGrp = -1;
     }
@@ -174,12 +197,16 @@ class CFallregister {
 public:
     // True for a new case, which is then in the list.
     [[nodiscard]] bool IstNeu(std::vector<CFallJeQuartal> & vFaelle, const CBehHitLine & hit);
+    // The number of the last hit's day, from 0 on.
+    [[nodiscard]] std::size_t Tag() const { return m_iTag; }
 
 private:
     void Merke(const CBehHitLine & hit);
 
-    CString m_sDatum; // of the last hit, its quarter, and the numbers of its texts
-    CString m_sPraxis;
+    CNummern<CString> m_daten;
+    std::size_t m_iTag = 0;
+    std::vector<CString> m_vQuartale; // by number of the day
+    CString m_sPraxis;                // of the last hit, as are these
     CString m_sPat;
     CFallJeQuartal m_fall;
     CNebenindex<CFallJeQuartal, ESuche::VonHinten> m_index;

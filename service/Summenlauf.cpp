@@ -1,7 +1,5 @@
 #include "Summenlauf.h"
 
-#include "orvostatbs/host/Textfunktionen.h"
-
 #include <algorithm>
 
 namespace orvostat {
@@ -21,18 +19,21 @@ template <class T> void VerteileVorrat(T & rec, const std::array<SPosten, SPlatz
 
 } // namespace
 
-void CTage::STage::Nimm(std::size_t iTag) {
+void CTage::SFach::Nimm(std::size_t iTag) {
     if (iTag >= vGesehen.size()) vGesehen.resize(iTag + 1);
     if (vGesehen[iTag]) return;
     vGesehen[iTag] = true;
     ++iAnzahl;
 }
 
-void CTage::Nimm(const CString & sNr, int iTag) {
-    const auto iText = static_cast<std::size_t>(m_texte.Nummer(sNr));
-    if (iText == m_vJeText.size()) m_vJeText.push_back(&m_mTage[Zahl(sNr)]);
-    m_vJeText[iText]->Nimm(static_cast<std::size_t>(iTag));
-    m_mTage[0].Nimm(static_cast<std::size_t>(iTag));
+CTage::SFach * CTage::Fach(const CString & sNr) {
+    m_pAlle = &m_mTage[0];
+    return &m_mTage[Zahl(sNr)];
+}
+
+void CTage::Nimm(SFach * pFach, std::size_t iTag) {
+    pFach->Nimm(iTag);
+    m_pAlle->Nimm(iTag);
 }
 
 void CTage::HaengeAn(std::vector<std::pair<std::int32_t, std::int32_t>> & vTage) const {
@@ -54,6 +55,7 @@ std::size_t CSummenlauf::Behandler(const CBehHitLine & hit) {
     if (m_vVorrat.size() < vBeh.size()) {
         m_vVorrat.resize(vBeh.size());
         m_vBehZeilen.resize(vBeh.size());
+        m_vBehTage.resize(vBeh.size());
     }
     return static_cast<std::size_t>(i);
 }
@@ -80,17 +82,27 @@ void CSummenlauf::NimmSumme(std::size_t iBeh, const SPlatz & platz, const SPoste
     orvostat::Verteile(m_sum.m_Praxis, platz, posten);
 }
 
+void CSummenlauf::NimmTag(const CBehHitLine & hit, std::size_t iBeh) {
+    if (m_vBehTage[iBeh] == nullptr) m_vBehTage[iBeh] = m_behTage.Fach(hit.BEHANDLERNR);
+    if (m_pPraxisTage == nullptr || m_sPraxisTage != hit.PRAXISNR) {
+        m_sPraxisTage = hit.PRAXISNR;
+        m_pPraxisTage = m_praxisTage.Fach(hit.PRAXISNR);
+    }
+    m_behTage.Nimm(m_vBehTage[iBeh], m_faelle.Tag());
+    m_praxisTage.Nimm(m_pPraxisTage, m_faelle.Tag());
+}
+
+// The treater's line is the one place of a hit that is likely to be far away in memory, so it is sent for first.
 void CSummenlauf::Nimm(const CBehHitLine & hit) {
     const SHit h(hit, m_arten);
-    const bool bNeuerFall = m_faelle.IstNeu(m_sum.m_vFaelle, hit);
-    NimmInPraxisgruppe(m_sum.m_Praxis, h, m_sPraxis, bNeuerFall, &m_praxiszeilen);
-
-    const int iTag = m_daten.Nummer(hit.DATUM);
-    m_behTage.Nimm(hit.BEHANDLERNR, iTag);
-    m_praxisTage.Nimm(hit.PRAXISNR, iTag);
-
     const std::size_t iBeh = Behandler(hit);
-    NimmInGruppe(m_sum.m_vBeh[iBeh].m_vLstGrp, h, &m_vBehZeilen[iBeh]);
+    auto & vBehGruppen = m_sum.m_vBeh[iBeh].m_vLstGrp;
+    const CWegweiser weg(m_vBehZeilen[iBeh], vBehGruppen, h);
+    const bool bNeuerFall = m_faelle.IstNeu(m_sum.m_vFaelle, hit);
+    NimmTag(hit, iBeh);
+    weg.HoleZeile();
+    NimmInPraxisgruppe(m_sum.m_Praxis, h, m_sPraxis, bNeuerFall, &m_praxiszeilen);
+    NimmInGruppe(vBehGruppen, weg.Gruppe(), h, &m_vBehZeilen[iBeh]);
     NimmSumme(iBeh, PlatzVon(hit), h.posten);
 }
 
