@@ -19,12 +19,6 @@ void SetzeSchluessel(CLSLstGrp & grp, const CBehHitLine & hit) {
     grp.m_cStatArt = bLabor ? hit.GOART : hit.GOSTATISTIKART;
 }
 
-int FindeGruppe(const std::vector<CLSLstGrp> & vGrp, const SHit & h, CZeilenregister * pRegister) {
-    if (pRegister) return pRegister->FindeGruppe(vGrp, h.iArt, h.hit);
-    const auto it = std::find(vGrp.begin(), vGrp.end(), h.hit);
-    return it == vGrp.end() ? -1 : static_cast<int>(it - vGrp.begin());
-}
-
 int FindeLinear(const std::vector<CLSLst> & vLst, const CBehHitLine & hit) {
     const auto it = std::find(vLst.begin(), vLst.end(), hit);
     return it == vLst.end() ? -1 : static_cast<int>(it - vLst.begin());
@@ -76,21 +70,21 @@ CLSLst & Zeile(std::vector<CLSLst> & vLst, const SHit & h, CNebenindex<CLSLst> *
     return vLst.back();
 }
 
-bool NimmInGruppe(std::vector<CLSLstGrp> & vGrp, const SHit & h, CZeilenregister * pRegister) {
-    return NimmInGruppe(vGrp, FindeGruppe(vGrp, h, pRegister), h, pRegister);
+int FindeGruppe(const std::vector<CLSLstGrp> & vGrp, const CBehHitLine & hit) {
+    const auto it = std::find(vGrp.begin(), vGrp.end(), hit);
+    return it == vGrp.end() ? -1 : static_cast<int>(it - vGrp.begin());
 }
 
-bool NimmInGruppe(std::vector<CLSLstGrp> & vGrp, int iGrp, const SHit & h, CZeilenregister * pRegister) {
+void NimmInGruppe(std::vector<CLSLstGrp> & vGrp, int iGrp, const SHit & h, CZeilenregister * pRegister) {
     const std::size_t i = iGrp < 0 ? vGrp.size() : static_cast<std::size_t>(iGrp);
     if (iGrp < 0) vGrp.emplace_back();
     CLSLstGrp & grp = vGrp[i];
     SetzeSchluessel(grp, h.hit);
     Addiere(Zeile(grp.m_vLst, h, pRegister ? &pRegister->Zeilen(i) : nullptr), h.posten);
     Addiere(grp.m_Sum, h.posten);
-    return iGrp < 0;
 }
 
-void NimmInKasse(CLSKasLstGrp & kas, const SHit & h, bool bNeuerFall, CZeilenregister * pRegister) {
+void NimmInKasse(CLSKasLstGrp & kas, int iGrp, const SHit & h, bool bNeuerFall, CZeilenregister * pRegister) {
     kas.PRAXISNR = h.hit.PRAXISNR;
     kas.KASKUERZEL = h.hit.KASKUERZEL;
     kas.KASSTATISTIKART = h.hit.KASSTATISTIKART;
@@ -98,19 +92,19 @@ void NimmInKasse(CLSKasLstGrp & kas, const SHit & h, bool bNeuerFall, CZeilenreg
     kas.KASSENART = h.hit.KASSENART;
     kas.FREMDKASSE = h.hit.FREMDKASSE;
     kas.KASSENGRP = static_cast<STATKASGRP>(h.hit.KASSENGRP);
-    NimmInGruppe(kas.m_vLstGrp, h, pRegister);
+    NimmInGruppe(kas.m_vLstGrp, iGrp, h, pRegister);
     Addiere(kas.m_Gesamt, h.posten);
     if (h.hit.KASSENABR) Addiere(kas.m_KasseGes, h.posten);
     Addiere(kas.m_Sum, h.posten);
     if (bNeuerFall) Plus(kas.m_iAnzFaelle, 1);
 }
 
-void NimmInPraxisgruppe(CLSPxLstGrp & praxis, const SHit & h, const CString & sPraxis, bool bNeuerFall,
-                        CZeilenregister * pRegister) {
+void NimmInPraxisgruppe(CLSPxLstGrp & praxis, int iGrp, const SHit & h, const CString & sPraxis,
+                        bool bNeuerFall, CZeilenregister * pRegister) {
     praxis.m_sPraxis = sPraxis;
-    const bool bNeueGruppe = NimmInGruppe(praxis.m_vLstGrp, h, pRegister);
+    NimmInGruppe(praxis.m_vLstGrp, iGrp, h, pRegister);
     auto & vArten = praxis.m_vPxLstGrp;
-    if (bNeueGruppe && std::find(vArten.begin(), vArten.end(), h.hit) == vArten.end())
+    if (iGrp < 0 && std::find(vArten.begin(), vArten.end(), h.hit) == vArten.end())
         vArten.emplace_back().MoveLstGrp(h.hit);
     if (bNeuerFall) Plus(praxis.m_iAnzFaelle, 1);
 }
@@ -212,12 +206,12 @@ bool CPxLstGrp::operator==(const CLSLstGrp & grp) const {
 void CLSBehLstGrp::MoveBehLstGrp(const CBehHitLine & hit) {
     const SHit h(hit);
     BEHANDLERNR = hit.BEHANDLERNR;
-    NimmInGruppe(m_vLstGrp, h, nullptr);
+    NimmInGruppe(m_vLstGrp, FindeGruppe(m_vLstGrp, hit), h, nullptr);
     Verteile(*this, PlatzVon(hit), h.posten);
 }
 
 void CLSKasLstGrp::MoveKasLstGrp(const CBehHitLine & hit, bool bNeuerFall) {
-    NimmInKasse(*this, SHit(hit), bNeuerFall, nullptr);
+    NimmInKasse(*this, FindeGruppe(m_vLstGrp, hit), SHit(hit), bNeuerFall, nullptr);
 }
 
 void CLSKasLstGrp::MoveKasSel(const CLSKasLstGrp & kas) {
@@ -227,7 +221,7 @@ void CLSKasLstGrp::MoveKasSel(const CLSKasLstGrp & kas) {
 
 void CLSPxLstGrp::MovePxLstGrp(const CBehHitLine & hit, const CString & sPraxis, bool bNeuerFall) {
     const SHit h(hit);
-    NimmInPraxisgruppe(*this, h, sPraxis, bNeuerFall, nullptr);
+    NimmInPraxisgruppe(*this, FindeGruppe(m_vLstGrp, hit), h, sPraxis, bNeuerFall, nullptr);
     Verteile(*this, PlatzVon(hit), h.posten);
 }
 

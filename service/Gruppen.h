@@ -48,15 +48,15 @@ private:
 // The line of the hit's service, a new one if there is none.
 CLSLst & Zeile(std::vector<CLSLst> & vLst, const SHit & h, CNebenindex<CLSLst> * pIndex);
 
-// Puts the hit into its group and line; true if the group is new, which is then the last.
-bool NimmInGruppe(std::vector<CLSLstGrp> & vGrp, const SHit & h, CZeilenregister * pRegister);
-// The same where the group has been looked for: its position, -1 for none.
-bool NimmInGruppe(std::vector<CLSLstGrp> & vGrp, int iGrp, const SHit & h, CZeilenregister * pRegister);
+// The position of the hit's group, -1 for none.
+[[nodiscard]] int FindeGruppe(const std::vector<CLSLstGrp> & vGrp, const CBehHitLine & hit);
+// Puts the hit into the group at this position, or for -1 into a new one at the end, and into its line.
+void NimmInGruppe(std::vector<CLSLstGrp> & vGrp, int iGrp, const SHit & h, CZeilenregister * pRegister);
 
-// The same as CLSKasLstGrp::MoveKasLstGrp and CLSPxLstGrp::MovePxLstGrp, the latter without the sums.
-void NimmInKasse(CLSKasLstGrp & kas, const SHit & h, bool bNeuerFall, CZeilenregister * pRegister);
-void NimmInPraxisgruppe(CLSPxLstGrp & praxis, const SHit & h, const CString & sPraxis, bool bNeuerFall,
-                        CZeilenregister * pRegister);
+// The same as CLSKasLstGrp::MoveKasLstGrp and, without the sums, CLSPxLstGrp::MovePxLstGrp; iGrp as above.
+void NimmInKasse(CLSKasLstGrp & kas, int iGrp, const SHit & h, bool bNeuerFall, CZeilenregister * pRegister);
+void NimmInPraxisgruppe(CLSPxLstGrp & praxis, int iGrp, const SHit & h, const CString & sPraxis,
+                        bool bNeuerFall, CZeilenregister * pRegister);
 
 // MoveKasSel and MovePxLstSel with a register of the groups that are added to.
 void MischeKasse(CLSKasLstGrp & summe, const CLSKasLstGrp & kas, CZeilenregister & reg);

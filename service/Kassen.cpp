@@ -44,7 +44,7 @@ void CLSSum::AddKasData(const CBehHitLine & hit) {
     const CWegweiser weg(reg.Zeilen(i), m_vKasData[i].m_vLstGrp, h); // far away in memory: sent for first
     const bool bNeuerFall = reg.m_faelle.IstNeu(m_vFaelle, hit);
     weg.HoleZeile();
-    NimmInKasse(m_vKasData[i], h, bNeuerFall, &reg.Zeilen(i));
+    NimmInKasse(m_vKasData[i], weg.Gruppe(), h, bNeuerFall, &reg.Zeilen(i));
 }
 
 void CLSSum::AnalyseKasDataSum(const CString & sPraxis, const std::vector<CLSKasLstGrp> & vKas) {

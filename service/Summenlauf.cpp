@@ -92,17 +92,19 @@ void CSummenlauf::NimmTag(const CBehHitLine & hit, std::size_t iBeh) {
     m_praxisTage.Nimm(m_pPraxisTage, m_faelle.Tag());
 }
 
-// The treater's line is the one place of a hit that is likely to be far away in memory, so it is sent for first.
+// In a large practice the lines are far away in memory: they are sent for while there is other work to do.
 void CSummenlauf::Nimm(const CBehHitLine & hit) {
     const SHit h(hit, m_arten);
     const std::size_t iBeh = Behandler(hit);
     auto & vBehGruppen = m_sum.m_vBeh[iBeh].m_vLstGrp;
-    const CWegweiser weg(m_vBehZeilen[iBeh], vBehGruppen, h);
+    const CWegweiser beh(m_vBehZeilen[iBeh], vBehGruppen, h);
+    const CWegweiser praxis(m_praxiszeilen, m_sum.m_Praxis.m_vLstGrp, h);
     const bool bNeuerFall = m_faelle.IstNeu(m_sum.m_vFaelle, hit);
     NimmTag(hit, iBeh);
-    weg.HoleZeile();
-    NimmInPraxisgruppe(m_sum.m_Praxis, h, m_sPraxis, bNeuerFall, &m_praxiszeilen);
-    NimmInGruppe(vBehGruppen, weg.Gruppe(), h, &m_vBehZeilen[iBeh]);
+    beh.HoleZeile();
+    praxis.HoleZeile();
+    NimmInPraxisgruppe(m_sum.m_Praxis, praxis.Gruppe(), h, m_sPraxis, bNeuerFall, &m_praxiszeilen);
+    NimmInGruppe(vBehGruppen, beh.Gruppe(), h, &m_vBehZeilen[iBeh]);
     NimmSumme(iBeh, PlatzVon(hit), h.posten);
 }
 
