@@ -51,7 +51,7 @@ void SetzeLeistung(CBehHitLine & hit, int iLst) {
     hit.PUNKTE = 100 * (5 + iLst % 150);
 }
 
-// The hits of eight quarters, patient by patient in each.
+// The hits of eight quarters, patient by patient in each; a visit has one day and one treater.
 std::vector<CBehHitLine> Hits(const SGroesse & g) {
     std::mt19937 zufall(4711);
     std::vector<CBehHitLine> vHits(static_cast<std::size_t>(g.iHits));
@@ -60,10 +60,10 @@ std::vector<CBehHitLine> Hits(const SGroesse & g) {
         CBehHitLine & hit = vHits[static_cast<std::size_t>(i)];
         const int iQuartal = i / iJeQuartal;
         const int iFall = i % iJeQuartal / HITS_JE_FALL;
-        const int iTag = static_cast<int>(zufall() % 28);
+        const int iBesuch = i % iJeQuartal % HITS_JE_FALL / 4; // four services and two, on another day
+        const int iTag = (iFall * 5 + iBesuch * 11) % 28;
         hit.PRAXISNR = " 1";
-        hit.BEHANDLERNR =
-            RightFix(itoc(static_cast<std::int64_t>(zufall() % static_cast<unsigned>(g.iBehandler))), 3);
+        hit.BEHANDLERNR = RightFix(itoc((iFall * 7 + iBesuch * 3) % g.iBehandler), 3);
         hit.PATNR = RightFix(itoc(iFall), 10);
         hit.DATUM = itoc(20230001 + iQuartal / 4 * 10000 + (iQuartal % 4 * 3 + 1 + iTag % 3) * 100 + iTag);
         SetzeLeistung(hit, Leistung(zufall, g.iLeistungen));

@@ -64,7 +64,7 @@ enum ETopf : int { TOPF_STD, TOPF_K, TOPF_LM, TOPF_ABZ };
 }
 
 // Where among the sums of a treater or the practice a hit belongs.
-struct SPlatz {
+struct SSummenplatz {
     int iZahler;
     ETopf eTopf;
     bool bAbzug;
@@ -74,12 +74,12 @@ struct SPlatz {
     [[nodiscard]] std::size_t Nummer() const {
         return static_cast<std::size_t>((iZahler * 4 + eTopf) * 2 + (bAbzug ? 1 : 0));
     }
-    [[nodiscard]] static SPlatz Aus(std::size_t iNummer) {
+    [[nodiscard]] static SSummenplatz Aus(std::size_t iNummer) {
         const int i = static_cast<int>(iNummer);
         return {i / 8, static_cast<ETopf>(i / 2 % 4), i % 2 != 0};
     }
 };
-[[nodiscard]] inline SPlatz PlatzVon(const CBehHitLine & hit) {
+[[nodiscard]] inline SSummenplatz PlatzVon(const CBehHitLine & hit) {
     return {Zahler(hit) - '0', TopfVon(hit), IstAbzug(hit.GOART, hit.GOSUBART)};
 }
 
@@ -178,7 +178,7 @@ constexpr int BASIS_NETTO = 4;
 template <class T>
 inline constexpr CLSLst T::*BASEN[] = {&T::m_SumStd, &T::m_SumK, &T::m_SumLM, &T::m_Gesamt, &T::m_SumNetto};
 
-template <class T> void Verteile(T & rec, const SPlatz & platz, const SPosten & posten) {
+template <class T> void Verteile(T & rec, const SSummenplatz & platz, const SPosten & posten) {
     const SZahlersummen<T> & zahler = ZAHLERSUMMEN<T>[platz.iZahler];
     Addiere(rec.m_Gesamt, posten);
     Addiere(rec.*zahler.pGes, posten);

@@ -7,14 +7,14 @@ namespace orvostat {
 namespace {
 
 // Adds the amounts of all places to the record's sums, those of the latest hits last: they name the sums.
-template <class T> void VerteileVorrat(T & rec, const std::array<SPosten, SPlatz::ANZAHL> & aVorrat) {
+template <class T> void VerteileVorrat(T & rec, const std::array<SPosten, SSummenplatz::ANZAHL> & aVorrat) {
     std::vector<std::size_t> vPlaetze;
     for (std::size_t i = 0; i < aVorrat.size(); ++i)
         if (aVorrat[i].pHit) vPlaetze.push_back(i);
     std::sort(vPlaetze.begin(), vPlaetze.end(),
               [&](std::size_t a, std::size_t b) { return std::less<>()(aVorrat[a].pHit, aVorrat[b].pHit); });
     for (const std::size_t i : vPlaetze)
-        Verteile(rec, SPlatz::Aus(i), aVorrat[i]);
+        Verteile(rec, SSummenplatz::Aus(i), aVorrat[i]);
 }
 
 } // namespace
@@ -73,7 +73,7 @@ bool CSummenlauf::KannWarten(const SPosten & posten) {
     return false;
 }
 
-void CSummenlauf::NimmSumme(std::size_t iBeh, const SPlatz & platz, const SPosten & posten) {
+void CSummenlauf::NimmSumme(std::size_t iBeh, const SSummenplatz & platz, const SPosten & posten) {
     if (KannWarten(posten)) {
         m_vVorrat[iBeh][platz.Nummer()] += posten;
         return;

@@ -48,12 +48,12 @@ public:
     void HaengeTageAn();
 
 private:
-    using CVorrat = std::array<SPosten, SPlatz::ANZAHL>; // by number of the place
+    using CVorrat = std::array<SPosten, SSummenplatz::ANZAHL>; // by number of the place
 
     [[nodiscard]] std::size_t Behandler(const CBehHitLine & hit);
     void NimmTag(const CBehHitLine & hit, std::size_t iBeh);
     [[nodiscard]] bool KannWarten(const SPosten & posten);
-    void NimmSumme(std::size_t iBeh, const SPlatz & platz, const SPosten & posten);
+    void NimmSumme(std::size_t iBeh, const SSummenplatz & platz, const SPosten & posten);
 
     CLSSum & m_sum;
     const CString m_sPraxis;

@@ -49,8 +49,8 @@ const auto SchreibeText =
 std::string Text(const CWBetragBasis & betrag) { return betrag.ToDb(0, true, false, 0, 0).Utf8(); }
 
 TEST_F(StatZETest, TheAmountsOfTheFirstFittingBlock) {
-    const CString sBetraege = "e         1e         2    1.234,56e         4e         5e       678"
-                              "       -7,89e         8e         9e        10"_t;
+    const CString sBetraege = "e         1e         2   1.234,56e         4e         5e       678"
+                              "      -7,89e         8e         9e        10"_t;
     SchreibeBlock("1", "1", "1", "3", "e        99"_t);
     SchreibeBlock("1", "1", "2", "4", sBetraege);
     SchreibeBlock("1", "1", "3", "4", "e        99"_t);

@@ -313,6 +313,11 @@ TEST_F(LSSumTest, LookUps) {
     EXPECT_EQ(m_sum.FindKas(vKas, SechsHits()[0]), 2) << "from the end";
     EXPECT_EQ(m_sum.FindKas(vKas, SechsHits()[2]), -1);
     EXPECT_EQ(CLSSum().GetAnzStatLines(), 2);
+    CLSLstGrp & pxGrp = m_sum.m_Praxis.m_vLstGrp.emplace_back(m_sum.m_Praxis.m_vLstGrp[0]);
+    pxGrp.m_vLst[0].BETRAG = CDBetrag("e100");
+    CLSLstGrp grp = vGrp[0];
+    m_sum.DoLstGrpAnteil(grp, CLSLst(), CLSLst());
+    EXPECT_EQ(grp.m_vLst[0].ANTEILPRAXIS, 8000) << "in the first of two equal groups";
 }
 
 TEST_F(LSSumTest, ProgressIsShownAboveThousandHitsAndMayBeCancelled) {
@@ -440,7 +445,7 @@ TEST_F(LSSumTest, InsurersAreFoundWhateverHappensToTheVectors) {
             if (i % 50 == 10) std::reverse(v.begin(), v.end());
             if (i % 50 == 20) std::reverse(v[0].m_vLstGrp.begin(), v[0].m_vLstGrp.end());
             if (i % 50 == 30) std::reverse(v[0].m_vLstGrp[0].m_vLst.begin(), v[0].m_vLstGrp[0].m_vLst.end());
-            if (i % 50 == 35) v[0].m_vLstGrp[0].m_vLst.pop_back();
+            if (i % 50 == 35) v[0].m_vLstGrp[0].m_vLst.clear();
             if (i % 50 == 40) v.push_back(v.front());
             if (i % 50 == 41) v.erase(v.begin());
             if (i % 50 == 45) pSum->m_vFaelle.clear();
