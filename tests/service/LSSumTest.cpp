@@ -445,7 +445,10 @@ TEST_F(LSSumTest, InsurersAreFoundWhateverHappensToTheVectors) {
             if (i % 50 == 10) std::reverse(v.begin(), v.end());
             if (i % 50 == 20) std::reverse(v[0].m_vLstGrp.begin(), v[0].m_vLstGrp.end());
             if (i % 50 == 30) std::reverse(v[0].m_vLstGrp[0].m_vLst.begin(), v[0].m_vLstGrp[0].m_vLst.end());
-            if (i % 50 == 35) v[0].m_vLstGrp[0].m_vLst.clear();
+            if (i % 50 == 35)
+                for (CLSKasLstGrp & kas : v)
+                    for (CLSLstGrp & grp : kas.m_vLstGrp)
+                        grp.m_vLst.clear();
             if (i % 50 == 40) v.push_back(v.front());
             if (i % 50 == 41) v.erase(v.begin());
             if (i % 50 == 45) pSum->m_vFaelle.clear();

@@ -156,6 +156,8 @@ TEST_F(Px100FTest, Columns) {
 
 TEST_F(Px100FTest, CountsCasesAndDeviations) {
     m_sum.m_100F.m_mBudgets['k']["20240101"] = {{"K01", "", "8000", "x", "-5", {}, {}, {}}};
+    m_sum.m_100F.m_mBudgets['k']["20240103"] = {
+        {"K01", "", "1", "1", "1", {}, {}, {}}}; // too late for the lines
     std::vector<CBehHitLine> v{
         Kassenhit("20240101", "1", '1', '1', false), Kassenhit("20240102", "2", '7', '2', true),
         Kassenhit("20240103", "1", '1', '1', false), Kassenhit("20231231", "3", '1', '1', true),
