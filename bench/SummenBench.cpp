@@ -1,8 +1,9 @@
 // What summing a run's hits costs, beside loops written by hand for the same sums.
 //
-// The loops know beforehand what the engine has to find out: all numbers are small integers, so that a place is an
-// array's element, and a service has one kind. Their arrays are there and empty before the clock starts. Each
-// benchmark lets both have the same hits in turn and compares the best of each: "faktor" is engine by loop.
+// The loops know beforehand what the engine has to find out: all numbers are small integers, so that a place
+// is an array's element, and a service has one kind. Their arrays are there and empty before the clock
+// starts. Each benchmark lets both have the same hits in turn and compares the best of each: "faktor" is
+// engine by loop.
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Textfunktionen.h"
@@ -85,7 +86,7 @@ std::vector<CBehHitLine> Hits(const SGroesse & g) {
     return vHits;
 }
 
-// ---- The loops by hand -------------------------------------------------------------------------------------------
+// ---- The loops by hand -----------------------------------------------------------------------------
 
 struct SSumme {
     std::int64_t iAnzahl = 0;
@@ -256,7 +257,7 @@ struct SHandKassen {
     }
 };
 
-// ---- The comparison ----------------------------------------------------------------------------------------------
+// ---- The comparison --------------------------------------------------------------------------------
 
 class CStummeOberflaeche : public COberflaeche {
 public:

@@ -13,8 +13,8 @@ namespace orvostat {
 
 namespace {
 
-// Gives each line the share in the practice's line of its service: of the first practice group of the same kind that
-// has one. A line that the practice lacks keeps its share.
+// Gives each line the share in the practice's line of its service: of the first practice group of the same
+// kind that has one. A line that the practice lacks keeps its share.
 void Praxisanteile(CLSLstGrp & grp, const CLSPxLstGrp & praxis, CZeilenregister & reg) {
     std::vector<std::size_t> vGleiche;
     for (std::size_t i = 0; i < praxis.m_vLstGrp.size(); ++i)

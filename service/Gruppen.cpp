@@ -9,8 +9,8 @@ namespace orvostat {
 
 namespace {
 
-// A fresh group takes the characters of its first hit and keeps them: a group opened by a private service stays "P"
-// when insurers' services join it.
+// A fresh group takes the characters of its first hit and keeps them: a group opened by a private service
+// stays "P" when insurers' services join it.
 void SetzeSchluessel(CLSLstGrp & grp, const CBehHitLine & hit) {
     if (grp.m_cZahler != 0) return;
     const bool bLabor = IstLaborArt(hit.GOART);
@@ -132,8 +132,8 @@ void MischeInPraxis(CLSPxLstGrp & praxis, const CLSKasLstGrp & kas, CZeilenregis
     auto & vArten = praxis.m_vPxLstGrp;
     for (const CLSLstGrp & grp : kas.m_vLstGrp) {
         if (!MischeGruppe(praxis.m_vLstGrp, grp, reg)) continue;
-        // A kind equals a group only where class and statistic kind are the same letter, so nearly every new group
-        // adds its kind again. Screens reckon with it.
+        // A kind equals a group only where class and statistic kind are the same letter, so nearly every new
+        // group adds its kind again. Screens reckon with it.
         if (std::find(vArten.begin(), vArten.end(), grp) == vArten.end())
             vArten.emplace_back().MoveLstGrp(grp);
     }
@@ -163,7 +163,7 @@ void SortiereArten(std::vector<CPxLstGrp> & vArten) {
               [&](const CPxLstGrp & a, const CPxLstGrp & b) { return Schluessel(a) < Schluessel(b); });
 }
 
-// ---- The public records ----------------------------------------------------------------------------------------
+// ---- The public records ----------------------------------------------------------------------------
 
 void CLSLstGrp::MoveLstGrp(const CBehHitLine & hit) {
     const SHit h(hit);

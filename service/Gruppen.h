@@ -1,4 +1,5 @@
-// Taking hits and groups into a record's groups. The register finds groups and lines; without one a search does.
+// Taking hits and groups into a record's groups. The register finds groups and lines; without one a search
+// does.
 #pragma once
 
 #include "Posten.h"
@@ -9,7 +10,8 @@
 
 namespace orvostat {
 
-// A hit with what its record's sums need of it, and the number and hash that the register finds its place with.
+// A hit with what its record's sums need of it, and the number and hash that the register finds its place
+// with.
 struct SHit {
     const CBehHitLine & hit;
     SPosten posten;

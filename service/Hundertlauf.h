@@ -33,8 +33,8 @@ struct SVerhTreffer {
 [[nodiscard]] SNormen NormenVon(const std::vector<SGoBudget> * pBudgets, const CString & sKuerzel,
                                 bool bZweiterSatz);
 
-// Calls f with each column that the hit reaches and the norm there. A substitute insurer of group "9" is a substitute
-// insurer: the group's own column is only asked for behind them.
+// Calls f with each column that the hit reaches and the norm there. A substitute insurer of group "9" is a
+// substitute insurer: the group's own column is only asked for behind them.
 template <class F> void JedeSpalte(const CBehHitLine & hit, const SNormen & normen, bool bGruppe9Extra, F f) {
     f(SPALTE_GESAMT, normen.iGesamt);
     if (hit.KASSENART == "7" || hit.KASSENART == "8") {

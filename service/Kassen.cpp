@@ -14,13 +14,15 @@ CString Text(const char * pText) { return pText ? CString(pText) : CString(); }
 
 bool IstLeer(const char * pText) { return pText == nullptr || *pText == 0; }
 
-// The insurer's kind is the one asked for, or its capital: "P" is found where "p" is asked for, not the other way.
+// The insurer's kind is the one asked for, or its capital: "P" is found where "p" is asked for, not the other
+// way.
 bool IstArt(const CString & sArt, const char * pGesucht) {
     return IstLeer(pGesucht) || sArt == Text(pGesucht) ||
            (sArt.GetLength() == 1 && sArt[0] == Gross(*pGesucht));
 }
 
-// A foreign insurer in a selection that asks for its group and nothing else, which the caller has not opened to it.
+// A foreign insurer in a selection that asks for its group and nothing else, which the caller has not opened
+// to it.
 bool IstUnerwuenschtFremd(bool bFremd, const KAS_GRP_SEL & sel, bool bFremdGrp1, bool bFremdGrp2) {
     if (!bFremd || !IstLeer(sel.m_szKassenArt) || !IstLeer(sel.m_szFremd)) return false;
     return (sel.m_eGrp == STATKASGRP_1 && !bFremdGrp1) || (sel.m_eGrp == STATKASGRP_2 && !bFremdGrp2);

@@ -12,8 +12,8 @@ namespace orvostat {
 
 namespace {
 
-// iZahl * iZaehler / iNenner to the nearest, halves away from zero. The platform's MulDiv is not enough: it gives -1
-// for what 32 bits do not hold.
+// iZahl * iZaehler / iNenner to the nearest, halves away from zero. The platform's MulDiv is not enough: it
+// gives -1 for what 32 bits do not hold.
 std::int64_t Verhaeltnis(std::int64_t iZahl, std::int64_t iZaehler, std::int64_t iNenner) {
     const std::int64_t iProdukt = iZahl * iZaehler;
     const std::int64_t iBetragNenner = std::abs(iNenner);

@@ -1,5 +1,5 @@
-// What a hit adds to the sums, and to which of them: the rules of payer, bucket and deducted set, once for treaters
-// and practice.
+// What a hit adds to the sums, and to which of them: the rules of payer, bucket and deducted set, once for
+// treaters and practice.
 #pragma once
 
 #include "orvostatbs/host/Betrag.h"
@@ -56,8 +56,8 @@ enum ETopf : int { TOPF_STD, TOPF_K, TOPF_LM, TOPF_ABZ };
     return IstAbzug(hit.GOART, hit.GOSUBART) ? TOPF_ABZ : TOPF_LM;
 }
 
-// The bucket whose sum is the base of a group's shares. A group of deducted services has LM as well, although its
-// hits are in none: its shares and the others' then make more than the whole. That is how it is to be.
+// The bucket whose sum is the base of a group's shares. A group of deducted services has LM as well, although
+// its hits are in none: its shares and the others' then make more than the whole. That is how it is to be.
 [[nodiscard]] inline ETopf TopfVon(const CLSLstGrp & grp) {
     if (grp.m_cGoTyp != 'T' && !IstTopfArt(grp.m_cStatArt)) return TOPF_STD;
     return grp.m_cStatArt == 'k' ? TOPF_K : TOPF_LM;
@@ -92,7 +92,8 @@ struct SSummenplatz {
 
 // ---- What is added
 
-// What a hit adds, worked out once for the many sums that take it; or what many hits of one currency add together.
+// What a hit adds, worked out once for the many sums that take it; or what many hits of one currency add
+// together.
 struct SPosten {
     const CBehHitLine * pHit = nullptr; // the last hit: it names the sum
     std::int64_t iAnzahl = 0;

@@ -32,7 +32,7 @@ SVerhTreffer VerhTreffer(const CVerhLst & verh, const CString & sKuerzel) {
 
 } // namespace
 
-// ---- CKasArt100F -------------------------------------------------------------------------------------------------
+// ---- CKasArt100F -----------------------------------------------------------------------------------
 
 std::vector<CVerhLst> CKasArt100F::s_vVerhLst;
 
@@ -70,7 +70,7 @@ void NimmInSpalte(CKasArt100F & spalte, const SHit & h, bool bNeuerFall, int iSo
     }
 }
 
-// ---- CPx100F -----------------------------------------------------------------------------------------------------
+// ---- CPx100F ---------------------------------------------------------------------------------------
 
 void CPx100F::Clear() {
     m_sPraxis.Empty();
@@ -140,7 +140,7 @@ void CPx100F::LoadBudget(CTGoBudget & budget, char cGoArt, CBudgetJeTag & mDaten
     }
 }
 
-// ---- The run -----------------------------------------------------------------------------------------------------
+// ---- The run ---------------------------------------------------------------------------------------
 
 CHundertlauf::CHundertlauf(CPx100F & px, const CString & sPraxis, bool bMitGruppe9, bool bGruppe9Extra,
                            bool bZweiterSatz)

@@ -1,8 +1,8 @@
 // Indexes beside the public vectors of a service statistic.
 //
-// Each answers what a search through the vector would, and notices by itself when the vector has been changed behind
-// its back: another size or place, or an element that is not where it was. So a run and AddKasData cost the same per
-// hit in a large practice as in a small one.
+// Each answers what a search through the vector would, and notices by itself when the vector has been changed
+// behind its back: another size or place, or an element that is not where it was. So a run and AddKasData
+// cost the same per hit in a large practice as in a small one.
 #pragma once
 
 #include "Posten.h"
@@ -70,7 +70,8 @@ public:
         Baue(v); // the order has changed, or two elements share a hash
         return Suche(v, iHash, fGleich, bAndere);
     }
-    // Hints that the element with this hash will be asked for: first where the index has it, then the element.
+    // Hints that the element with this hash will be asked for: first where the index has it, then the
+    // element.
     void HoleFach(std::uint32_t iHash) const {
         if (!m_vFaecher.empty()) Hole(&m_vFaecher[iHash & (m_vFaecher.size() - 1)]);
     }

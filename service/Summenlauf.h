@@ -35,9 +35,9 @@ private:
     SFach * m_pAlle = nullptr;
 };
 
-// The sums of treaters and practice are the same for all hits of one place (payer, bucket, deducted or not), so a run
-// adds up per treater and place and distributes at its end. That is only exact while all money is of one currency:
-// the first hit in another one ends it, and each hit goes into its sums at once.
+// The sums of treaters and practice are the same for all hits of one place (payer, bucket, deducted or not),
+// so a run adds up per treater and place and distributes at its end. That is only exact while all money is of
+// one currency: the first hit in another one ends it, and each hit goes into its sums at once.
 class CSummenlauf {
 public:
     CSummenlauf(CLSSum & sum, const CString & sPraxis);

@@ -1,5 +1,5 @@
-// Records of the service statistic as texts, so that a test can state all of their fields: what is not printed is
-// as in a fresh record.
+// Records of the service statistic as texts, so that a test can state all of their fields: what is not
+// printed is as in a fresh record.
 #pragma once
 
 #include "orvostatbs/host/Textfunktionen.h"

@@ -1,4 +1,5 @@
-// The service statistic: one list of hits worked by hand, its rules, its progress, and that its indexes change nothing.
+// The service statistic: one list of hits worked by hand, its rules, its progress, and that its indexes
+// change nothing.
 #include "Ausdruck.h"
 #include "support/Rekorder.h"
 
@@ -151,8 +152,8 @@ Kasse  1 DKV sDKV mDKV p 9, 2 Fälle
   [2Pm] M1 KM1 100 30,00 0 b2609 p963
     M1 KM1 100 30,00 0 b2609 p10000
 )");
-    // Each new group brings its kind again, "a" twice; four sums hold the whole. The counts by reason do not move
-    // in a merge, those of a copied line do.
+    // Each new group brings its kind again, "a" twice; four sums hold the whole. The counts by reason do not
+    // move in a merge, those of a copied line do.
     EXPECT_EQ(Text(m_sum.m_Praxis), R"(Praxis  1, 5 Fälle, Arten 07 0a 0k 1a 2m
   Gesamt 01 K01 750 311,40 3649
   KasseStd 01 K01 750 311,40 3649 p10000

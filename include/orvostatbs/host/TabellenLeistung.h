@@ -120,8 +120,8 @@ public:
     int GetByExtraFlag(const CString & sGoArt, const CString & sLst, char cFlag);
 };
 
-// Norms of the hundred-case statistic: hundredths of a piece per hundred cases for primary, substitute and all insurers,
-// and the second set of installations with physicians' fees.
+// Norms of the hundred-case statistic: hundredths of a piece per hundred cases for primary, substitute and all
+// insurers, and the second set of installations with physicians' fees.
 // clang-format off
 #define ORVO_SPALTEN(S) \
     S(GOART, Text) S(LSTKUERZEL, Text) S(GUELTIGAB, Datum) S(TEXT, Text) S(RVO, Zahl) S(VDAK, Zahl) \

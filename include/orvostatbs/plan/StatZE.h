@@ -1,5 +1,5 @@
-// The statistics of one denture plan (Zahnersatz): the amounts of its fitting block, and the laboratory entries that
-// were agreed with the patient outside of the insurers' scheme (Abdingung).
+// The statistics of one denture plan (Zahnersatz): the amounts of its fitting block, and the laboratory
+// entries that were agreed with the patient outside of the insurers' scheme (Abdingung).
 #pragma once
 
 #include "orvostatbs/host/Betrag.h"
@@ -21,8 +21,8 @@ public:
     CStatZE(const CStatZE &) = default;
     CStatZE & operator=(const CStatZE &) = default;
 
-    // The amounts of columns 5, 6 and 2 (from 0) of the plan's first fitting block; without such a block false, and
-    // the amounts stay as they are. A column that the block does not have is empty.
+    // The amounts of columns 5, 6 and 2 (from 0) of the plan's first fitting block; without such a block
+    // false, and the amounts stay as they are. A column that the block does not have is empty.
     bool GetLBlockData(const CString & sPat, const CString & sPlan, CDBetrag & betrag1, CDBetrag & betrag2,
                        CDBetrag & betrag3);
     // Fills m_vHits with the sample entries of the plan's first fitting block: their number.

@@ -1,9 +1,9 @@
 // Cases: the billing unit of a practice.
 //
-// A case (Fall) is one patient with one insurance in one quarter: the same practice owner, patient, insurer, state of
-// membership and region. Cases are counted while a run walks its hits, with a list of the cases of one quarter: the
-// first hit of another quarter empties it. So the hits come sorted by quarter; coming back to a quarter counts its
-// cases anew.
+// A case (Fall) is one patient with one insurance in one quarter: the same practice owner, patient, insurer,
+// state of membership and region. Cases are counted while a run walks its hits, with a list of the cases of
+// one quarter: the first hit of another quarter empties it. So the hits come sorted by quarter; coming back
+// to a quarter counts its cases anew.
 #pragma once
 
 #include "orvostatbs/host/CString.h"
@@ -48,8 +48,9 @@ public:
 // The position of the hit's case in the list. A case that is not there is put at the end: -1.
 int FindFallImQuartal(std::vector<CFallJeQuartal> & vFaelle, const CBehHitLine & hit);
 
-// The same with one entry per case and billing kind: the entry's position, -1 for a known case of another ABRART and
-// -2 for a new case; these two put an entry at the end. Not to be used on one list with the lookup above.
+// The same with one entry per case and billing kind: the entry's position, -1 for a known case of another
+// ABRART and -2 for a new case; these two put an entry at the end. Not to be used on one list with the lookup
+// above.
 int FindFallImQuartalMitAbrArt(std::vector<CFallJeQuartal> & vFaelle, const CBehHitLine & hit);
 
 } // namespace orvostat

@@ -1,5 +1,5 @@
-// The records that a service statistic adds up in: lines, groups of lines, and all that a treater, the practice or an
-// insurer did.
+// The records that a service statistic adds up in: lines, groups of lines, and all that a treater, the
+// practice or an insurer did.
 //
 // Every sum and every line is a CLSLst. A hit goes into many of them, chosen by three questions:
 //
@@ -8,11 +8,12 @@
 //   deducted set   material that a practice hands on: kinds "k", "g" of sub-kind "6", "p", "q" of "o", "q". The
 //                  Netto sums go without it, and what of it falls into none of Std and K stands in Abz, not in LM
 //
-// So a hit is always in m_Gesamt and in one Ges, and m_SumStd + m_SumK + m_SumLM is m_Gesamt less the three Abz.
+// So a hit is always in m_Gesamt and in one Ges, and m_SumStd + m_SumK + m_SumLM is m_Gesamt less the three
+// Abz.
 //
-// Units: counts in hundredths of a piece, points as the hits have them, shares and deviations in hundredths of a
-// percent. Counts and points are summed in 64 bits and stay at the end of their 32 bits where they pass it; so do
-// shares. All records are values, everything is public, and a fresh record is as after Clear.
+// Units: counts in hundredths of a piece, points as the hits have them, shares and deviations in hundredths
+// of a percent. Counts and points are summed in 64 bits and stay at the end of their 32 bits where they pass
+// it; so do shares. All records are values, everything is public, and a fresh record is as after Clear.
 #pragma once
 
 #include "orvostatbs/host/Betrag.h"
@@ -71,8 +72,8 @@ public:
     [[nodiscard]] bool operator==(const CLSLst & lst) const { return LSTNR == lst.LSTNR; }
 };
 
-// The lines of one payer, one class of fee schedules and one statistic kind. Classes "K" and "P" count as the same
-// wherever groups are compared, so that a group keeps the class of its first hit and takes both.
+// The lines of one payer, one class of fee schedules and one statistic kind. Classes "K" and "P" count as the
+// same wherever groups are compared, so that a group keeps the class of its first hit and takes both.
 class CLSLstGrp {
 public:
     char m_cZahler = 0;  // "0" insurer, "1" private patient, "2" any other; 0 while fresh
@@ -82,8 +83,8 @@ public:
     CLSLst m_Sum;
 
     void Clear() { *this = CLSLstGrp(); }
-    // Takes in a hit: into its line, a new one at the end if there is none, and into the sum. A fresh group takes its
-    // three characters from the hit.
+    // Takes in a hit: into its line, a new one at the end if there is none, and into the sum. A fresh group
+    // takes its three characters from the hit.
     void MoveLstGrp(const CBehHitLine & hit);
     // Adds the lines of another group to lines and sum, and takes its three characters.
     void MoveLstGrp(const CLSLstGrp & grp);

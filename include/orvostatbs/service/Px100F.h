@@ -1,8 +1,8 @@
-// The hundred-case statistic: how often is a service rendered per hundred cases, beside the norm of the dental
-// association, apart for primary insurers (RVO) and substitute insurers (VDAK).
+// The hundred-case statistic: how often is a service rendered per hundred cases, beside the norm of the
+// dental association, apart for primary insurers (RVO) and substitute insurers (VDAK).
 //
-// Norms are kept per kind of fee schedule, day from which they hold, and short code; they are hundredths of a piece
-// per hundred cases. A date before the first norm has none.
+// Norms are kept per kind of fee schedule, day from which they hold, and short code; they are hundredths of a
+// piece per hundred cases. A date before the first norm has none.
 #pragma once
 
 #include "orvostatbs/host/CString.h"
@@ -55,8 +55,8 @@ public:
 
     // Empties all and gives m_vVerh a zero pair for each ratio.
     void Clear();
-    // Takes in a hit. iSoll is the norm that a line gets with its first hit. Of m_vVerh and s_vVerhLst the shorter
-    // one counts.
+    // Takes in a hit. iSoll is the norm that a line gets with its first hit. Of m_vVerh and s_vVerhLst the
+    // shorter one counts.
     void MoveKasArt100F(const CBehHitLine & hit, bool bNeuerFall, int iSoll);
     [[nodiscard]] bool operator==(const CBehHitLine & hit) const { return KASSENART == hit.KASSENART; }
 };
@@ -90,8 +90,8 @@ public:
     // bGruppe9Extra, unless it is a VDAK insurer. bZweiterSatz takes the norms of the second set.
     void MovePx100F(const CBehHitLine & hit, const CString & sPraxis, bool bNeuerFall, bool bMitGruppe9,
                     bool bGruppe9Extra, bool bZweiterSatz);
-    // Reads the norms, adding to those that are there. If those of kind "g" change between the two days the user is
-    // told, and the newest norm counts for all hits from now on.
+    // Reads the norms, adding to those that are there. If those of kind "g" change between the two days the
+    // user is told, and the newest norm counts for all hits from now on.
     void LoadBudgets(const CString & sVon, const CString & sBis);
     // Reads the norms of one kind: by first day, whose dates also go into sDaten.
     static void LoadBudget(CTGoBudget & budget, char cGoArt, CBudgetJeTag & mDaten,
