@@ -92,7 +92,9 @@ TEST_F(VersicherungTest, AnInsurerIsReadOnceAndUnchangedRowsMelt) {
     EXPECT_TRUE(m_accu.GetKasFromVDesc("AOK", "19900101", "")) << "the oldest holds from the start";
     EXPECT_FALSE(m_accu.GetKasFromVDesc("aok", "19791231", "")) << "known, but no row for the date";
     EXPECT_FALSE(HatGelesen());
-    EXPECT_TRUE(m_accu.GetKasFromVDesc("bkk", "20240101", ""));
+    EXPECT_EQ(m_accu.ReadKas("bkk"), 0);
+    EXPECT_EQ(m_accu.ReadKas(m_accu.m_pROrvoKas->m_KASKUERZEL), 0);
+    EXPECT_TRUE(m_accu.GetKasFromVDesc(m_accu.m_pROrvoKas->m_KASKUERZEL, "20240101", ""));
     EXPECT_FALSE(m_accu.GetKasFromVDesc("tk", "20240101", ""));
     EXPECT_EQ(Kassen(), "aok 20140101, aok 20100101, aok 19800101, bkk 19800101");
 }
@@ -152,7 +154,8 @@ TEST_F(VersicherungTest, GetVDescTakesThePeriodsWithAnInsurerNewestFirst) {
     EXPECT_EQ(m_accu.FindVDescByDate("2", ""), nullptr);
     EXPECT_TRUE(m_accu.m_mapVDesc.contains("2")) << "whoever was looked up has a list";
     EXPECT_TRUE(m_accu.GetVDesc("1", "20131231"));
-    EXPECT_TRUE(m_accu.GetVDesc("1", "19800101"));
+    m_accu.m_pRVDesc->m_VDABDATUM = "19800101";
+    EXPECT_TRUE(m_accu.GetVDesc(m_accu.m_pRVDesc->m_PATNR, m_accu.m_pRVDesc->m_VDABDATUM));
     const std::vector<CVDesc> & v = m_accu.m_mapVDesc["1"];
     std::string sNummern;
     for (const CVDesc & vdesc : v)

@@ -140,15 +140,17 @@ TEST_F(CPatTest, JedesFeldKommtAusSeinerSpalte) {
 }
 
 TEST_F(CPatTest, OhneAdresseKommenNurDieErstenFelder) {
-    m_rPat.m_ADRNR = "A9";
+    Adresse("", [](CTAdr & a) { a.m_PATORT = "Niemandes"_t; });
     m_rPat.m_PATNAME = "Muster";
     m_rPat.m_BEHANDLERNR = " 5";
-    EXPECT_FALSE(m_pat.MoveValidPat(&m_rPat, &m_rAdr, &m_rRecall));
-    EXPECT_EQ(m_pat.PATNR + m_pat.BEHANDLERNR, CString("4711 5"));
-    EXPECT_EQ(m_pat.m_iPatProzent, 100);
-    EXPECT_EQ(m_pat.PATNAME + m_pat.PATORT + m_pat.GESCHLECHT, CString());
-    EXPECT_FALSE(m_pat.m_bPatGelesen || m_pat.m_bPatValid);
-
+    for (const char * pAdrNr : {"A9", "", "  "}) { // none, or nobody's
+        m_rPat.m_ADRNR = CString(pAdrNr);
+        EXPECT_FALSE(m_pat.MoveValidPat(&m_rPat, &m_rAdr, &m_rRecall)) << pAdrNr;
+        EXPECT_EQ(m_pat.PATNR + m_pat.BEHANDLERNR, CString("4711 5"));
+        EXPECT_EQ(m_pat.m_iPatProzent, 100);
+        EXPECT_EQ(m_pat.PATNAME + m_pat.PATORT + m_pat.GESCHLECHT, CString());
+        EXPECT_FALSE(m_pat.m_bPatGelesen || m_pat.m_bPatValid);
+    }
     m_rPat.m_ADRNR = "A2";
     EXPECT_TRUE(m_pat.MoveValidPat(&m_rPat, &m_rAdr, &m_rRecall));
     EXPECT_TRUE(m_pat.m_bPatGelesen && m_pat.m_bPatValid);
