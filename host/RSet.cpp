@@ -147,22 +147,22 @@ int CMxRSet::GetRecByParam(std::initializer_list<CString> vTeile) {
 int CMxRSet::LiesMit(int iKey, MatchMode mode, std::initializer_list<CString> vTeile) {
     ClearKey();
     const std::size_t iSchluessel = static_cast<std::size_t>(iKey) - 1;
-    if (iSchluessel >= Tabelle().vSchluessel.size()) return Lies(iKey, mode, 0);
+    if (iSchluessel >= Tabelle().vSchluessel.size()) return Lies(iKey, mode, true);
     const auto vSpalten = Tabelle().vSchluessel[iSchluessel].Spalten();
     std::size_t i = 0;
     for (const CString & sTeil : vTeile)
         if (i < vSpalten.size()) *Felder()[vSpalten[i++]] = sTeil;
-    return Lies(iKey, mode, i);
+    return Lies(iKey, mode, i > 0);
 }
 
-int CMxRSet::GetRecByKey(int iKey, MatchMode mode) { return Lies(iKey, mode, 0); }
+int CMxRSet::GetRecByKey(int iKey, MatchMode mode) { return Lies(iKey, mode, false); }
 
-// Reads by the key fields; the first iGegeben of them are asked for even if they are empty.
-int CMxRSet::Lies(int iKey, MatchMode mode, std::size_t iGegeben) {
+// Reads by the key fields; with bGegeben the first of them is asked for even if it is empty.
+int CMxRSet::Lies(int iKey, MatchMode mode, bool bGegeben) {
     const auto pZwischen = std::move(m_pZwischen);
     if (!NeueMenge(iKey)) return ZEILE_FEHLER;
     VorZugriff();
-    if (FragtNachNiemand(mode, iGegeben)) {
+    if (FragtNachNiemand(mode, bGegeben)) {
         SchliesseMenge();
         return ZEILE_KEINE;
     }
@@ -184,18 +184,14 @@ void CMxRSet::SchliesseMenge() {
     m_menge.fFilter = nullptr;
 }
 
-// The key asks for the empty number of a patient or an address: in an exact read all parts ask, in another those that
-// are given or set.
-bool CMxRSet::FragtNachNiemand(MatchMode mode, std::size_t iGegeben) const {
-    const CWerte vWerte = Werte();
-    std::size_t i = 0;
-    for (const std::uint8_t iSpalte : Schluesselspalten()) {
-        const bool bGefragt = mode == MATCH_GENAU || i++ < iGegeben || !vWerte[iSpalte]->IsEmpty();
-        if (!bGefragt || !Blank(*vWerte[iSpalte])) continue;
-        const std::string_view sName = Tabelle().vSpalten[iSpalte].pName;
-        if (sName == "PATNR" || sName == "ADRNR") return true;
-    }
-    return false;
+// The key begins with the empty number of a patient or an address, and the read asks for it: in an exact read, and in
+// another where the number is given or all blank.
+bool CMxRSet::FragtNachNiemand(MatchMode mode, bool bGegeben) const {
+    const std::uint8_t iSpalte = Schluesselspalten().front();
+    const CString & sNummer = *Werte()[iSpalte];
+    if (!Blank(sNummer) || (sNummer.IsEmpty() && mode != MATCH_GENAU && !bGegeben)) return false;
+    const std::string_view sName = Tabelle().vSpalten[iSpalte].pName;
+    return sName == "PATNR" || sName == "ADRNR";
 }
 
 // Begins the set of a read with the whole table; false for a key that the table lacks.

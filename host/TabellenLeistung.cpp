@@ -57,7 +57,10 @@ private:
     };
 
     // A number as the table's key compares it.
-    static CString Nummer(CString sLst) { return sLst.TrimRight(' ').MakeLower(); }
+    static CString Nummer(CString sLst) {
+        if (sLst.GetAt(sLst.GetLength() - 1) == ' ') sLst.TrimRight(' ');
+        return sLst.MakeLower();
+    }
 
     void Lies() {
         m_map.clear();

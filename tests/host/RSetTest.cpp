@@ -181,7 +181,7 @@ TEST_P(RSetTest, ThePoolsGroupHasThreePlaces) {
     EXPECT_EQ(pool.m_GRUPPE, CString("1234"));
 }
 
-TEST_P(RSetTest, BoundsNarrowTheFirstPartLeftOpenForOneRead) {
+TEST_P(RSetTest, BoundsAndFiltersHoldForOneRead) {
     SchreibeSieben();
     struct SFall {
         CString sPat, sVon, sBis;
@@ -198,16 +198,11 @@ TEST_P(RSetTest, BoundsNarrowTheFirstPartLeftOpenForOneRead) {
         EXPECT_EQ(Gelesen(beh), fall.pSoll) << fall.sVon.Utf8();
         beh.ClearKey();
         EXPECT_EQ(Gelesen(beh), "abcdefg");
+        beh.ClearKey();
+        beh.ModifyFilter([&beh] { return beh.m_SITZUNG == "b"; });
+        EXPECT_EQ(Gelesen(beh), "c");
+        EXPECT_EQ(Alle(beh, beh.First(), beh.m_LSTNR), "c");
     }
-}
-
-TEST_P(RSetTest, AFilterHoldsForOneSet) {
-    SchreibeSieben();
-    CTBeh beh = Beh(dbDatabaseRO, "1");
-    beh.ModifyFilter([&beh] { return beh.m_SITZUNG == "a"; });
-    EXPECT_EQ(Gelesen(beh), "abd");
-    EXPECT_EQ(Alle(beh, beh.First(), beh.m_LSTNR), "abd");
-    EXPECT_EQ(Alle(beh, beh.GetAll(), beh.m_LSTNR), "abcdefg");
 }
 
 TEST_P(RSetTest, AReadByTextsTakesTheObjectsOwnFieldsToo) {
@@ -467,25 +462,21 @@ TEST_P(RSetTest, BorrowedSetsAreFreshAndCounted) {
     }
     CAutoRSet<CTPlan>::ReleaseRSet(q);
     EXPECT_EQ(EntlieheneRSets(), iVorher);
-}
-
-TEST_P(RSetTest, NeitherAReleasedSetNorAnExactReadHoldsAWalk) {
-    SchreibeSieben();
     CTBeh beh(dbDatabaseRO);
     CAutoRSet<CTGips>()->GetAll();
     EXPECT_EQ(beh.GetRecByParam({"1", "20240101", "a", "1"}), 0);
-    EXPECT_EQ(m_pFehler->OffeneWege(), 0);
+    EXPECT_EQ(m_pFehler->OffeneWege(), 0) << "neither a released set nor an exact read holds a walk";
 }
 
 TEST_P(RSetTest, ChecksAreReadInsideAWalkOverFeesAndTheSameTableInsideItself) {
     CTGO go(dbDatabase);
     CTGoCheck check(dbDatabase);
     go.m_GOART = check.m_GOART = "q";
-    check.m_EXTRAFLAG = "p";
     for (const char c : {'1', '2', '3'}) {
         go.m_LSTNR = check.m_LSTNR = CString(c);
+        check.m_EXTRAFLAG = CString(c == '2' ? 'q' : 'p');
         check.m_CHECKTEXT = CString(c, 2);
-        ASSERT_EQ(go.Write() + (c == '2' ? 0 : check.Write()), 0);
+        ASSERT_EQ(go.Write() + check.Write(), 0);
     }
     std::string s;
     for (int i = go.GetAll(); i == 0; i = go.Next()) {

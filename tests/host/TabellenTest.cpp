@@ -187,29 +187,12 @@ TEST_F(TabellenTest, TheMatchingPeriodIsTheBestOfThoseValidOnTheDate) {
             EXPECT_EQ(Alle(vdesc, vdesc.GetAll(), vdesc.m_VDESCNR).front(), bAufsteigend ? '1' : '7')
                 << "the direction stays";
         }
-    int i = 1;
-    for (; i < 30; ++i) {
+    for (int i = 1; i <= 14; ++i) { // the walk over ten rows and its end, then the row itself
         CTVDesc vdesc(dbDatabaseRO);
         m_pSpeicher->FehlerBei(i);
-        if (const int iErgebnis = vdesc.FindMatching("1", "20210601", 0)) {
-            EXPECT_EQ(iErgebnis, ZEILE_FEHLER) << i;
-            EXPECT_EQ(vdesc.First(), ZEILE_KEINE) << i;
-        } else {
-            break;
-        }
+        EXPECT_EQ(vdesc.FindMatching("1", "20210601", 0), ZEILE_FEHLER) << i;
+        EXPECT_EQ(vdesc.First(), ZEILE_KEINE) << i;
     }
-    EXPECT_EQ(i, 15) << "the walk over ten rows and its end, then the row itself";
-    m_pSpeicher->FehlerBei(0);
-}
-
-TEST_F(TabellenTest, FlagsOfAPeriod) {
-    CTVDesc vdesc(dbDatabaseRO);
-    EXPECT_FALSE(vdesc.GetEEB() || vdesc.IsEGK() || vdesc.GetPrivateKostenerstattung() || vdesc.IsWsoOst());
-    vdesc.m_EEB = vdesc.m_EGK = vdesc.m_KOSTENERSTATTUNG = "1";
-    vdesc.m_WSO = "9";
-    EXPECT_TRUE(vdesc.GetEEB() && vdesc.IsEGK() && vdesc.GetPrivateKostenerstattung() && vdesc.IsWsoOst());
-    vdesc.m_WSO = "1";
-    EXPECT_FALSE(vdesc.IsWsoOst());
 }
 
 TEST_F(TabellenTest, TheLastRecallIsTheLatestOfItsKind) {
@@ -250,17 +233,8 @@ TEST_F(TabellenTest, ChangedPointsHoldFromTheirDateOn) {
                              {"k", "13b  ", "20240101", "5400"}, {"g", "13b", "20240101", "4700"}};
     for (const auto & [sGoArt, sLst, sDatum, sSoll] : aFaelle)
         EXPECT_EQ(CTGO::GetGebPkt(sGoArt, sLst, "4700", sDatum), sSoll) << sDatum.Utf8();
-    // Another workstation's row is seen from the next run on, one of this process at once.
-    const CString asZeile[] = {"k", "14", "20240101", "99"};
-    const CString * const apZeile[] = {&asZeile[0], &asZeile[1], &asZeile[2], &asZeile[3]};
-    ASSERT_EQ(m_pSpeicher->Schreibe(CTGoPunkte().Tabelle(), apZeile), 0);
-    const int iVorher = m_pSpeicher->Operationen();
-    EXPECT_EQ(CTGO::GetGebPkt('k', "14", 47, "20240101"), 47);
-    EXPECT_EQ(m_pSpeicher->Operationen(), iVorher);
-    CTGO::VergissGebPkt();
-    EXPECT_EQ(CTGO::GetGebPkt('k', "14", 47, "20240101"), 99);
     Schreibe("k", "14", "20240102", "98");
-    EXPECT_EQ(CTGO::GetGebPkt('k', "14", 47, "20240102"), 98);
+    EXPECT_EQ(CTGO::GetGebPkt('k', "14", 47, "20240102"), 98) << "after a change";
 }
 
 TEST_F(TabellenTest, TheSimpleRateGoesIntoTheCurrencyOfTheDate) {
@@ -268,19 +242,6 @@ TEST_F(TabellenTest, TheSimpleRateGoesIntoTheCurrencyOfTheDate) {
     EXPECT_EQ(CTGO::EinfachsatzToW(satz, false, 'e').ToDb(0, true, false, 0.0, 0.0), CString("e562"));
     EXPECT_EQ(CTGO::EinfachsatzToW(CDBetrag(" 195583"), true, 'e').Round().ToDb(0, true, false, 0.0, 0.0),
               CString("e100000"));
-    EXPECT_EQ(CTPunktWert(dbDatabaseRO).PwToBetrag(true).IsEmpty(), true);
-    CTPunktWert pw(dbDatabaseRO);
-    pw.m_PWWEST = "e12000";
-    pw.m_PWOST = "e11000";
-    EXPECT_EQ(CString(pw.PwToBetrag(true)), CString("e12000"));
-    EXPECT_EQ(CString(pw.PwToBetrag(false)), CString("e11000"));
-}
-
-TEST_F(TabellenTest, AChecksRowIsFoundByItsFlag) {
-    Schreiber<CTGoCheck>(&CTGoCheck::m_GOART, &CTGoCheck::m_LSTNR, &CTGoCheck::m_EXTRAFLAG)("k", "01", "q");
-    CTGoCheck gesucht(dbDatabaseRO);
-    EXPECT_NE(gesucht.GetByExtraFlag("k", "01", 'p'), 0);
-    EXPECT_EQ(gesucht.GetByExtraFlag("K", "01", 'q'), 0);
 }
 
 // ---- the practice
@@ -326,14 +287,6 @@ TEST_F(TabellenTest, NamesAndContactsOfAnAddress) {
     }
     adr.m_TELEFONPRIO = "2";
     EXPECT_EQ(adr.LoadPrioTelefon(), CString("0221 1"));
-}
-
-TEST_F(TabellenTest, ACostBearerMayBeAPackage) {
-    const auto Schreibe = Schreiber<CTKTraeger>(&CTKTraeger::m_PATNR, &CTKTraeger::m_KTART);
-    Schreibe("p", "p");
-    Schreibe("x", "x");
-    EXPECT_TRUE(CTKTraeger::IsKzvOrKvPaket("p"));
-    EXPECT_FALSE(CTKTraeger::IsKzvOrKvPaket("x") || CTKTraeger::IsKzvOrKvPaket("y"));
 }
 
 TEST(TabellenTexte, CodesAndCardData) {

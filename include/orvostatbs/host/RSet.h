@@ -11,8 +11,9 @@
 // when the store failed. A failed Next leaves the fields as they are. A read that is refused, fails or has no store
 // leaves no open set: First and Next are 1 then.
 //
-// The number of a patient or an address (the columns PATNR and ADRNR) that is empty or all blank is nobody's: whoever
-// asks for it is refused, with 1 for no row, and rows that carry it are met in walks over others only.
+// A patient's or an address's number (a key that begins with PATNR or ADRNR) that is empty or all blank is nobody's:
+// an exact read by it and a read that is given it are refused with 1, for no row. Only a read that asks for no number
+// meets rows that carry none.
 #pragma once
 
 #include "orvostatbs/host/Zeilenspeicher.h"
@@ -123,8 +124,8 @@ public:
     int GetByK2(MatchMode mode = MATCH_GENAU) { return GetRecByKey(2, mode); }
     int GetByK3(MatchMode mode = MATCH_GENAU) { return GetRecByKey(3, mode); }
     // Reads by key iKey, whose first parts are given and whose others are empty. The texts may be the object's own
-    // fields, which a caller that clears the key first would lose. A number that is given empty is nobody's in every
-    // mode; any other empty part leaves its part open as the mode says.
+    // fields, which a caller that clears the key first would lose. An empty text stands for what the mode says, except
+    // for a patient's or an address's number, which is given even if it is empty.
     int LiesMit(int iKey, MatchMode mode, std::initializer_list<CString> vTeile);
     // The first row of the set that the last read opened; the next row of it.
     int First();
@@ -164,9 +165,9 @@ private:
 
     [[nodiscard]] bool NeueMenge(int iKey);
     void SchliesseMenge();
-    int Lies(int iKey, MatchMode mode, std::size_t iGegeben);
+    int Lies(int iKey, MatchMode mode, bool bGegeben);
     int LiesErste();
-    [[nodiscard]] bool FragtNachNiemand(MatchMode mode, std::size_t iGegeben) const;
+    [[nodiscard]] bool FragtNachNiemand(MatchMode mode, bool bGegeben) const;
     void Begrenze(MatchMode mode, const CZwischen * pZwischen);
     int Schritt();
     int SchrittMitFilter();
