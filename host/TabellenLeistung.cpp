@@ -59,7 +59,8 @@ private:
     // A number as the table's key compares it.
     static CString Nummer(CString sLst) {
         if (sLst.GetAt(sLst.GetLength() - 1) == ' ') sLst.TrimRight(' ');
-        return sLst.MakeLower();
+        sLst.MakeLower();
+        return sLst; // moved, not copied
     }
 
     void Lies() {
