@@ -44,9 +44,7 @@ char Recallziffer(const CString & s, int iArt) { return iArt >= 0 && iArt < s.Ge
 bool NurNullen(CString s) { return s.TrimRight('0').IsEmpty(); }
 
 bool HatteRecall(CTHistRecall & rHistRecall, const CString & sPatNr) {
-    rHistRecall.ClearKey();
-    rHistRecall.m_PATNR = sPatNr;
-    return rHistRecall.GetByK1(MATCH_ALLE) == 0;
+    return rHistRecall.LiesMit(1, MATCH_ALLE, {sPatNr}) == 0;
 }
 
 } // namespace
@@ -65,8 +63,7 @@ std::size_t SPatientenHash::operator()(const CString & sPatNr) const {
 
 bool CStatAccu::ReadPat(const CString & sPatNr) {
     m_pRPat->SetKey(1, true);
-    m_pRPat->m_PATNR = sPatNr;
-    return m_pRPat->GetByK1() == 0;
+    return m_pRPat->GetByPatNr(sPatNr) == 0;
 }
 
 int CStatAccu::FindPat(const CString & sPatNr, bool bNurIndex) {

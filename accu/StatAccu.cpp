@@ -71,6 +71,7 @@ void CStatAccu::DeleteMemForTables() {
 // ---- start and end of a run
 
 int CStatAccu::DataSumVorlauf(bool) {
+    CTGO::VergissGebPkt();
     GetMemForTables();
     const int iCode = GetGlobalData(false);
     if (iCode != 0) return iCode;
@@ -124,7 +125,10 @@ bool LiesPool(CStatAccu & accu, const SPool & pool) {
     bool bNeu = true;
     for (const char * pSchluessel : pool.apSchluessel) {
         if (pSchluessel == nullptr) break;
-        if (!accu.GetSelectPoolData(CString(pSchluessel), vTabelle, bNeu)) return false;
+        if (!accu.GetSelectPoolData(CString(pSchluessel), vTabelle, bNeu)) {
+            vTabelle.clear(); // half a table would pass for a whole one the next time
+            return false;
+        }
         bNeu = false;
     }
     if (pool.bGross)
@@ -367,8 +371,6 @@ void CStatAccu::SetArzt(const CString & sMdId) {
 }
 
 CString CStatAccu::ReadArzt(const CString & sAdrNr) {
-    if (sAdrNr.IsEmpty()) return {};
     const CAutoRSet<CTAdr> pAdr;
-    pAdr->m_ADRNR = sAdrNr;
-    return pAdr->GetByK1(MATCH_ALLE) == 0 ? pAdr->MakeFullName(FULLNAME_NAME) : CString();
+    return pAdr->GetByAdrNr(sAdrNr) == 0 ? pAdr->MakeFullName(FULLNAME_NAME) : CString();
 }

@@ -137,6 +137,8 @@ void StammdatenTest::SchreibeBehandler() {
     Schreibe<CTPersonal>({.m_PID = "A", .m_PERSADRNR = "70"});
     Schreibe<CTPersonal>({.m_PID = "B", .m_PERSADRNR = "71"});
     Schreibe<CTPersonal>({.m_PID = "D", .m_PERSADRNR = "79"});
+    Schreibe<CTPersonal>({.m_PID = "E"});
+    Schreibe<CTAdr>({.m_ADRART = "w", .m_PATNAME = "Niemand"});
     Schreibe<CTAdr>(
         {.m_ADRNR = "70", .m_ADRART = "w", .m_PATTITEL = "Dr.", .m_PATVORNAME = "Eva", .m_PATNAME = "Gold"});
     Schreibe<CTAdr>({.m_ADRNR = "71", .m_ADRART = "p", .m_PATNAME = "Patient"_t});
@@ -219,6 +221,8 @@ TEST_F(StammdatenTest, Personenadressen) {
     EXPECT_TRUE(CStatAccu::GetPersAdr(rPersonal, "A"));
     EXPECT_EQ(rPersonal.m_PATVORNAME, "Eva"_t);
     EXPECT_FALSE(CStatAccu::GetPersAdr(rPersonal, "X"));
+    EXPECT_TRUE(CStatAccu::GetPersAdr(rPersonal, "E"));
+    EXPECT_EQ(rPersonal.m_PATNAME, ""_t) << "no number, no address";
     ASSERT_EQ(rPersonal.GetAll(), 0); // ascending from now on
     EXPECT_EQ(rPersonal.m_PID, "A"_t);
 }
@@ -316,7 +320,8 @@ TEST_F(StammdatenTest, FehlendeGebuehrenzeileWirdJedesmalGefragt) {
     }
     Schreibe<CTGO>({.m_GOART = "e", .m_LSTNR = "02", .m_LSTKUERZEL = "V"});
     EXPECT_EQ(m_accu.FindGO("02", 'e'), 0);
-    EXPECT_EQ(m_accu.FindGO("01", 'e'), 1);
+    m_accu.m_rGO.m_LSTNR = "01";
+    EXPECT_EQ(m_accu.FindGO(m_accu.m_rGO.m_LSTNR, 'e'), 1);
 }
 
 TEST_F(StammdatenTest, VonMehrerenZeilenEinesSchluesselsStehtDieErste) {
@@ -414,6 +419,11 @@ TEST_F(StammdatenTest, SelectPoolMitUndOhneUnbekannt) {
     EXPECT_FALSE(m_accu.GetSelectPoolData("q", v, true)); // an entry without key is none
     EXPECT_TRUE(v.empty());
     EXPECT_FALSE(m_accu.GetSelectPoolData("leer", v, false));
+    const auto pSpeicher = ZaehleZugriffe();
+    v.resize(1);
+    pSpeicher->FehlerBei(3);
+    EXPECT_FALSE(m_accu.GetSelectPoolData("p", v, false)) << "a store that fails";
+    EXPECT_EQ(v.size(), 1u);
 }
 
 TEST_F(StammdatenTest, ErsatzlisteAusDemParameterpool) {

@@ -107,8 +107,8 @@ public:
 
     // ---- the life of a run (StatAccu.cpp)
 
-    // Starts a run: record sets, global data, empty tables. 0, or a code of GetGlobalData with the tables as they
-    // were. Twice without DataSumNachlauf leaves the first record sets unfreed. The flag has no effect.
+    // Starts a run: record sets, global data, empty tables; the changed points of services (CTGO) are read anew. 0, or
+    // a code of GetGlobalData with the tables as they were. Twice without DataSumNachlauf leaves the first record sets unfreed. The flag has no effect.
     int DataSumVorlauf(bool bNeu);
     // Ends a run, also one that did not start: frees the record sets.
     void DataSumNachlauf();
@@ -116,7 +116,7 @@ public:
     void GetMemForTables();
     void DeleteMemForTables();
     // Reads the regional factor, the point values and the select-pool tables that are still empty. 0, or 14 to 19 for
-    // the first table that has no entries. The flag has no effect.
+    // the first table that has no entries or could not be read, which is then empty. The flag has no effect.
     int GetGlobalData(bool bNeu);
     // Shows the message of a code: 1, 2, 10 to 19; nothing for any other.
     void DisplayGlobalDataError(int iCode);
@@ -205,7 +205,7 @@ public:
     bool GetGOKuerzelFromTable(const CString & sKuerzel, CChar cGoArt);
 
     // Appends the entries of a select pool, with bNeu to an emptied vector and with an entry "Unbekannt ..." of empty
-    // key behind them. False if vDaten has no entries then.
+    // key behind them. False if vDaten has no entries then, and if the pool could not be read: nothing is appended.
     bool GetSelectPoolData(const CString & sKey, std::vector<CSPData> & vDaten, bool bNeu);
     int FindSelectPoolData(const std::vector<CSPData> & vDaten, const CString & sKey);
     // Loads m_vLstErsatz from group iNr of the parameter pool; always true. The replacement is a row's short code from
@@ -421,7 +421,7 @@ private:
         std::size_t operator()(const CBehErrors & fehler) const;
     };
 
-    bool LiesGO(int iKey, CString CTGO_Fields::*pFeld, const CString & sWert, CChar cGoArt);
+    bool LiesGO(int iKey, const CString & sWert, CChar cGoArt);
     bool RecallOk(const CString & sPatNr, const CString & sArten, const CString & sIntervalle);
     bool NimmKasse();
     void NimmKassenzeilen(const CString & sKuerzel);
