@@ -179,7 +179,7 @@ void CStatAccu::AddError(const CBehHitLine & hit, int iFehler) {
 }
 
 int CStatAccu::FindError(const CBehErrors & fehler) {
-    return m_indexFehler.Finde(m_vBehErrors, fehler, std::identity{});
+    return m_indexFehler.Finde(m_vBehErrors, fehler, std::identity{}, std::identity{});
 }
 
 // Over the fields by which CBehErrors compares.

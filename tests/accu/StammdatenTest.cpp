@@ -359,7 +359,7 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
         [&] { v.insert(v.begin() + Stelle(), Neue()); },
         [&] { v.resize(v.size() + 1); },
         [&] { std::reverse(v.begin(), v.end()); },
-        [&] { std::erase_if(v.Aendernd(), [](const CGOStruct & go) { return go.m_cGoArt == 'p'; }); },
+        [&] { erase_if(v, [](const CGOStruct & go) { return go.m_cGoArt == 'p'; }); },
         [&] {
             v = {Neue(), Neue(), Neue()};
         },
