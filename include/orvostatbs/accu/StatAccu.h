@@ -15,7 +15,7 @@
 // A `Find...` looks in the tables in memory, a `Get...` reads through to the record layer on a miss. A filter, named
 // `...Ok` or `...OK`, takes a value and answers one question; it is true when its section is switched off, reports
 // nothing and calls no other filter. Positions are -1 for none, pointers null. No operation throws; a row that cannot
-// be read counts as absent. An accumulator is used by one thread.
+// be read counts as absent. An accumulator is used by one thread, and there is one run in a process at a time (Faden.h).
 #pragma once
 
 #include "orvostatbs/accu/IndexVektor.h"

@@ -11,6 +11,7 @@
 // when the store failed. A failed Next leaves the fields as they are.
 #pragma once
 
+#include "orvostatbs/host/Faden.h"
 #include "orvostatbs/host/Zeilenspeicher.h"
 
 #include <array>
@@ -197,6 +198,7 @@ public:
 
     // The caller owns the object until ReleaseRSet.
     static T * GetRSet(OPENTYPE eArt, bool bGanz) {
+        orvostat::BeginneNutzung();
         auto & vFrei = Freie();
         std::unique_ptr<T> p;
         if (vFrei.empty()) {
@@ -215,6 +217,7 @@ public:
         p->Init();
         --orvostat::EntlieheneRSets();
         Freie().emplace_back(static_cast<T *>(p));
+        orvostat::BeendeNutzung();
     }
 
 private:
