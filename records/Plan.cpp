@@ -62,5 +62,5 @@ void CPlan::WithLst5orAbschlag(const CBehHitLine & hit) {
 bool CPlan::IsNewPARPlan() const { return IstPar(*this) && m_sPlanDatum >= "20210701"; }
 
 bool CPlan::operator==(const CBehHitLine & hit) const {
-    return orvostat::GleicherSchluessel(PLANNR, hit.PLANNR) && orvostat::GleicherSchluessel(PATNR, hit.PATNR);
+    return orvostat::GleicherSchluessel(PATNR, hit.PATNR) && orvostat::GleicherSchluessel(PLANNR, hit.PLANNR);
 }

@@ -281,7 +281,7 @@ public:
 
 private:
     static constexpr std::size_t KURZ = 32;
-    static constexpr std::size_t NAH = 8;
+    static constexpr std::size_t NAH = 16;
 
     // The index of the elements in one piece of memory.
     struct SFach {
