@@ -110,8 +110,11 @@ int CStatAccu::FindPlan(const std::vector<CPlan> & vPlaene, const CBehHitLine & 
         return CTexte(Schluesseltext(satz.PATNR), Schluesseltext(satz.PLANNR));
     };
     return m_indexPlan.Finde(
-        vPlaene, [&](const CPlan & plan) { return plan == hit; }, Schluessel,
-        [&] { return Schluessel(hit); });
+        vPlaene,
+        [&](const CPlan & plan) { // ==, in the loop
+            return GleicherSchluessel(plan.PATNR, hit.PATNR) && GleicherSchluessel(plan.PLANNR, hit.PLANNR);
+        },
+        Schluessel, [&] { return Schluessel(hit); });
 }
 
 // ---- bills
