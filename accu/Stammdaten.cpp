@@ -12,6 +12,11 @@ using namespace orvostat;
 namespace {
 
 CString Kleintext(CString s) { return s.MakeLower(); }
+// Of a fee row's key.
+std::pair<CString, char> Kleinschluessel(std::pair<CString, char> schluessel) {
+    schluessel.first.MakeLower();
+    return schluessel;
+}
 
 template <class T> int Groesse(const T & v) { return static_cast<int>(v.size()); }
 
@@ -168,17 +173,17 @@ int CStatAccu::FillGOStruct(CTGO * pGO) {
 }
 
 int CStatAccu::FindGO(const CString & sLst, CChar cGoArt) {
-    const int iPos = m_indexGoLst.Finde(m_vGO, {Kleintext(sLst), cGoArt}, [](const CGOStruct & go) {
-        return SGoSchluessel(Kleintext(go.m_sLst), go.m_cGoArt);
-    });
+    const int iPos = m_indexGoLst.Finde(
+        m_vGO, {sLst, cGoArt}, [](const CGOStruct & go) { return SGoSchluessel(go.m_sLst, go.m_cGoArt); },
+        Kleinschluessel);
     if (iPos >= 0) return iPos;
     return GetGOLstFromTable(sLst, cGoArt) ? Groesse(m_vGO) - 1 : -1;
 }
 
 int CStatAccu::FindGOKuerzel(const CString & sKuerzel, CChar cGoArt) {
-    const int iPos = m_indexGoKuerzel.Finde(m_vGO, {Kleintext(sKuerzel), cGoArt}, [](const CGOStruct & go) {
-        return SGoSchluessel(Kleintext(go.m_sKuerzel), go.m_cGoArt);
-    });
+    const int iPos = m_indexGoKuerzel.Finde(
+        m_vGO, {sKuerzel, cGoArt},
+        [](const CGOStruct & go) { return SGoSchluessel(go.m_sKuerzel, go.m_cGoArt); }, Kleinschluessel);
     if (iPos >= 0) return iPos;
     return GetGOKuerzelFromTable(sKuerzel, cGoArt) ? Groesse(m_vGO) - 1 : -1;
 }

@@ -51,6 +51,7 @@ template <class T> void GibFrei(T *& pRSet) {
 } // namespace
 
 void CStatAccu::GetMemForTables() {
+    if (m_pRPat == nullptr) BeginneNutzung();
     LegeAn(m_pRPat);
     LegeAn(m_pRAdr);
     LegeAn(m_pRBeh);
@@ -60,12 +61,14 @@ void CStatAccu::GetMemForTables() {
 }
 
 void CStatAccu::DeleteMemForTables() {
+    const bool bLauf = m_pRPat != nullptr;
     GibFrei(m_pRABefund);
     GibFrei(m_pROrvoKas);
     GibFrei(m_pRVDesc);
     GibFrei(m_pRPat);
     GibFrei(m_pRBeh);
     GibFrei(m_pRAdr);
+    if (bLauf) BeendeNutzung();
 }
 
 // ---- start and end of a run
@@ -183,7 +186,7 @@ void CStatAccu::AddError(const CBehHitLine & hit, int iFehler) {
 }
 
 int CStatAccu::FindError(const CBehErrors & fehler) {
-    return m_indexFehler.Finde(m_vBehErrors, fehler, std::identity{});
+    return m_indexFehler.Finde(m_vBehErrors, fehler, std::identity{}, std::identity{});
 }
 
 // Over the fields by which CBehErrors compares.

@@ -75,7 +75,7 @@ TEST_F(PatientenfilterTest, EachSectionReadsAnEmptySelectionInItsOwnWay) {
     using C = CStatAccu;
     // Switched off; nothing selected, the patient has a value or none; the same value in other case.
     struct SAbschnitt {
-        void (CSelektion::*pSchalte)(const bool &);
+        void (CSelektion::*pSchalte)(bool);
         void (CSelektion::*pWaehle)(const CString &);
         bool (CStatAccu::*pFilter)(const CString &);
         bool bAus, bLeerWert, bLeerLeer, bGross;

@@ -350,6 +350,14 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
         go.m_cGoArt = Wurf(2) == 0 ? 'e' : 'p';
         return go;
     };
+    std::vector<CGOStruct> vVorrat{Neue(), Neue(), Neue(), Neue(), Neue()};
+    std::vector<CGOStruct> * pVergeben = nullptr; // taken when a third of the steps is done
+    const std::function<void()> aVergeben[] = {
+        [&] { pVergeben->push_back(Neue()); },
+        [&] { pVergeben->pop_back(); },
+        [&] { pVergeben->at(Wurf(v.size())).m_sLst = Neue().m_sLst; },
+        [&] { pVergeben->front() = Neue(); },
+    };
     const std::function<void()> aAenderungen[] = {
         [&] { v.push_back(Neue()); }, // always while the table is short
         [&] { v.emplace_back(Neue()); },
@@ -362,9 +370,27 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
         [&] { v.clear(); },
         [&] { v.pop_back(); },
         [&] { v.insert(v.begin() + Stelle(), Neue()); },
+        [&] { v.insert(v.begin() + Stelle(), vVorrat.begin(), vVorrat.end()); },
+        [&] { v.insert(v.cend(), 2, Neue()); },
+        [&] {
+            v.insert(v.begin(), {Neue(), Neue()});
+        },
+        [&] { v.emplace(v.begin() + Stelle(), Neue()); },
+        [&] {
+            v.assign({Neue(), Neue(), Neue(), Neue()});
+        },
+        [&] { v.assign(vVorrat.rbegin(), vVorrat.rend()); },
+        [&] { v.rbegin()->m_sLst = Neue().m_sLst; },
+        [&] { v.data()[1] = Neue(); },
+        [&] { v.swap(vVorrat); },
+        [&] { v.shrink_to_fit(); },
+        [&] { std::ranges::for_each(v, [&](CGOStruct & go) { go.m_cGoArt = Neue().m_cGoArt; }); },
+        [&] {
+            std::sort(v.begin(), v.end(), [](const auto & a, const auto & b) { return a.m_sLst < b.m_sLst; });
+        },
         [&] { v.resize(v.size() + 1); },
         [&] { std::reverse(v.begin(), v.end()); },
-        [&] { std::erase_if(v.Aendernd(), [](const CGOStruct & go) { return go.m_cGoArt == 'p'; }); },
+        [&] { erase_if(v, [](const CGOStruct & go) { return go.m_cGoArt == 'p'; }); },
         [&] {
             v = {Neue(), Neue(), Neue()};
         },
@@ -386,7 +412,9 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
         return it == v.Lesend().end() ? -1 : static_cast<int>(it - v.Lesend().begin());
     };
     for (int i = 0; i < 4000; ++i) {
+        if (i == 1300) pVergeben = &static_cast<std::vector<CGOStruct> &>(v);
         aAenderungen[v.Lesend().size() < 3 ? 0 : Wurf(std::size(aAenderungen))]();
+        if (pVergeben != nullptr && v.size() > 2) aVergeben[Wurf(std::size(aVergeben))]();
         if (i % 3 == 0) continue;
         for (const CString & sText : vTexte)
             for (const char cArt : {'e', 'p', 'x'}) {

@@ -5,6 +5,7 @@
 #include <random>
 #include <set>
 #include <string_view>
+#include <thread>
 #include <tuple>
 
 namespace {
@@ -157,6 +158,29 @@ TEST_F(StatAccuTest, GescheiterterVorlaufLaesstDieTabellenStehen) {
     EXPECT_EQ(Recordsets(m_accu), 6);
     EXPECT_TRUE(m_rekorder.m_vPrompts.empty());
 }
+
+#ifndef NDEBUG
+TEST_F(StatAccuTest, EinZweiterFadenNebenEinemLaufMeldetSich) {
+    const auto Zweiter = [] {
+        std::thread([] {
+            const CAutoRSet<CTAdr> adr;
+            CStatAccu accu;
+            accu.GetMemForTables();
+            accu.DataSumNachlauf();
+        }).join();
+    };
+    {
+        const CAutoRSet<CTAdr> adr;
+        EXPECT_DEATH(Zweiter(), "a second thread");
+        m_accu.GetMemForTables();
+    }
+    EXPECT_DEATH(Zweiter(), "one run in a process at a time");
+    m_accu.DataSumNachlauf();
+    m_accu.DataSumNachlauf();
+    Zweiter();
+    const CAutoRSet<CTAdr> adr;
+}
+#endif
 
 TEST_F(StatAccuTest, JederFehlendePoolHatSeinenCode) {
     const struct {

@@ -16,6 +16,7 @@
 // meets rows that carry none.
 #pragma once
 
+#include "orvostatbs/host/Faden.h"
 #include "orvostatbs/host/Zeilenspeicher.h"
 
 #include <array>
@@ -214,6 +215,7 @@ public:
 
     // The caller owns the object until ReleaseRSet.
     static T * GetRSet(OPENTYPE eArt, bool bGanz) {
+        orvostat::BeginneNutzung();
         auto & vFrei = Freie();
         std::unique_ptr<T> p;
         if (vFrei.empty()) {
@@ -232,6 +234,7 @@ public:
         p->Init();
         --orvostat::EntlieheneRSets();
         Freie().emplace_back(static_cast<T *>(p));
+        orvostat::BeendeNutzung();
     }
 
 private:
