@@ -40,6 +40,12 @@ bool NurZiffern(const CString & s, int iStellen) {
     return s.GetLength() == iStellen && std::ranges::all_of(CSicht(s).Text(), ismxdigit);
 }
 
+// The date at a place of a stored value; empty where there is none.
+CString Datum(const CString & sWert, int iStelle) {
+    const CString s = sWert.Mid(iStelle, LAENGE_DATUM);
+    return NurZiffern(s, LAENGE_DATUM) ? s : CString();
+}
+
 CString MandantKey(const CString & sMandant) { return RightFix(sMandant, LAENGE_MANDANT); }
 
 bool GleicherMandant(const CString & sA, const CString & sB) { return MandantKey(sA) == MandantKey(sB); }
@@ -387,21 +393,21 @@ void CHVMCf::LiesUrZeilen(const CString & sVorsatz, const CString & sMandant, F 
         const CString sMandantDerZeile = sKuerzel.Mid(STELLE_MANDANT, LAENGE_MANDANT);
         if (!GleicherMandant(sMandantDerZeile, sMandant)) return;
         const CString sJahr = sKuerzel.Mid(STELLE_JAHR, LAENGE_JAHR);
-        if (NurZiffern(sJahr, LAENGE_JAHR)) fUebernimm(UrParam(sMandantDerZeile, sJahr), m_ParPool.m_WERT);
+        if (NurZiffern(sJahr, LAENGE_JAHR)) fUebernimm(sMandantDerZeile, sJahr, m_ParPool.m_WERT);
     }
 }
 
 bool CHVMCf::ReadUr(const CString & sMandant) {
-    LiesUrZeilen("ur-", sMandant, [](CHVMUrParam & ur, const CString & sWert) {
-        const auto Datum = [&](int iAb) {
-            const CString s = sWert.Mid(iAb, LAENGE_DATUM);
-            return NurZiffern(s, LAENGE_DATUM) ? s : CString();
-        };
-        const std::pair urlaub(Datum(0), Datum(LAENGE_DATUM));
-        if (urlaub != std::pair<CString, CString>()) ur.m_vUrlaub.push_back(urlaub);
-    });
+    LiesUrZeilen("ur-", sMandant,
+                 [this](const CString & sEigner, const CString & sJahr, const CString & sWert) {
+                     const CString sVon = Datum(sWert, 0);
+                     if (sVon.IsEmpty()) return; // before every day: the owner would never have worked
+                     UrParam(sEigner, sJahr).m_vUrlaub.emplace_back(sVon, Datum(sWert, LAENGE_DATUM));
+                 });
     LiesUrZeilen("at-", sMandant,
-                 [](CHVMUrParam & ur, const CString & sWert) { LiesFlags(sWert, ur.m_abArbeitstag); });
+                 [this](const CString & sEigner, const CString & sJahr, const CString & sWert) {
+                     LiesFlags(sWert, UrParam(sEigner, sJahr).m_abArbeitstag);
+                 });
     return true;
 }
 

@@ -105,8 +105,8 @@ struct CHVMUrParam {
     CString m_sMandant;
     CString m_sJahr;                                                       // YYYY0101; others are not written
     bool m_abArbeitstag[7] = {true, true, true, true, true, false, false}; // Monday first
-    std::vector<std::pair<CString, CString>>
-        m_vUrlaub; // from and to, YYYYMMDD; empty where the row has no date
+    // From and to, YYYYMMDD; an end that is no date is empty.
+    std::vector<std::pair<CString, CString>> m_vUrlaub;
 
     friend bool operator==(const CHVMUrParam &, const CHVMUrParam &) = default;
 };
@@ -117,11 +117,12 @@ struct CHVMUrParam {
 // change over with what stood before it:
 //
 //   CMxGruppe gruppe(dbDatabase);
+//   if (!gruppe.Offen()) return false; // somebody else is writing, or the store fails
 //   CHVMCf cf;
 //   cf.ReadEi(), cf.ReadLs();
 //   cf.m_bKCHMitIP = true;
 //   cf.WriteParPool();
-//   const bool bGeaendert = gruppe.Beende(cf.Gespeichert());
+//   return gruppe.Beende(cf.Gespeichert());
 //
 // An owner's id may be given in any width; keys hold its last two places, filled up with a blank at the left.
 //
@@ -165,7 +166,7 @@ public:
     // Appends the owner's 17 pots, those without rows with the values of a fresh one. Always true.
     bool ReadBg(const CString & sMandant);
     // Appends the owner's years; vacations of a year that is there already are added to it. Passed over are rows
-    // whose year has not four digits, and vacations without any date of eight. Always true.
+    // whose year has not four digits, and vacations whose first day has not eight. Always true.
     bool ReadUr(const CString & sMandant);
     // The services, replacing m_vLeistungen; those of one character are passed over. Always true.
     bool ReadLs();
