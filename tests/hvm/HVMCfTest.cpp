@@ -494,8 +494,7 @@ TEST_P(HVMCfSpeicher, EinFehlerAnJederStelleLaesstAlteOderNeueReihen) {
     for (const auto & fall : aFaelle) {
         int iStelle = 0;
         int iAlt = 0;
-        bool bGelungen = true;
-        for (bool bFehler = true; bFehler;) { // until it does not come any more
+        for (bool bFehler = true, bGelungen = true; bFehler;) { // until it does not come any more
             dbDatabase.Verbinde(pDarunter);
             if (bGelungen) Schreibe(fall.vVorher);
             dbDatabase.Verbinde(pFehler);
@@ -517,10 +516,8 @@ TEST_F(HVMCf, EinAbbruchDesProzessesLaesstAlteOderNeueReihen) {
     Verbinde(Sqlite(m_verzeichnis));
     Schreibe(ALT);
     Verbinde(nullptr);
-    bool bGelungen = false;
-    int iStelle = 0;
-    while (!bGelungen) {
-        ++iStelle;
+    int iStelle = 1;
+    for (bool bGelungen = false; !bGelungen; ++iStelle) {
         const pid_t kind = fork();
         ASSERT_GE(kind, 0);
         if (kind == 0) {
