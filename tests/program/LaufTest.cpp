@@ -562,7 +562,7 @@ TEST_F(CLaufImSpeicher, NoOperationFailsWithoutAWord) {
     const auto pSpeicher = std::make_shared<CMemorySpeicher>();
     const auto pFehler = std::make_shared<CFehlerspeicher>(pSpeicher);
     ASSERT_EQ(ErzeugeMuster(*pSpeicher, {.iPatienten = 3, .iJahre = 1}), ZEILE_OK);
-    std::pair<CString, std::size_t> soll, ist; // sum and invoices
+    std::tuple<CString, std::size_t, std::size_t> soll, ist; // sum, invoices, kinds of services
     int iAlle = 0;
     for (int i = 0; i <= iAlle && !HasFailure(); ++i) {
         SCOPED_TRACE("operation " + std::to_string(i));
@@ -573,12 +573,12 @@ TEST_F(CLaufImSpeicher, NoOperationFailsWithoutAWord) {
         CLauf lauf(accu, {.bErsatz = true, .bKassenanteil = true, .bNebenakten = true});
         pFehler->FehlerBei(i);
         EXPECT_EQ(i > 0 ? lauf.Laufe() : ELauf::Unlesbar, ELauf::Unlesbar);
-        if (i % 10 != 0) continue;
+        if (i > 200 && i % 10 != 0) continue; // master data are read first
         EXPECT_EQ(lauf.Laufe(), ELauf::Fertig);
         CDBetrag summe(0.0, 'e');
         for (const CBehHitLine & hit : accu.m_vBehHits)
             summe += hit.BETRAG;
-        ist = {summe.ToExt(0, false), accu.m_vRechHits.size()};
+        ist = {summe.ToExt(0, false), accu.m_vRechHits.size(), accu.m_vSpGoStat.size()};
         EXPECT_EQ(ist, i == 0 ? soll = ist : soll);
         if (i == 0) iAlle = pFehler->Operationen();
     }
