@@ -38,8 +38,9 @@ CPraxis::~CPraxis() { Verbinde(nullptr); }
 void VerweigereNachLesefehler(const std::string & sFolge) {
     if (dbDatabase.Fehlschlaege() + dbDatabaseRO.Fehlschlaege() == 0) return;
     const std::string sGrund = Fehlergrund(dbDatabaseRO.Speicher().get());
-    Verweigere("UNVOLLSTÄNDIG. Die Datei ist nicht vollständig lesbar" + (sGrund.empty() ? "" : ": " + sGrund) +
-               ". " + sFolge + "\"orvostat check\" zeigt die Schäden.");
+    Verweigere("UNVOLLSTÄNDIG. Die Datei ist nicht vollständig lesbar" +
+               (sGrund.empty() ? "" : ": " + sGrund) + ". " + sFolge +
+               "\"orvostat check\" zeigt die Schäden.");
 }
 
 void VerweigereFehlendes(const std::string & sMeldung) {
