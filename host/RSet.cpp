@@ -20,6 +20,7 @@ CMxDatabase::~CMxDatabase() = default;
 void CMxDatabase::Verbinde(std::shared_ptr<CZeilenspeicher> pSpeicher) {
     m_mapSelectPool.clear();
     m_pSpeicher = std::move(pSpeicher);
+    m_iFehlschlaege = 0;
     Geaendert();
 }
 
@@ -45,12 +46,20 @@ int CMxDatabase::SelectPool(const CString & sKey, std::vector<SSelectPool *> & v
     return ZEILE_OK;
 }
 
-int CMxDatabase::Beginne() { return m_bNurLesen || !m_pSpeicher ? ZEILE_VERWEIGERT : m_pSpeicher->Beginne(); }
+int CMxDatabase::Beginne() {
+    return m_bNurLesen || !m_pSpeicher ? ZEILE_VERWEIGERT : Zaehle(m_pSpeicher->Beginne());
+}
 
 int CMxDatabase::Beende(bool bUebernehmen) {
     if (m_bNurLesen || !m_pSpeicher) return ZEILE_VERWEIGERT;
     Geaendert();
-    return m_pSpeicher->Beende(bUebernehmen);
+    return Zaehle(m_pSpeicher->Beende(bUebernehmen));
+}
+
+std::int64_t CMxDatabase::Zeilenzahl(const STabelle & tabelle) {
+    const std::int64_t iZeilen = m_pSpeicher ? m_pSpeicher->Zeilenzahl(tabelle) : 0;
+    if (iZeilen < 0) Zaehle(ZEILE_FEHLER);
+    return iZeilen;
 }
 
 bool GetSPEntries(const CString & sKey, std::vector<SSelectPool *> & vEintraege) {
@@ -252,7 +261,7 @@ int CMxRSet::First() {
     m_pSpeicher = m_pDb->Speicher();
     if (!m_menge.bOffen || !m_pSpeicher) return ZEILE_KEINE;
     m_pWeg = m_pSpeicher->Oeffne(Tabelle(), m_menge.bereich);
-    m_iZustand = m_pWeg ? Schritt() : ZEILE_FEHLER;
+    m_iZustand = m_pWeg ? Schritt() : m_pDb->Zaehle(ZEILE_FEHLER);
     // One row that cannot be changed needs its walk no longer, and a store may hold locks for a walk.
     if (m_menge.bEineZeile && m_pDb->NurLesen()) m_pWeg.reset();
     return m_iZustand;
@@ -264,7 +273,7 @@ int CMxRSet::Schritt() {
     const bool bFilter = m_menge.fFilter || !m_menge.vWeitereTeile.empty();
     const int iErgebnis = bFilter ? SchrittMitFilter() : m_pWeg->Naechste(Felder());
     if (iErgebnis == ZEILE_OK) NachLesen();
-    return iErgebnis;
+    return m_pDb->Zaehle(iErgebnis);
 }
 
 // A filter looks at the fields, so the row that is left when the set ends has to be put back.
@@ -298,7 +307,7 @@ int CMxRSet::WriteRec() {
     if (m_pDb->NurLesen() || !pSpeicher) return ZEILE_VERWEIGERT;
     VorZugriff();
     CMxDatabase::Geaendert();
-    return pSpeicher->Schreibe(Tabelle(), Werte());
+    return m_pDb->Zaehle(pSpeicher->Schreibe(Tabelle(), Werte()));
 }
 
 int CMxRSet::RewriteRec() {
@@ -306,14 +315,14 @@ int CMxRSet::RewriteRec() {
     if (m_iZustand != ZEILE_OK) return m_iZustand;
     VorZugriff();
     CMxDatabase::Geaendert();
-    return m_pWeg->Ersetze(Werte());
+    return m_pDb->Zaehle(m_pWeg->Ersetze(Werte()));
 }
 
 int CMxRSet::DeleteRec() {
     if (m_pDb->NurLesen()) return ZEILE_VERWEIGERT;
     if (m_iZustand != ZEILE_OK) return m_iZustand;
     CMxDatabase::Geaendert();
-    const int iErgebnis = m_pWeg->Loesche();
+    const int iErgebnis = m_pDb->Zaehle(m_pWeg->Loesche());
     if (iErgebnis == ZEILE_OK) Next();
     return iErgebnis;
 }

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -426,6 +427,45 @@ TEST_P(RSetTest, AFailureOfTheStoreIsNeitherARowNorTheEnd) {
     EXPECT_EQ(Alle(beh, beh.GetAll(), beh.m_LSTNR), "ab!") << "the third row";
     EXPECT_EQ(beh.Delete(), ZEILE_FEHLER);
     EXPECT_EQ(Alle(beh, beh.First(), beh.m_LSTNR), "abcdefg") << "the store goes on";
+}
+
+// Every kind of operation is counted where it fails, on its handle; neither an end nor a refusal is.
+TEST_P(RSetTest, AHandleCountsWhatFails) {
+    SchreibeSieben();
+    CTBeh beh(dbDatabase), eine = Beh(dbDatabase, "1", "", "a");
+    const std::tuple<const char *, int, std::function<void()>> aFaelle[] = {
+        {"opening", 1, [&] { beh.GetAll(); }},
+        {"stepping", 2, [&] { beh.GetAll(); }},
+        {"stepping on with a filter", 3, [&] { eine.GetByK1(MATCH_ALLE), eine.Next(); }},
+        {"rewriting", 3, [&] { beh.GetAll(), beh.RewriteRec(); }},
+        {"deleting", 3, [&] { beh.GetAll(), beh.Delete(); }},
+        {"writing", 1, [&] { beh.Write(); }},
+        {"beginning", 1, [&] { dbDatabase.Beginne(); }},
+        {"ending", 2, [&] { dbDatabase.Beginne(), dbDatabase.Beende(true); }},
+        {"counting", 1, [&] { EXPECT_EQ(dbDatabase.Zeilenzahl(beh.Tabelle()), -1); }}};
+    std::uint64_t iSoll = 0;
+    for (const auto & [pWas, iFehler, fTut] : aFaelle) {
+        m_pFehler->FehlerBei(iFehler);
+        fTut();
+        EXPECT_EQ(dbDatabase.Fehlschlaege(), ++iSoll) << pWas;
+    }
+    EXPECT_EQ(AlleBeh(), "abcdefg");
+    EXPECT_EQ(CTBeh(dbDatabaseRO).Write(), ZEILE_VERWEIGERT);
+    EXPECT_EQ(dbDatabaseRO.Fehlschlaege(), 0u);
+    dbDatabase.Verbinde(m_pFehler);
+    EXPECT_EQ(dbDatabase.Fehlschlaege(), 0u);
+}
+
+TEST_P(RSetTest, AGroupStaysOnlyIfItIsTakenOver) {
+    for (const bool bUebernehmen : {false, true}) {
+        SchreibePool("53", "vorher", "1");
+        CMxGruppe gruppe(dbDatabase);
+        SchreibePool("53", "neu", "2");
+        EXPECT_EQ(gruppe.Beende(bUebernehmen), bUebernehmen);
+        EXPECT_FALSE(gruppe.Offen() || gruppe.Beende(true));
+    }
+    CTParPool pool(dbDatabaseRO);
+    EXPECT_EQ(Gelesen(pool), "211");
 }
 
 TEST_P(RSetTest, DeletingTellsWhenNotAllIsGone) {

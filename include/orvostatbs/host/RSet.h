@@ -26,12 +26,17 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 struct SSelectPool;
 
 // A handle on the practice's database. The two global ones share a store or have one each; who attaches a store
 // decides. Without a store every read finds no row and every write is refused.
+//
+// A look-up that the store could not answer reads like one that found nothing, and the statistics go on. So the handle
+// counts what has failed: who presents a result as whole, or writes back what he has read, compares Fehlschlaege
+// with what it was before he began to read.
 class CMxDatabase {
 public:
     explicit CMxDatabase(bool bNurLesen);
@@ -39,7 +44,8 @@ public:
     CMxDatabase(const CMxDatabase &) = delete;
     CMxDatabase & operator=(const CMxDatabase &) = delete;
 
-    // Attaches a store, or none. The former store's walks must have ended; its select-pool entries end here.
+    // Attaches a store, or none. The former store's walks must have ended; its select-pool entries end here, and
+    // Fehlschlaege begins anew.
     void Verbinde(std::shared_ptr<orvostat::CZeilenspeicher> pSpeicher);
     [[nodiscard]] const std::shared_ptr<orvostat::CZeilenspeicher> & Speicher() const { return m_pSpeicher; }
     // A read-only handle refuses every write, whatever its store could do.
@@ -51,6 +57,18 @@ public:
     // derived from rows and remembered is still good while it stays the same.
     [[nodiscard]] static std::uint64_t Stand() { return s_iStand; }
     static void Geaendert() { ++s_iStand; }
+    // How many operations of the attached store and of its walks have failed through this handle, reads and writes;
+    // the end of a set is no failure, nor is a refused write.
+    [[nodiscard]] std::uint64_t Fehlschlaege() const { return m_iFehlschlaege; }
+    // Counts the result of such an operation if it is a failure, and gives it back.
+    int Zaehle(int iErgebnis) {
+        if (iErgebnis != orvostat::ZEILE_OK && iErgebnis != orvostat::ZEILE_KEINE &&
+            iErgebnis != orvostat::ZEILE_VERWEIGERT)
+            ++m_iFehlschlaege;
+        return iErgebnis;
+    }
+    // The number of rows of a table; 0 without a store, -1 if it failed.
+    [[nodiscard]] std::int64_t Zeilenzahl(const orvostat::STabelle & tabelle);
 
     // Reads the entries of one select pool in their order: 0, 1 if there are none (also for an empty key), another
     // value and no entries if the store failed. The handle owns them until its store is detached, and gives the same
@@ -59,6 +77,7 @@ public:
 
 private:
     bool m_bNurLesen;
+    std::uint64_t m_iFehlschlaege = 0;
     std::shared_ptr<orvostat::CZeilenspeicher> m_pSpeicher;
     // By pool all entries ever given, those of the last reading first and in their order.
     std::map<CString, std::vector<std::unique_ptr<SSelectPool>>> m_mapSelectPool;
@@ -67,6 +86,26 @@ private:
 
 extern CMxDatabase dbDatabase;   // reads and writes
 extern CMxDatabase dbDatabaseRO; // reads only
+
+// A group of writes of a handle for the life of the object: unless Beende has taken them over, none of them stays.
+class CMxGruppe {
+public:
+    explicit CMxGruppe(CMxDatabase & db) : m_db(db), m_bOffen(db.Beginne() == orvostat::ZEILE_OK) {}
+    ~CMxGruppe() { Beende(false); }
+    CMxGruppe(const CMxGruppe &) = delete;
+    CMxGruppe & operator=(const CMxGruppe &) = delete;
+    // False where the store could not begin it, and after its end.
+    [[nodiscard]] bool Offen() const { return m_bOffen; }
+    // Ends the group, once. True if the writes were to stay and do, as far as the groups around this one let them.
+    bool Beende(bool bUebernehmen) {
+        return std::exchange(m_bOffen, false) && m_db.Beende(bUebernehmen) == orvostat::ZEILE_OK &&
+               bUebernehmen;
+    }
+
+private:
+    CMxDatabase & m_db;
+    bool m_bOffen;
+};
 
 // How a read by key takes the key fields.
 enum MatchMode : int {
