@@ -385,6 +385,8 @@ CHVMUrParam & CHVMCf::UrParam(const CString & sMandant, const CString & sJahr) {
     return ur;
 }
 
+// Rows whose key is not of the stored form are left alone, here and in writing: read, they would come back beside their
+// copies, once more with each write.
 template <class F>
 void CHVMCf::LiesUrZeilen(const CString & sVorsatz, const CString & sMandant, F fUebernimm) {
     SetzeSchluessel(sVorsatz + MandantKey(sMandant));
@@ -393,20 +395,24 @@ void CHVMCf::LiesUrZeilen(const CString & sVorsatz, const CString & sMandant, F 
         const CString sMandantDerZeile = sKuerzel.Mid(STELLE_MANDANT, LAENGE_MANDANT);
         if (!GleicherMandant(sMandantDerZeile, sMandant)) return;
         const CString sJahr = sKuerzel.Mid(STELLE_JAHR, LAENGE_JAHR);
-        if (NurZiffern(sJahr, LAENGE_JAHR)) fUebernimm(sMandantDerZeile, sJahr, m_ParPool.m_WERT);
+        const CString sNummer = sKuerzel.Mid(STELLE_JAHR + LAENGE_JAHR);
+        if (NurZiffern(sJahr, LAENGE_JAHR)) fUebernimm(sMandantDerZeile, sJahr, sNummer, m_ParPool.m_WERT);
     }
 }
 
 bool CHVMCf::ReadUr(const CString & sMandant) {
     LiesUrZeilen("ur-", sMandant,
-                 [this](const CString & sEigner, const CString & sJahr, const CString & sWert) {
+                 [this](const CString & sEigner, const CString & sJahr, const CString & sNummer,
+                        const CString & sWert) {
                      const CString sVon = Datum(sWert, 0);
-                     if (sVon.IsEmpty()) return; // before every day: the owner would never have worked
+                     // an empty first day is before every day: the owner would never have worked
+                     if (sVon.IsEmpty() || !NurZiffern(sNummer, 1) || Zahl(sNummer) >= MAX_URLAUBE) return;
                      UrParam(sEigner, sJahr).m_vUrlaub.emplace_back(sVon, Datum(sWert, LAENGE_DATUM));
                  });
     LiesUrZeilen("at-", sMandant,
-                 [this](const CString & sEigner, const CString & sJahr, const CString & sWert) {
-                     LiesFlags(sWert, UrParam(sEigner, sJahr).m_abArbeitstag);
+                 [this](const CString & sEigner, const CString & sJahr, const CString & sNummer,
+                        const CString & sWert) {
+                     if (sNummer.IsEmpty()) LiesFlags(sWert, UrParam(sEigner, sJahr).m_abArbeitstag);
                  });
     return true;
 }
@@ -415,21 +421,18 @@ bool CHVMCf::WriteUr() {
     return std::ranges::all_of(m_vUrParam, [this](const CHVMUrParam & ur) { return WriteUrJahr(ur); });
 }
 
-// Whatever begins like the year's keys has been read as the year's, so it goes: a row left over would come back with
-// the next read, beside its copy.
 bool CHVMCf::WriteUrJahr(const CHVMUrParam & ur) {
     const CString sJahr = ur.m_sJahr.Left(LAENGE_JAHR);
     if (!NurZiffern(sJahr, LAENGE_JAHR)) return true; // no key can hold it
     const CString sKey = MandantKey(ur.m_sMandant) + sJahr;
-    const CString sAtKey = CString("at-") + sKey;
-    const CString sUrKey = CString("ur-") + sKey;
-    if (!DeleteParPoolAll(sAtKey) || !Schreibe(sAtKey, FlagsWert(ur.m_abArbeitstag)) ||
-        !DeleteParPoolAll(sUrKey))
-        return false;
-    int i = 0;
-    for (const auto & [sVon, sBis] : ur.m_vUrlaub | std::views::take(MAX_URLAUBE))
-        if (!Schreibe(sUrKey + itoc(i++), LeftFix(sVon, LAENGE_DATUM) + LeftFix(sBis, LAENGE_DATUM)))
-            return false;
+    if (!Ersetze(CString("at-") + sKey, FlagsWert(ur.m_abArbeitstag))) return false;
+    for (int i = 0; i < MAX_URLAUBE; ++i) {
+        const CString sUrKey = CString("ur-") + sKey + itoc(i);
+        if (!DeleteParPool(sUrKey)) return false;
+        if (static_cast<std::size_t>(i) >= ur.m_vUrlaub.size()) continue;
+        const auto & [sVon, sBis] = ur.m_vUrlaub[static_cast<std::size_t>(i)];
+        if (!Schreibe(sUrKey, LeftFix(sVon, LAENGE_DATUM) + LeftFix(sBis, LAENGE_DATUM))) return false;
+    }
     return true;
 }
 
