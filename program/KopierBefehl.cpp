@@ -2,6 +2,7 @@
 
 #include "Datenbank.h"
 #include "Praxis.h"
+#include "Pruefung.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Tabellen.h"
@@ -24,9 +25,27 @@ void KopiereUndVergleiche(CZeilenspeicher & von, CZeilenspeicher & nach, const S
         Verweigere(std::string("Die Kopie der Tabelle ") + tabelle.pName + " gleicht dem Original nicht.");
 }
 
+// Rows reach the copy by way of texts that hold less than the file does.
+void VerweigereVerluste(CSqliteSpeicher & quelle) {
+    std::int64_t iTexte = 0;
+    std::string sErster;
+    for (const STabelle * pTabelle : AlleTabellen()) {
+        const auto Zaehle = [&](CWerte vZeile, std::size_t iSpalte) {
+            if (iTexte++ == 0)
+                sErster = Zeilenname(*pTabelle, vZeile) + ' ' + pTabelle->vSpalten[iSpalte].pName;
+        };
+        if (!quelle.SucheVerluste(*pTabelle, Zaehle))
+            Verweigere(std::string("Die Tabelle ") + pTabelle->pName + " lässt sich nicht lesen.");
+    }
+    if (iTexte > 0)
+        Verweigere("Die Kopie verlöre Zeichen, die Windows-1252 fehlen, in " + std::to_string(iTexte) +
+                   (iTexte == 1 ? " Text: " : " Texten, zuerst in: ") + sErster + ".");
+}
+
 void KopierePraxis(const std::string & sQuelle, const std::string & sZiel) {
     const auto pQuelle = OeffneSpeicher(sQuelle, EModus::Lesen);
     CNeueDatei ziel(sZiel, false);
+    VerweigereVerluste(*pQuelle);
     if (ziel.Speicher().Beginne() != ZEILE_OK) Verweigere("Die Kopie lässt sich nicht schreiben.");
     OrvoOpenProgressBox(0, 0, "Praxisdatei wird kopiert ..."_t);
     const auto vTabellen = AlleTabellen();

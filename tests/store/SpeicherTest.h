@@ -45,7 +45,7 @@ int Schreibe(CZeilenspeicher & speicher, const CString & sNummer, const CString 
 class CPatientenweg {
 public:
     explicit CPatientenweg(CZeilenspeicher & speicher, const SBereich & bereich = {});
-    int Naechste() { return m_pWeg->Naechste(m_vZeiger); }
+    int Naechste() { return m_pWeg ? m_pWeg->Naechste(m_vZeiger) : static_cast<int>(ZEILE_FEHLER); }
     int Loesche() { return m_pWeg->Loesche(); }
     int Ersetze() { return m_pWeg->Ersetze({m_vZeiger.data(), m_vZeiger.size()}); }
     // The numbers of all rows ahead.

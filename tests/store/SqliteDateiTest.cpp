@@ -287,9 +287,10 @@ TEST_F(SqliteDateiTest, ACrashInAGroupLeavesTheFormerRows) {
     ASSERT_EQ(iStatus, 0);
     ASSERT_EQ(m_verzeichnis.Inhalt(), (std::vector<std::string>{"praxis.db", "praxis.db-journal"}));
     EXPECT_EQ(Oeffne(EModus::Lesen), nullptr);
-    EXPECT_EQ(m_sMeldung.Utf8(),
-              "Die Datei \"" + m_sDatei +
-                  "\" trägt noch eine unterbrochene Änderung; öffnen Sie sie einmal zum Schreiben.");
+    EXPECT_EQ(
+        m_sMeldung.Utf8(),
+        "Die Datei \"" + m_sDatei +
+            "\" trägt noch eine unterbrochene Änderung; wer sie zum Schreiben öffnet, nimmt diese zurück.");
     EXPECT_EQ(Nummern(*Oeffne(EModus::Schreiben)), "         1");
     EXPECT_EQ(Nummern(*Oeffne(EModus::Lesen)), "         1");
     EXPECT_EQ(m_verzeichnis.Inhalt(), std::vector<std::string>{"praxis.db"});
