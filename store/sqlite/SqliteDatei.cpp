@@ -33,6 +33,13 @@ CVerbindung Verbinde(const std::string & sPfad, int iArt, int iGeduld) {
     return pVerbindung;
 }
 
+int Systemfehler(sqlite3 * p) {
+    int iErrno = 0;
+    if (sqlite3_file_control(p, "main", SQLITE_FCNTL_LAST_ERRNO, &iErrno) == SQLITE_OK && iErrno != 0)
+        return iErrno;
+    return sqlite3_system_errno(p);
+}
+
 std::unique_ptr<CSqliteDatei> CSqliteDatei::Zweite() const {
     CVerbindung pZweite = Verbinde(sqlite3_db_filename(Verbindung(), "main"), SQLITE_OPEN_READONLY, 0);
     int iBewegt = 1;
@@ -46,7 +53,7 @@ std::unique_ptr<CSqliteDatei> CSqliteDatei::Zweite() const {
 int CSqliteDatei::Fehler() noexcept {
     // SQLite has no words of its own for a file that has reached the user's limit.
     const bool bGrenze =
-        (sqlite3_errcode(Verbindung()) & 0xFF) == SQLITE_IOERR && sqlite3_system_errno(Verbindung()) == EFBIG;
+        (sqlite3_errcode(Verbindung()) & 0xFF) == SQLITE_IOERR && Systemfehler(Verbindung()) == EFBIG;
     try {
         m_sFehler = bGrenze ? "file too large" : sqlite3_errmsg(Verbindung());
     } catch (const std::bad_alloc &) {

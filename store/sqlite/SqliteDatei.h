@@ -38,6 +38,9 @@ using CLesung = std::unique_ptr<sqlite3_stmt, SRuecksteller>;
 // why. It waits so many milliseconds for another program's lock.
 [[nodiscard]] CVerbindung Verbinde(const std::string & sPfad, int iArt, int iGeduld);
 
+// The errno behind SQLite's last failure to read, write or open; 0 where it knows none.
+[[nodiscard]] int Systemfehler(sqlite3 * p);
+
 // Where a row lies in its table.
 struct SPlatz {
     std::int64_t iLfd = 0;

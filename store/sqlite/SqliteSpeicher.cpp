@@ -115,7 +115,7 @@ CGrund PruefeDatei(const fs::path & pfad) {
 // What SQLite's last result means for the user.
 CString Grund(const CSqliteDatei & datei, const CString & sWas) {
     const int iErgebnis = sqlite3_extended_errcode(datei.Verbindung());
-    const int iErrno = sqlite3_system_errno(datei.Verbindung());
+    const int iErrno = Systemfehler(datei.Verbindung());
     switch (iErgebnis & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
@@ -316,7 +316,7 @@ bool CSqliteSpeicher::SucheVerluste(const STabelle & tabelle,
     int iErgebnis = SQLITE_ERROR;
     while (pAnweisung && (iErgebnis = sqlite3_step(pAnweisung.get())) == SQLITE_ROW) {
         for (std::size_t i = 0; i < vTexte.size(); ++i)
-            if (!LiesText(pAnweisung.get(), static_cast<int>(i), vTexte[i])) return false;
+            if (!LiesText(pAnweisung.get(), static_cast<int>(i), vTexte[i])) return m_pDatei->Fehler(), false;
         for (std::size_t i = 0; i < vTexte.size(); ++i)
             if (const std::string_view s = Bytes(pAnweisung.get(), i); !IstAscii(s) && vTexte[i].Utf8() != s)
                 fVerlust(vZeile, i);

@@ -5,10 +5,11 @@
 
 #include "orvostatbs/host/Tabellen.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
-#include <iterator>
+#include <sstream>
 
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -19,7 +20,9 @@ namespace {
 
 std::string Bytes(const std::string & sDatei) {
     std::ifstream ein(sDatei, std::ios::binary);
-    return {std::istreambuf_iterator<char>(ein), {}};
+    std::ostringstream s;
+    s << ein.rdbuf();
+    return s.str();
 }
 
 class SqliteDateiTest : public CSqliteTest {
@@ -57,6 +60,9 @@ TEST_F(SqliteDateiTest, RefusesWhatIsNoPracticeAndLeavesItAsItWas) {
          "ist ein Verzeichnis."},
         {"a pipe", Anders([](const std::string & s) { ASSERT_EQ(mkfifo(s.c_str(), 0600), 0); }),
          "ist keine gewöhnliche Datei."},
+        {"a file whose bytes cannot be read",
+         Anders([](const std::string & s) { std::filesystem::create_symlink("/proc/self/mem", s); }),
+         "lässt sich nicht lesen: der Datenträger meldet einen Fehler."},
         {"an empty file", Anders([](const std::string & s) { std::ofstream aus(s); }),
          "ist keine Datenbank."},
         {"a text", Anders([](const std::string & s) { std::ofstream(s) << std::string(5000, 'x'); }),
@@ -131,6 +137,46 @@ TEST_F(SqliteDateiTest, RefusesALockedFileUntilItIsFree) {
     }
     EXPECT_TRUE(Oeffne(EModus::Lesen));
     EXPECT_EQ(m_sMeldung, CString());
+}
+
+// The system refuses SQLite what it has allowed us.
+TEST_F(SqliteDateiTest, TellsAFailureOfTheSystemFromAMissingRight) {
+    Mache();
+    static int s_iErrno;
+    sqlite3_vfs * const pVfs = sqlite3_vfs_find(nullptr);
+    const auto pOpen = pVfs->xGetSystemCall(pVfs, "open");
+    const auto Scheitere = +[](const char *, int, int) { return errno = s_iErrno, -1; };
+    const struct {
+        int iErrno;
+        EModus eModus;
+        const char * pGrund;
+    } aFaelle[] = {
+        {EIO, EModus::Lesen, "lesen: der Datenträger meldet einen Fehler."},
+        {EIO, EModus::Schreiben, "lesen: der Datenträger meldet einen Fehler."},
+        {EMFILE, EModus::Lesen, "lesen: zu viele Dateien sind offen."},
+        {EACCES, EModus::Lesen, "lesen; vermutlich fehlt die Berechtigung."},
+        {ENXIO, EModus::Lesen, "lesen (Fehler 6 des Betriebssystems)."},
+        {ENOSPC, EModus::Neu, "anlegen: der Datenträger ist voll."},
+    };
+    for (const auto & fall : aFaelle) {
+        s_iErrno = fall.iErrno;
+        const std::string sDatei = fall.eModus == EModus::Neu ? m_verzeichnis.Datei("neu.db") : m_sDatei;
+        pVfs->xSetSystemCall(pVfs, "open", reinterpret_cast<sqlite3_syscall_ptr>(Scheitere));
+        EXPECT_EQ(CSqliteSpeicher::OeffneDatei(sDatei, fall.eModus, m_sMeldung), nullptr);
+        pVfs->xSetSystemCall(pVfs, "open", pOpen);
+        EXPECT_EQ(m_sMeldung.Utf8(), "Die Datei \"" + sDatei + "\" lässt sich nicht " + fall.pGrund);
+    }
+    EXPECT_TRUE(Oeffne(EModus::Lesen));
+}
+
+TEST_F(SqliteDateiTest, NothingIsWrittenWithoutItsRunningNumber) {
+    Mache();
+    const auto p = Oeffne(EModus::Schreiben);
+    EXPECT_EQ(CWerkzeug(m_sDatei).Sql("DELETE FROM LAUFNUMMER"), "");
+    EXPECT_EQ(Schreibe(*p, "2"), ZEILE_FEHLER);
+    EXPECT_EQ(p->Beende(true), ZEILE_FEHLER) << "no group is open";
+    EXPECT_EQ(CWerkzeug(m_sDatei).Sql("INSERT INTO LAUFNUMMER VALUES (1)"), "") << "and no lock is left";
+    EXPECT_EQ(Schreibe(*p, "2"), ZEILE_OK);
 }
 
 TEST_F(SqliteDateiTest, MakesNoFileOverAnother) {
