@@ -41,6 +41,9 @@ int Schreibe(CZeilenspeicher & speicher, const CString & sNummer, const CString 
 // What a walk meets, as numbers with a blank between them; a failure shows as "!".
 [[nodiscard]] std::string Nummern(CZeilenspeicher & speicher, const SBereich & bereich = {});
 
+// That a store with one row refuses every write.
+void ErwarteNurLesen(CZeilenspeicher & speicher);
+
 // A row to read into and to write from, and a walk that uses it.
 class CPatientenweg {
 public:

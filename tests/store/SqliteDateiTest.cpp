@@ -5,7 +5,6 @@
 
 #include "orvostatbs/host/Tabellen.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
@@ -72,6 +71,9 @@ TEST_F(SqliteDateiTest, RefusesWhatIsNoPracticeAndLeavesItAsItWas) {
          "ist die Datenbank eines anderen Programms."},
         {"a newer schema", Sql("PRAGMA user_version = 7"),
          "ist eine Praxisdatenbank der Schemaversion 7; dieses Programm kennt die Version 1."},
+        {"put into WAL mode by a tool",
+         [](const std::string & s) { EXPECT_EQ(CWerkzeug(s).Sql("PRAGMA journal_mode = WAL"), "wal"); },
+         "ist von einem anderen Werkzeug auf das WAL-Verfahren umgestellt worden."},
         {"a table altered", Sql("ALTER TABLE BEH ADD COLUMN NEU TEXT"),
          "ist verändert worden: BEH fehlt oder ist anders aufgebaut."},
         {"an index dropped", Sql("DROP INDEX PAT_SCHLUESSEL2"),
@@ -103,16 +105,6 @@ TEST_F(SqliteDateiTest, RefusesWhatIsNoPracticeAndLeavesItAsItWas) {
         }
 }
 
-TEST_F(SqliteDateiTest, RefusesAFileThatAToolHasPutIntoWalMode) {
-    Mache();
-    EXPECT_EQ(CWerkzeug(m_sDatei).Sql("PRAGMA journal_mode = WAL"), "wal");
-    const auto vInhalt = m_verzeichnis.Inhalt();
-    EXPECT_EQ(Oeffne(EModus::Lesen), nullptr);
-    EXPECT_EQ(m_verzeichnis.Inhalt(), vInhalt);
-    EXPECT_EQ(CWerkzeug(m_sDatei).Sql("PRAGMA journal_mode = DELETE"), "delete");
-    EXPECT_TRUE(Oeffne(EModus::Lesen));
-}
-
 TEST_F(SqliteDateiTest, RefusesFilesThatMayNotBeReadOrWritten) {
     Mache();
     const COhneRootrechte ohne(std::filesystem::path(m_sDatei).parent_path());
@@ -139,46 +131,6 @@ TEST_F(SqliteDateiTest, RefusesALockedFileUntilItIsFree) {
     EXPECT_EQ(m_sMeldung, CString());
 }
 
-// The system refuses SQLite what it has allowed us.
-TEST_F(SqliteDateiTest, TellsAFailureOfTheSystemFromAMissingRight) {
-    Mache();
-    static int s_iErrno;
-    sqlite3_vfs * const pVfs = sqlite3_vfs_find(nullptr);
-    const auto pOpen = pVfs->xGetSystemCall(pVfs, "open");
-    const auto Scheitere = +[](const char *, int, int) { return errno = s_iErrno, -1; };
-    const struct {
-        int iErrno;
-        EModus eModus;
-        const char * pGrund;
-    } aFaelle[] = {
-        {EIO, EModus::Lesen, "lesen: der Datenträger meldet einen Fehler."},
-        {EIO, EModus::Schreiben, "lesen: der Datenträger meldet einen Fehler."},
-        {EMFILE, EModus::Lesen, "lesen: zu viele Dateien sind offen."},
-        {EACCES, EModus::Lesen, "lesen; vermutlich fehlt die Berechtigung."},
-        {ENXIO, EModus::Lesen, "lesen (Fehler 6 des Betriebssystems)."},
-        {ENOSPC, EModus::Neu, "anlegen: der Datenträger ist voll."},
-    };
-    for (const auto & fall : aFaelle) {
-        s_iErrno = fall.iErrno;
-        const std::string sDatei = fall.eModus == EModus::Neu ? m_verzeichnis.Datei("neu.db") : m_sDatei;
-        pVfs->xSetSystemCall(pVfs, "open", reinterpret_cast<sqlite3_syscall_ptr>(Scheitere));
-        EXPECT_EQ(CSqliteSpeicher::OeffneDatei(sDatei, fall.eModus, m_sMeldung), nullptr);
-        pVfs->xSetSystemCall(pVfs, "open", pOpen);
-        EXPECT_EQ(m_sMeldung.Utf8(), "Die Datei \"" + sDatei + "\" lässt sich nicht " + fall.pGrund);
-    }
-    EXPECT_TRUE(Oeffne(EModus::Lesen));
-}
-
-TEST_F(SqliteDateiTest, NothingIsWrittenWithoutItsRunningNumber) {
-    Mache();
-    const auto p = Oeffne(EModus::Schreiben);
-    EXPECT_EQ(CWerkzeug(m_sDatei).Sql("DELETE FROM LAUFNUMMER"), "");
-    EXPECT_EQ(Schreibe(*p, "2"), ZEILE_FEHLER);
-    EXPECT_EQ(p->Beende(true), ZEILE_FEHLER) << "no group is open";
-    EXPECT_EQ(CWerkzeug(m_sDatei).Sql("INSERT INTO LAUFNUMMER VALUES (1)"), "") << "and no lock is left";
-    EXPECT_EQ(Schreibe(*p, "2"), ZEILE_OK);
-}
-
 TEST_F(SqliteDateiTest, MakesNoFileOverAnother) {
     std::ofstream(m_sDatei) << "Brief";
     EXPECT_EQ(Oeffne(EModus::Neu), nullptr);
@@ -193,19 +145,7 @@ TEST_F(SqliteDateiTest, MakesNoFileOverAnother) {
 TEST_F(SqliteDateiTest, AReadOnlyStoreRefusesEveryWrite) {
     Mache();
     const std::string sVorher = Bytes(m_sDatei);
-    {
-        const auto p = Oeffne(EModus::Lesen);
-        ASSERT_TRUE(p);
-        EXPECT_TRUE(p->NurLesen());
-        CPatientenweg weg(*p);
-        ASSERT_EQ(weg.Naechste(), ZEILE_OK);
-        EXPECT_EQ(weg.Loesche(), ZEILE_VERWEIGERT);
-        EXPECT_EQ(weg.Ersetze(), ZEILE_VERWEIGERT);
-        EXPECT_EQ(Schreibe(*p, "2"), ZEILE_VERWEIGERT);
-        EXPECT_EQ(p->Beginne(), ZEILE_VERWEIGERT);
-        EXPECT_EQ(p->Beende(true), ZEILE_VERWEIGERT);
-        EXPECT_EQ(p->Zeilenzahl(Patienten()), 1);
-    }
+    ErwarteNurLesen(*Oeffne(EModus::Lesen));
     EXPECT_EQ(Bytes(m_sDatei), sVorher);
 }
 
@@ -266,28 +206,6 @@ TEST_F(SqliteDateiTest, ReadsWhatItWouldNotWriteWithoutHarm) {
         ASSERT_EQ(weg.Naechste(), ZEILE_OK);
         EXPECT_EQ(weg.m_zeile.m_PATNAME, fall.sSoll);
     }
-}
-
-TEST_F(SqliteDateiTest, DamageInTheMiddleIsAFailureOfTheWalkOnly) {
-    {
-        const auto p = Oeffne(EModus::Neu);
-        ASSERT_TRUE(p);
-        ASSERT_EQ(p->Beginne(), ZEILE_OK);
-        for (int i = 10000; i < 20000; ++i)
-            Schreibe(*p, CString(std::to_string(i).c_str()), CString('n', 100));
-        ASSERT_EQ(p->Beende(true), ZEILE_OK);
-        EXPECT_TRUE(p->Pruefe().empty());
-    }
-    Ueberschreibe(m_sDatei, static_cast<std::streamoff>(std::filesystem::file_size(m_sDatei)) / 2, 4 * 8192);
-    const auto p = Oeffne(EModus::Lesen);
-    ASSERT_TRUE(p) << m_sMeldung.Utf8();
-    const std::string s = Nummern(*p);
-    EXPECT_EQ(s.substr(0, 11), "10000 10001");
-    EXPECT_EQ(s.back(), '!');
-    EXPECT_FALSE(p->LetzterFehler().empty());
-    EXPECT_FALSE(p->Pruefe().empty());
-    CPatientenweg weg(*p);
-    EXPECT_EQ(weg.Naechste(), ZEILE_OK) << "the store goes on";
 }
 
 TEST_F(SqliteDateiTest, EqualKeysKeepTheirOrderFromOneOpeningToTheNext) {

@@ -112,6 +112,7 @@ TEST_F(SqliteVorlaufTest, TheFileStaysAsItIsUntilTheWalkEnds) {
 
 // The rows before the damage come, and then the walk fails as one does that is not read ahead.
 TEST_F(SqliteVorlaufTest, DamageIsMetWhereItLies) {
+    EXPECT_TRUE(Oeffne(EModus::Lesen)->Pruefe().empty());
     Ueberschreibe(m_sDatei, static_cast<std::streamoff>(std::filesystem::file_size(m_sDatei)) / 4 * 3,
                   4 * 8192);
     const auto p = Oeffne(EModus::Lesen);
@@ -123,6 +124,8 @@ TEST_F(SqliteVorlaufTest, DamageIsMetWhereItLies) {
     LiesNebenbei(*p);
     EXPECT_EQ(weg.Rest(), sZeilenweise);
     EXPECT_FALSE(p->LetzterFehler().empty());
+    EXPECT_FALSE(p->Pruefe().empty());
+    EXPECT_EQ(CPatientenweg(*p).Naechste(), ZEILE_OK) << "the store goes on";
 }
 
 } // namespace

@@ -1,10 +1,12 @@
-// Memory that ends. Whichever allocation of an operation fails, the program's or SQLite's: rows are as they were
-// before or as they are after it, the same operation succeeds the next time, and no group is left open.
+// Memory that ends, and a system that refuses. Whichever allocation of an operation fails, the program's or SQLite's:
+// rows are as they were before or as they are after it, the same operation succeeds the next time, and no group is left
+// open.
 #include "SqliteTest.h"
 
 #include "orvostatbs/store/MemorySpeicher.h"
 
 #include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <functional>
 #include <new>
@@ -31,8 +33,11 @@ const bool s_bGezaehlt = [] {
 
 } // namespace
 
+void * operator new(std::size_t n, const std::nothrow_t &) noexcept {
+    return Scheitert() ? nullptr : std::malloc(n);
+}
 void * operator new(std::size_t n) {
-    void * p = Scheitert() ? nullptr : std::malloc(n);
+    void * p = operator new(n, std::nothrow);
     if (p == nullptr) throw std::bad_alloc();
     return p;
 }
@@ -64,9 +69,9 @@ std::string Stand(CZeilenspeicher & speicher) {
     return s;
 }
 
-using SpeichermangelTest = CSqliteTest;
+using StoerungTest = CSqliteTest;
 
-TEST_F(SpeichermangelTest, AWriteHappensOnceOrNotAtAllAndCanBeRepeated) {
+TEST_F(StoerungTest, AWriteHappensOnceOrNotAtAllAndCanBeRepeated) {
     ASSERT_TRUE(s_bGezaehlt);
     struct SOperation {
         const char * pName;
@@ -110,7 +115,7 @@ TEST_F(SpeichermangelTest, AWriteHappensOnceOrNotAtAllAndCanBeRepeated) {
         for (const SOperation & operation : OPERATIONEN)
             for (const bool bGruppe : {false, true}) {
                 bool bErreicht = true;
-                for (int n = 1; bErreicht; n += n < 60 ? 1 : 3) {
+                for (int n = 1; bErreicht; n += n < 40 ? 1 : 4) {
                     SCOPED_TRACE(std::string(operation.pName) + (bSqlite ? " in a file" : " in memory") +
                                  (bGruppe ? " in a group, " : ", ") + std::to_string(n));
                     const auto p = Mache(bSqlite);
@@ -142,7 +147,7 @@ TEST_F(SpeichermangelTest, AWriteHappensOnceOrNotAtAllAndCanBeRepeated) {
             }
 }
 
-TEST_F(SpeichermangelTest, AReadGivesItsRowsOrFailsAndCanBeRepeated) {
+TEST_F(StoerungTest, AReadGivesItsRowsOrFailsAndCanBeRepeated) {
     constexpr int ZEILEN = 6000;
     {
         const auto p = Oeffne(EModus::NeuUngesichert);
@@ -182,7 +187,7 @@ TEST_F(SpeichermangelTest, AReadGivesItsRowsOrFailsAndCanBeRepeated) {
         const std::string sSoll = operation.fLies(*Oeffne(EModus::Lesen));
         ASSERT_EQ(sSoll.find('!'), sSoll.npos);
         bool bErreicht = true;
-        for (int n = 1; n < 250 && bErreicht; n += n < 60 ? 1 : 7) {
+        for (int n = 1; n < 250 && bErreicht; n += n < 20 ? 1 : 5) {
             SCOPED_TRACE(std::string(operation.pName) + ", " + std::to_string(n));
             const auto p = Oeffne(EModus::Lesen);
             const std::string s = Mit(
@@ -194,6 +199,46 @@ TEST_F(SpeichermangelTest, AReadGivesItsRowsOrFailsAndCanBeRepeated) {
             EXPECT_EQ(UnterEinemWeg(*p), UnterEinemWeg(*Oeffne(EModus::Lesen)));
         }
     }
+}
+
+// The system refuses SQLite what it has allowed us.
+TEST_F(StoerungTest, TellsAFailureOfTheSystemFromAMissingRight) {
+    Oeffne(EModus::Neu);
+    static int s_iErrno;
+    sqlite3_vfs * const pVfs = sqlite3_vfs_find(nullptr);
+    const auto pOpen = pVfs->xGetSystemCall(pVfs, "open");
+    const auto Scheitere = +[](const char *, int, int) { return errno = s_iErrno, -1; };
+    const struct {
+        int iErrno;
+        EModus eModus;
+        const char * pGrund;
+    } aFaelle[] = {
+        {EIO, EModus::Lesen, "lesen: der Datenträger meldet einen Fehler."},
+        {EIO, EModus::Schreiben, "lesen: der Datenträger meldet einen Fehler."},
+        {EMFILE, EModus::Lesen, "lesen: zu viele Dateien sind offen."},
+        {EACCES, EModus::Lesen, "lesen; vermutlich fehlt die Berechtigung."},
+        {ENXIO, EModus::Lesen, "lesen (Fehler 6 des Betriebssystems)."},
+        {ENOSPC, EModus::Neu, "anlegen: der Datenträger ist voll."},
+    };
+    for (const auto & fall : aFaelle) {
+        s_iErrno = fall.iErrno;
+        const std::string sDatei = fall.eModus == EModus::Neu ? m_verzeichnis.Datei("neu.db") : m_sDatei;
+        pVfs->xSetSystemCall(pVfs, "open", reinterpret_cast<sqlite3_syscall_ptr>(Scheitere));
+        EXPECT_EQ(CSqliteSpeicher::OeffneDatei(sDatei, fall.eModus, m_sMeldung), nullptr);
+        pVfs->xSetSystemCall(pVfs, "open", pOpen);
+        EXPECT_EQ(m_sMeldung.Utf8(), "Die Datei \"" + sDatei + "\" lässt sich nicht " + fall.pGrund);
+    }
+    EXPECT_TRUE(Oeffne(EModus::Lesen));
+}
+
+TEST_F(StoerungTest, NothingIsWrittenWithoutItsRunningNumber) {
+    Oeffne(EModus::Neu);
+    const auto p = Oeffne(EModus::Schreiben);
+    EXPECT_EQ(CWerkzeug(m_sDatei).Sql("DELETE FROM LAUFNUMMER"), "");
+    EXPECT_EQ(Schreibe(*p, "2"), ZEILE_FEHLER);
+    EXPECT_EQ(p->Beende(true), ZEILE_FEHLER) << "no group is open";
+    EXPECT_EQ(CWerkzeug(m_sDatei).Sql("INSERT INTO LAUFNUMMER VALUES (1)"), "") << "and no lock is left";
+    EXPECT_EQ(Schreibe(*p, "2"), ZEILE_OK);
 }
 
 } // namespace
