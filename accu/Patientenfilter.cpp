@@ -52,7 +52,7 @@ bool HatteRecall(CTHistRecall & rHistRecall, const CString & sPatNr) {
 std::size_t SPatientenHash::operator()(const CString & sPatNr) const {
     const CSicht sicht = sPatNr.Sicht();
     const std::string_view s = sicht;
-    const std::size_t iSchritt = s.size() / 10 + 1;
+    const std::size_t iSchritt = s.size() / 11 + 1; // all ten of a stored number
     std::uint32_t iHash = 2166136261U;
     for (std::size_t i = 0; i < s.size(); i += iSchritt)
         iHash = (iHash * 16777619U) ^ static_cast<unsigned char>(s[i]);

@@ -31,7 +31,11 @@ CString Titel() { return "Vorgang abbrechen..."_t; }
 
 } // namespace
 
-CKonsole::CKonsole() : CTerminal(std::cin, std::cerr, isatty(STDERR_FILENO) != 0) { Horche(SA_RESTART); }
+CKonsole::CKonsole() : CTerminal(std::cin, std::cerr, isatty(STDERR_FILENO) != 0) {
+    Horche(SA_RESTART);
+    // A write beyond the user's file size limit shall fail like any other.
+    std::signal(SIGXFSZ, SIG_IGN);
+}
 CKonsole::~CKonsole() { std::signal(SIGINT, SIG_DFL); }
 
 bool CKonsole::Fortschritt(long iPos, long iMax) {

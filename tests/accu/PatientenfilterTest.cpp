@@ -1,5 +1,9 @@
 #include "accu/AccuTest.h"
 
+#include "orvostatbs/host/Textfunktionen.h"
+
+#include <set>
+
 using namespace orvostat;
 
 namespace {
@@ -67,6 +71,13 @@ TEST_F(PatientenfilterTest, FindPatSearchesTheTableOnlyForPatientsNotInTheIndex)
     EXPECT_EQ(m_accu.GetPat("3", false), -1);
     m_accu.m_vPat.push_back(Patient("3"));
     EXPECT_EQ(m_accu.FindPat("3", false), -1) << "the index says that there is none";
+}
+
+TEST_F(PatientenfilterTest, TheIndexSpreadsRightAlignedNumbers) {
+    std::set<std::size_t> setHashes;
+    for (int i = 1000; i < 2000; ++i)
+        setHashes.insert(SPatientenHash()(RightFix(itoc(i), 10)));
+    EXPECT_GT(setHashes.size(), 990U);
 }
 
 // ---- texts

@@ -334,6 +334,10 @@ TEST_P(RSetTest, CopiesTakeFieldsAndKeyButNoSet) {
         EXPECT_EQ(Alle(*p, p->GetAll(), p->m_LSTNR), "gfedcba");
         EXPECT_FALSE(*p == beh);
     }
+    CTPat pat(dbDatabaseRO), andere(dbDatabaseRO);
+    pat.SetKey(7); // which the table lacks
+    andere = pat;
+    EXPECT_EQ(andere.GetAll(), ZEILE_FEHLER);
     CTBill bill(dbDatabaseRO);
     static_cast<CMxRSet &>(bill) = beh; // of another table: nothing happens
     EXPECT_FALSE(static_cast<CMxRSet &>(bill) == beh);

@@ -344,8 +344,9 @@ TEST_F(HVMCf, ExtrareihenEinesTopfs) {
     cf.ReadBg("01");
     EXPECT_EQ(cf.m_vBgParam.size(), 34u);
     EXPECT_EQ(cf.FindBgParam("01", 'c'), 0);
+    cf.m_vUrParam.resize(1);
     cf.Init();
-    EXPECT_TRUE(cf.m_vBgParam.empty());
+    EXPECT_TRUE(cf.m_vBgParam.empty() && cf.m_vUrParam.empty());
 }
 
 // The value of an owner is written where his pots begin.

@@ -417,6 +417,7 @@ TEST_F(CVerordnungTest, SchluesselUndCodesHabenFestePlaetze) {
     } vFaelle[] = {
         {"CMD1 K021   K0530  "_t, "CMD1", "K02.1", "K05.30", "K02.1; K05.30"_t},
         {"CMD1 K021"_t, "CMD1", "K02.1", "", "K02.1"},
+        {"CMD1 K021123K053012x"_t, "CMD1", "K02.1123"_t, "K05.3012"_t, "K02.1123; K05.3012"_t},
         {"CMD1        K05.3"_t, "CMD1", "", "K05.3", "K05.3"},
         {"CMD12"_t, "CMD12", "", "", ""},
         {"", "", "", "", ""},
