@@ -145,6 +145,7 @@ bool LiesPool(CStatAccu & accu, const SPool & pool) {
 int CStatAccu::GetGlobalData(bool) {
     m_iLQPunktwert = Zahl(GetLQPunktwert());
     m_mapPw.clear();
+    m_sPwGruppe.Empty();
     GetAllPw();
     for (const SPool & pool : POOLS)
         if ((this->*pool.pTabelle).empty() && !LiesPool(*this, pool)) return pool.iCode;

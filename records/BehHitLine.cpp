@@ -113,9 +113,7 @@ template <class TEntry> void NimmPlanEntry(CBehHitLine & hit, const TEntry & ent
     hit.LSTNR = entry.m_LSTNR;
     NimmMenge(hit, entry.m_ANZAHL);
     hit.BETRAG = CDBetrag(entry.m_BETRAG);
-    const char cWaehrung = hit.BETRAG.GetWaehrung();
-    hit.BETRAG = hit.BETRAG * hit.ANZAHL * 0.01;
-    hit.BETRAG.ToW(cWaehrung);
+    hit.BETRAG.MalBruch(hit.ANZAHL, 100);
     hit.ABRART = 'z';
     hit.GOART = sArt.Erstes();
     if (Zahl(entry.m_LBLNR) != 0) hit.m_sLblNr = entry.m_LBLNR;
@@ -259,7 +257,8 @@ void CBehHitLine::MoveGO(const CGOStruct & go) {
     NimmBewertung(*this, go);
     GOSUBART = go.m_cGoSubArt;
     DRUCKBILD = go.m_sDruckbild;
-    ZUSCHLAG = go.m_Zuschlag * ANZAHL * 0.01;
+    ZUSCHLAG = go.m_Zuschlag;
+    ZUSCHLAG.MalBruch(ANZAHL, 100);
     F100AEV = go.m_iF100AEV;
     PRUEFZEITT = go.m_iPruefZeitT;
     PRUEFZEITQ = go.m_iPruefZeitQ;

@@ -287,6 +287,23 @@ TEST_F(StammdatenTest, NeuesterPunktwertDerAmTagGilt) {
     }
 }
 
+// Also of a hit that takes no value from the table.
+TEST_F(StammdatenTest, JedeBewertungHinterlaesstIhrePunktwertgruppe) {
+    CBehHitLine hit;
+    hit.LSTNR = "1";
+    hit.GOART = 'p';
+    for (const char * pGrp : {"", "BKK", "BKK", "aok"}) {
+        if (*pGrp == 'a') m_accu.m_mapPw.clear();
+        hit.KASSENPWGRP = pGrp;
+        m_accu.GetPunkte(hit);
+    }
+    EXPECT_TRUE(m_accu.m_mapPw.size() == 1 && m_accu.m_mapPw.contains("aok"));
+    hit.KASSENPWGRP = "BKK";
+    m_accu.GetPunkte(hit);
+    EXPECT_TRUE(m_accu.m_mapPw.size() == 2 && m_accu.m_mapPw.at("bkk").empty());
+    EXPECT_TRUE(m_accu.m_vBehErrors.empty());
+}
+
 // ---- fee rows
 
 TEST_F(StammdatenTest, GebuehrenzeileWirdEinmalGelesen) {

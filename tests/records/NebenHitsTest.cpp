@@ -328,6 +328,8 @@ TEST_F(CRechTest, HonorarsteuerAusDerSteuerliste) {
         {"", ""},
         {"7", ""},
         {"7e    10000", "e700"},
+        {"g    100,00"_t, "1900"}, // display texts
+        {"7e   100,00"_t, "e700"},
         {"7e    10000ge    200"_t, "e738"},   // the second piece is cut
         {"7e   -10000ge     1000"_t, "e190"}, // a negative amount adds nothing
         {"0e    10000", "e0"},                // taxed with nothing is not untaxed

@@ -459,6 +459,7 @@ private:
     bool KarteFehlt(CTBeh * pBeh, const CString & sPatNr, const std::vector<CVDesc> & vVDesc);
     bool IstPlanstandOk(CTPlan * pPlan, char cAbrArt, bool bOhne22a);
     void PunkteOrdination(CBehHitLine & hit);
+    void FragePwGruppe(const CString & sGrp);
     bool PunktwertAusTafel(CBehHitLine & hit, const CString & sPlanDatum);
     void PunkteAusMischwert(CBehHitLine & hit);
     void WaehlePunkte(CBehHitLine & hit);
@@ -466,6 +467,8 @@ private:
     void BetragPrivat(CBehHitLine & hit, CDBetrag * pAbschlag);
     void BetragPunkte(CBehHitLine & hit);
 
+    CString m_sPwGruppe; // that FragePwGruppe has seen last, when m_mapPw had m_iPwGruppen groups
+    std::size_t m_iPwGruppen = 0;
     orvostat::CErstposition<CGOStruct, SGoSchluessel, SGoHash> m_indexGoLst;
     orvostat::CErstposition<CGOStruct, SGoSchluessel, SGoHash> m_indexGoKuerzel;
     orvostat::CErstposition<CBehErrors, CBehErrors, SFehlerHash> m_indexFehler;
