@@ -2,9 +2,9 @@
 
 #include "Aufruf.h"
 #include "Datenbank.h"
-#include "Feiertage.h"
 #include "Praxis.h"
 
+#include "orvostatbs/calendar/Feiertage.h"
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/hvm/HVMCf.h"

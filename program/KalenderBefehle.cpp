@@ -1,7 +1,7 @@
 #include "KalenderBefehle.h"
 
 #include "Aufruf.h"
-#include "Feiertage.h"
+#include "Feiertagsausgabe.h"
 #include "Praxis.h"
 
 #include "orvostatbs/host/Datum.h"

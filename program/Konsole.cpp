@@ -27,8 +27,6 @@ void Horche(int iArt) {
     sigaction(SIGINT, &art, nullptr);
 }
 
-CString Titel() { return "Vorgang abbrechen..."_t; }
-
 } // namespace
 
 CKonsole::CKonsole() : CTerminal(std::cin, std::cerr, isatty(STDERR_FILENO) != 0) {
@@ -43,7 +41,7 @@ bool CKonsole::Fortschritt(long iPos, long iMax) {
 }
 
 bool CKonsole::Frage(const CString & sTitel, const CString & sText, int iArt) {
-    if (sTitel != Titel()) return CTerminal::Frage(sTitel, sText, iArt);
+    if (sTitel != AbbruchTitel()) return CTerminal::Frage(sTitel, sText, iArt);
     const bool bSchonBestaetigt = s_iGedrueckt > 1;
     Horche(0);
     const bool bJa =
@@ -52,10 +50,6 @@ bool CKonsole::Frage(const CString & sTitel, const CString & sText, int iArt) {
     std::clearerr(stdin);
     std::cin.clear();
     return bJa;
-}
-
-bool FrageAbbruch() {
-    return SollIch(Titel(), "Möchten Sie wirklich den Vorgang abbrechen?"_t, 0) == SOLLICH_JA;
 }
 
 bool AbbruchVerlangt() { return s_iGedrueckt > 0 && FrageAbbruch(); }
