@@ -5,9 +5,7 @@
 #include <cstdint>
 #include <utility>
 
-using orvostat::GepackterBetrag;
-using orvostat::Zahl;
-using orvostat::Zahl64;
+namespace orvostat {
 
 namespace {
 
@@ -174,3 +172,5 @@ bool CGlabFaktHitLine::operator==(const CTGLKuFakt & rec) const {
 bool CGlabFaktHitLine::operator==(const CGlabFaktHitLine & hit) const {
     return IstGleich(LABORKUNDE, LFDGLKUFAKT, hit.LABORKUNDE, hit.LFDGLKUFAKT);
 }
+
+} // namespace orvostat
