@@ -1,5 +1,6 @@
 #include "orvostatbs/host/Textfunktionen.h"
 
+#include "orvostatbs/host/Dateispeicher.h"
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Umgebung.h"
 
@@ -7,10 +8,8 @@
 #include <array>
 #include <charconv>
 #include <cstdlib>
-#include <filesystem>
 #include <limits>
 #include <string>
-#include <system_error>
 
 using orvostat::CSicht;
 
@@ -192,9 +191,7 @@ CString CorrectGebDate(const CString & sDatum) {
 }
 
 bool FileExists(const CString & sPfad) {
-    std::error_code fehler; // a path that cannot be asked for does not exist
-    const auto stand = std::filesystem::status(orvostat::Dateipfad(sPfad), fehler);
-    return std::filesystem::exists(stand) && !std::filesystem::is_directory(stand);
+    return orvostat::Plattendateien().Existiert(sPfad);
 }
 
 CString CMxField::MakeKY(const CString & s, int iLen) {
