@@ -4,6 +4,7 @@
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -21,60 +22,43 @@ const SSlot & Slot(int iSpalte) {
 
 // ---- writing
 
-// A line being built in a text that has room behind what is written.
-class CBau {
-public:
-    explicit CBau(std::string & s) : m_s(s) {
-        if (m_s.size() < RAUM) m_s.resize(RAUM);
-    }
-    void Zeichen(char c) {
-        Platz(1);
-        m_s[m_n++] = c;
-    }
-    void Text(const CString & sText) {
-        const CSicht sicht(sText);
-        Bytes(sicht);
-    }
-    void Bytes(std::string_view s) {
-        Platz(s.size());
-        std::memcpy(m_s.data() + m_n, s.data(), s.size());
-        m_n += s.size();
-    }
-    [[nodiscard]] std::size_t Laenge() const { return m_n; }
-    [[nodiscard]] char * Ab(std::size_t i) { return m_s.data() + i; }
-    void Schliesse() { m_s.resize(m_n); }
+constexpr std::size_t LUFT = 32; // more room than a column of any form but text needs
 
-private:
-    static constexpr std::size_t RAUM = 1024;
-    void Platz(std::size_t n) {
-        if (m_s.size() - m_n < n) m_s.resize(2 * (m_s.size() + n));
-    }
-    std::string & m_s;
-    std::size_t m_n = 0;
-};
-
-void HaengeAn(CBau & bau, const SSlot & slot, const CStatLines & line) {
+// Writes a column at p, where there is room for a text and LUFT; the end of it.
+inline char * SchreibeSpalte(char * p, const SSlot & slot, const CStatLines & line) {
+    char c = 0;
     switch (slot.eForm) {
     case EForm::Ohne:
-        break;
+        return p;
     case EForm::Text:
-        bau.Text(line.*slot.pText);
-        break;
+        return CSicht(line.*slot.pText).Kopiere(p);
     case EForm::Zeichen:
-        if (line.*slot.pZeichen != 0) bau.Zeichen(line.*slot.pZeichen);
+        c = line.*slot.pZeichen;
         break;
     case EForm::Zeichenzahl:
-        if (line.*slot.pZeichenzahl != 0) bau.Zeichen(static_cast<char>(line.*slot.pZeichenzahl));
+        c = static_cast<char>(line.*slot.pZeichenzahl);
         break;
     case EForm::FlaggeEins:
     case EForm::FlaggeZahl:
     case EForm::FlaggeNichtNull:
-        bau.Zeichen(line.*slot.pFlagge ? '1' : '0');
+        c = line.*slot.pFlagge ? '1' : '0';
         break;
     case EForm::Zahl:
-        bau.Text(itoc(static_cast<std::uint32_t>(line.*slot.pZahl)));
-        break;
+        return std::to_chars(p, p + LUFT, static_cast<std::uint32_t>(line.*slot.pZahl)).ptr;
     }
+    *p = c;
+    return c == 0 ? p : p + 1;
+}
+
+std::size_t Platzbedarf(const SSlot & slot, const CStatLines & line) {
+    return LUFT + (slot.eForm == EForm::Text ? static_cast<std::size_t>((line.*slot.pText).GetLength()) : 0);
+}
+
+// Puts a column's text behind the first n characters of s, which it enlarges where that is needed, and counts it in.
+void HaengeAn(std::string & s, std::size_t & n, const SSlot & slot, const CStatLines & line) {
+    const std::size_t iBedarf = Platzbedarf(slot, line);
+    if (s.size() - n < iBedarf) s.resize(2 * (s.size() + iBedarf));
+    n = static_cast<std::size_t>(SchreibeSpalte(s.data() + n, slot, line) - s.data());
 }
 
 void Ersetze(char * p, std::size_t n, STrennung trennung) {
@@ -82,6 +66,29 @@ void Ersetze(char * p, std::size_t n, STrennung trennung) {
         if (*p == trennung.cDelimiter) *p = trennung.cErsatz;
         if (*p == '\n' || *p == '\r') *p = ' ';
     }
+}
+
+// How many of the characters are delimiters, and a huge number where there is a line end among them.
+std::size_t Trennzeichen(std::string_view s, char cDelimiter) {
+    using namespace wort;
+    constexpr std::size_t ZEILENENDE = 1ULL << 32;
+    const auto Gleich = [](std::uint64_t w, char c) { // the high bit of each byte that is c
+        const std::uint64_t x = w ^ (static_cast<unsigned char>(c) * JE);
+        return ~(((x & ~HOCH) + ~HOCH) | x | ~HOCH);
+    };
+    std::size_t iAnzahl = 0;
+    std::uint64_t wEnden = 0;
+    for (; s.size() >= 8; s.remove_prefix(8)) {
+        std::uint64_t w = 0;
+        std::memcpy(&w, s.data(), 8);
+        iAnzahl += static_cast<std::size_t>((Gleich(w, cDelimiter) >> 7) * JE >> 56);
+        wEnden |= Gleich(w, '\n') | Gleich(w, '\r');
+    }
+    for (const char c : s) {
+        iAnzahl += c == cDelimiter ? 1 : 0;
+        wEnden |= c == '\n' || c == '\r' ? 1 : 0;
+    }
+    return wEnden == 0 ? iAnzahl : ZEILENENDE;
 }
 
 // ---- reading
@@ -95,26 +102,42 @@ unsigned long LiesMarken(std::string_view sWert) {
 
 char Erstes(std::string_view s) { return s.empty() ? '\0' : s[0]; }
 
+// The line of a record that has a delimiter or a line end in one of its texts, with a delimiter behind every column.
+std::size_t BaueSorgsam(std::string & sPuffer, const int * pStruct, const CStatLines & line, STrennung trennung) {
+    std::size_t n = 0;
+    for (const int * p = pStruct; *p != -1; ++p) {
+        const std::size_t iAb = n;
+        HaengeAn(sPuffer, n, Slot(*p), line);
+        Ersetze(sPuffer.data() + iAb, n - iAb, trennung);
+        sPuffer[n++] = trennung.cDelimiter;
+    }
+    return n;
+}
+
 } // namespace
 
-void BaueZeile(std::string & sZeile, const int * pStruct, const CStatLines & line, STrennung trennung) {
-    CBau bau(sZeile);
+std::string_view BaueZeile(std::string & sPuffer, const int * pStruct, const CStatLines & line,
+                           STrennung trennung) {
+    std::size_t n = 0;
+    std::size_t iTrenner = 0;
     for (const int * p = pStruct; *p != -1; ++p) {
-        if (p != pStruct) bau.Zeichen(trennung.cDelimiter);
-        const std::size_t iAb = bau.Laenge();
-        HaengeAn(bau, Slot(*p), line);
-        Ersetze(bau.Ab(iAb), bau.Laenge() - iAb, trennung);
+        HaengeAn(sPuffer, n, Slot(*p), line);
+        sPuffer[n++] = trennung.cDelimiter;
+        ++iTrenner;
     }
-    bau.Zeichen('\n');
-    bau.Schliesse();
+    if (Trennzeichen(std::string_view(sPuffer).substr(0, n), trennung.cDelimiter) != iTrenner)
+        n = BaueSorgsam(sPuffer, pStruct, line, trennung);
+    if (n == 0) sPuffer.resize(++n);
+    sPuffer[n - 1] = '\n';
+    return std::string_view(sPuffer).substr(0, n);
 }
 
 CString Spaltentext(int iSpalte, const CStatLines & line, STrennung trennung) {
     std::string s;
-    CBau bau(s);
-    HaengeAn(bau, Slot(iSpalte), line);
-    Ersetze(bau.Ab(0), bau.Laenge(), trennung);
-    return CString(std::string_view(s).substr(0, bau.Laenge()));
+    std::size_t n = 0;
+    HaengeAn(s, n, Slot(iSpalte), line);
+    Ersetze(s.data(), n, trennung);
+    return CString(std::string_view(s).substr(0, n));
 }
 
 void SetzeSpalte(int iSpalte, std::string_view sWert, CStatLines & line) {

@@ -191,8 +191,7 @@ template <class T> bool CStatEval<T>::WriteErrorLines(T & file, CStatLines & lin
 
 template <class T> bool CStatEval<T>::WriteLines(T & file, CStatLines & line, int * pStruct) {
     if (pStruct == nullptr) return true;
-    BaueZeile(m_sZeile, pStruct, line, {m_cDelimiter, m_cErsatz});
-    file.WriteString(std::string_view(m_sZeile));
+    file.WriteString(BaueZeile(m_sZeile, pStruct, line, {m_cDelimiter, m_cErsatz}));
     return true;
 }
 
@@ -274,16 +273,16 @@ template <class T> int CStatEval<T>::FindFieldTitel(const CString & sTitel) {
 
 template <class T> bool CStatEval<T>::GetLineFields(CString sLine, CStatLines & line) {
     const CSicht sicht = sLine.Sicht();
-    std::string_view sRest = sicht;
-    if (sRest.find(m_cDelimiter) == std::string_view::npos) return false;
-    for (std::size_t iSpalte = 0; !sRest.empty(); ++iSpalte) {
-        const auto iEnde = sRest.find(m_cDelimiter);
+    const std::string_view s = sicht;
+    if (s.find(m_cDelimiter) == std::string_view::npos) return false;
+    CSpaltenteiler teiler(s, m_cDelimiter);
+    std::string_view sWert;
+    for (std::size_t iSpalte = 0; teiler.Naechste(sWert); ++iSpalte) {
         // The kind of the line stands in its first column.
         const bool bFehler = iSpalte > 0 && line.ART == "E";
         const std::vector<int> & vStruct = bFehler ? m_aErrorStruct : m_aLineStruct;
         if (iSpalte >= vStruct.size()) throw std::invalid_argument("a line has more columns than its layout");
-        SetzeSpalte(vStruct[iSpalte], sRest.substr(0, iEnde), line);
-        sRest.remove_prefix(iEnde == std::string_view::npos ? sRest.size() : iEnde + 1);
+        SetzeSpalte(vStruct[iSpalte], sWert, line);
     }
     return true;
 }

@@ -2,7 +2,8 @@
 
 #include "orvostatbs/host/Textfunktionen.h"
 
-#include <string>
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace orvostat {
@@ -16,11 +17,18 @@ void Setze(char & cLinie, char c) { cLinie = c; }
 void Setze(int & iLinie, char c) { iLinie = c; }
 void Setze(bool & bLinie, bool b) { bLinie = b; }
 void Setze(unsigned long & iLinie, std::uint32_t i) { iLinie = i; }
-void Setze(CString & sLinie, std::int32_t i) { sLinie = itoc(i); }
+void Setze(CString & sLinie, std::int32_t i) {
+    sLinie = i >= 0 && i <= 9 ? CString(static_cast<char>('0' + i)) : itoc(i);
+}
 void Setze(CString & sLinie, char c) { sLinie = c == 0 ? CString() : CString(c); }
 void Setze(CString & sLinie, bool b) { sLinie = b ? CString("1") : CString("0"); }
-void Setze(CString & sLinie, const CDBetrag & betrag) { sLinie = betrag.ToDb(0, false, false, 0.0, 0.0); }
-void Setze(CString & sLinie, const CDPw & pw) { sLinie = pw; }
+void Setze(CString & sLinie, const CDBetrag & betrag) {
+    sLinie = betrag.IsEmpty() ? CString() : betrag.ToDb(0, false, false, 0.0, 0.0);
+}
+void SetzeMitVorzeichen(CString & sLinie, const CDBetrag & betrag) {
+    sLinie = betrag.IsEmpty() ? CString() : betrag.ToDb(0, true, false, 0.0, 0.0);
+}
+void Setze(CString & sLinie, const CDPw & pw) { sLinie = pw.IsEmpty() ? CString() : CString(pw); }
 void Setze(CString & sLinie, const CVzW7Betrag & betrag) { sLinie = betrag; }
 
 void Hole(CString & s, const CString & sLinie) { s = sLinie; }
@@ -31,11 +39,11 @@ void Hole(std::uint32_t & i, unsigned long iLinie) { i = static_cast<std::uint32
 void Hole(std::int32_t & i, const CString & sLinie) { i = Zahl(sLinie); }
 void Hole(char & c, const CString & sLinie) { c = sLinie.Erstes(); }
 void Hole(bool & b, const CString & sLinie) { b = sLinie == "1"; }
-void Hole(CDBetrag & betrag, const CString & sLinie) { betrag = CDBetrag(sLinie); }
-void Hole(CDPw & pw, const CString & sLinie) { pw = CDPw(sLinie); }
+void Hole(CDBetrag & betrag, const CString & sLinie) {
+    betrag = sLinie.IsEmpty() ? CDBetrag() : CDBetrag(sLinie);
+}
+void Hole(CDPw & pw, const CString & sLinie) { pw = sLinie.IsEmpty() ? CDPw() : CDPw(sLinie); }
 void Hole(CVzW7Betrag & betrag, const CString & sLinie) { betrag = CVzW7Betrag(sLinie); }
-
-CString MitVorzeichen(const CDBetrag & betrag) { return betrag.ToDb(0, true, false, 0.0, 0.0); }
 
 // ---- search criteria: "[service|kind|number|tooth|tooth]", one behind the other
 
@@ -128,12 +136,22 @@ void CStatLines::Clear() {
 #include "orvostatbs/files/StatLines.def"
 }
 
+// Clears what the list HIT does not set anyway: of all records the hit is the one that a run has by the million.
+void CStatLines::ClearOhneHit() {
+#define NAME_VON(TITEL) #TITEL,
+    static constexpr std::string_view asHit[] = {HIT(NAME_VON)};
+#undef NAME_VON
+#define FELD(TYP, NAME, START)                                                                               \
+    if constexpr (std::ranges::find(asHit, std::string_view(#NAME)) == std::end(asHit)) NAME = START;
+#include "orvostatbs/files/StatLines.def"
+}
+
 void CStatLines::MoveHit(const CBehHitLine & satz) {
-    Clear();
+    ClearOhneHit();
     ART = "H";
     HIT(HIN)
-    BETRAG = MitVorzeichen(satz.BETRAG);
-    ZUSCHLAG = MitVorzeichen(satz.ZUSCHLAG);
+    SetzeMitVorzeichen(BETRAG, satz.BETRAG);
+    SetzeMitVorzeichen(ZUSCHLAG, satz.ZUSCHLAG);
     if (!satz.SUCHKRITERIEN.empty()) SUCHKRITERIEN = Suchtext(satz.SUCHKRITERIEN);
 }
 

@@ -58,6 +58,9 @@ public:
     void MoveGlab2File(const CGlabFaktHitLine & glab);
     // Also sets the line's own ART to "W".
     void MoveFile2Glab(CGlabFaktHitLine & glab);
+
+private:
+    void ClearOhneHit();
 };
 
 } // namespace orvostat

@@ -22,6 +22,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -166,6 +167,16 @@ public:
     [[nodiscard]] const char * c_str() const { return m_pText ? m_pText : m_ac; }
     [[nodiscard]] std::string_view Text() const { return {c_str(), m_iLaenge}; }
     operator std::string_view() const { return Text(); } // NOLINT(google-explicit-constructor)
+    // Copies the characters to where there is room for 16 more than they are; the end of the copy.
+    char * Kopiere(char * pZiel) const {
+        if (m_pText != nullptr) {
+            std::memcpy(pZiel, m_pText, m_iLaenge);
+        } else {
+            std::memcpy(pZiel, m_ac, 8);
+            if (m_iLaenge > 8) std::memcpy(pZiel + 8, m_ac + 8, 8);
+        }
+        return pZiel + m_iLaenge;
+    }
 
 private:
     const char * m_pText = nullptr; // null: the characters stand in m_ac
