@@ -4,10 +4,12 @@
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <stdexcept>
 
 namespace orvostat {
 
@@ -24,14 +26,45 @@ const SSlot & Slot(int iSpalte) {
 
 constexpr std::size_t LUFT = 32; // more room than a column of any form but text needs
 
-// Writes a column at p, where there is room for a text and LUFT; the end of it.
-inline char * SchreibeSpalte(char * p, const SSlot & slot, const CStatLines & line) {
+// A buffer that is written through a pointer, with room for LUFT more characters at any time.
+class CBau {
+public:
+    explicit CBau(std::string & s) : m_s(s) { Vergroessere(0); }
+    void Leere() { m_p = m_s.data(); }
+    void Zeichen(char c) { *m_p++ = c; }
+    void Text(const CString & sText) {
+        if (sText.IsEmpty()) return;
+        const CSicht sicht(sText);
+        if (static_cast<std::size_t>(m_pGrenze - m_p) < sicht.Text().size() + LUFT) Vergroessere(sicht.Text().size());
+        m_p = sicht.Kopiere(m_p);
+    }
+    void Zahl(std::uint32_t i) { m_p = std::to_chars(m_p, m_pGrenze, i).ptr; }
+    // After up to two columns without text.
+    void Platz() {
+        if (static_cast<std::size_t>(m_pGrenze - m_p) < LUFT) Vergroessere(0);
+    }
+    [[nodiscard]] std::size_t Laenge() const { return static_cast<std::size_t>(m_p - m_s.data()); }
+    [[nodiscard]] char * Ab(std::size_t i) { return m_s.data() + i; }
+    [[nodiscard]] std::string_view Bis() const { return std::string_view(m_s).substr(0, Laenge()); }
+
+private:
+    void Vergroessere(std::size_t iText) {
+        const std::size_t n = m_p == nullptr ? 0 : Laenge();
+        if (m_s.size() < n + iText + 4 * LUFT) m_s.resize(2 * (n + iText + 4 * LUFT));
+        m_p = m_s.data() + n;
+        m_pGrenze = m_s.data() + m_s.size();
+    }
+    std::string & m_s;
+    char * m_p = nullptr;
+    char * m_pGrenze = nullptr;
+};
+
+inline void HaengeKurzAn(CBau & bau, const SSlot & slot, const CStatLines & line) {
     char c = 0;
     switch (slot.eForm) {
     case EForm::Ohne:
-        return p;
     case EForm::Text:
-        return CSicht(line.*slot.pText).Kopiere(p);
+        return;
     case EForm::Zeichen:
         c = line.*slot.pZeichen;
         break;
@@ -44,21 +77,14 @@ inline char * SchreibeSpalte(char * p, const SSlot & slot, const CStatLines & li
         c = line.*slot.pFlagge ? '1' : '0';
         break;
     case EForm::Zahl:
-        return std::to_chars(p, p + LUFT, static_cast<std::uint32_t>(line.*slot.pZahl)).ptr;
+        return bau.Zahl(static_cast<std::uint32_t>(line.*slot.pZahl));
     }
-    *p = c;
-    return c == 0 ? p : p + 1;
+    if (c != 0) bau.Zeichen(c);
 }
 
-std::size_t Platzbedarf(const SSlot & slot, const CStatLines & line) {
-    return LUFT + (slot.eForm == EForm::Text ? static_cast<std::size_t>((line.*slot.pText).GetLength()) : 0);
-}
-
-// Puts a column's text behind the first n characters of s, which it enlarges where that is needed, and counts it in.
-void HaengeAn(std::string & s, std::size_t & n, const SSlot & slot, const CStatLines & line) {
-    const std::size_t iBedarf = Platzbedarf(slot, line);
-    if (s.size() - n < iBedarf) s.resize(2 * (s.size() + iBedarf));
-    n = static_cast<std::size_t>(SchreibeSpalte(s.data() + n, slot, line) - s.data());
+inline void HaengeAn(CBau & bau, const SSlot & slot, const CStatLines & line) {
+    if (slot.eForm == EForm::Text) bau.Text(line.*slot.pText);
+    else HaengeKurzAn(bau, slot, line);
 }
 
 void Ersetze(char * p, std::size_t n, STrennung trennung) {
@@ -68,21 +94,23 @@ void Ersetze(char * p, std::size_t n, STrennung trennung) {
     }
 }
 
+// The high bit of each byte in which the two agree.
+inline std::uint64_t Gleich(std::uint64_t w, std::uint64_t wMuster) {
+    const std::uint64_t x = w ^ wMuster;
+    return ~(((x & ~wort::HOCH) + ~wort::HOCH) | x | ~wort::HOCH);
+}
+
 // How many of the characters are delimiters, and a huge number where there is a line end among them.
 std::size_t Trennzeichen(std::string_view s, char cDelimiter) {
-    using namespace wort;
     constexpr std::size_t ZEILENENDE = 1ULL << 32;
-    const auto Gleich = [](std::uint64_t w, char c) { // the high bit of each byte that is c
-        const std::uint64_t x = w ^ (static_cast<unsigned char>(c) * JE);
-        return ~(((x & ~HOCH) + ~HOCH) | x | ~HOCH);
-    };
+    const std::uint64_t wMuster = static_cast<unsigned char>(cDelimiter) * wort::JE;
     std::size_t iAnzahl = 0;
     std::uint64_t wEnden = 0;
     for (; s.size() >= 8; s.remove_prefix(8)) {
         std::uint64_t w = 0;
         std::memcpy(&w, s.data(), 8);
-        iAnzahl += static_cast<std::size_t>((Gleich(w, cDelimiter) >> 7) * JE >> 56);
-        wEnden |= Gleich(w, '\n') | Gleich(w, '\r');
+        iAnzahl += static_cast<std::size_t>((Gleich(w, wMuster) >> 7) * wort::JE >> 56);
+        wEnden |= Gleich(w, '\n' * wort::JE) | Gleich(w, '\r' * wort::JE);
     }
     for (const char c : s) {
         iAnzahl += c == cDelimiter ? 1 : 0;
@@ -102,51 +130,47 @@ unsigned long LiesMarken(std::string_view sWert) {
 
 char Erstes(std::string_view s) { return s.empty() ? '\0' : s[0]; }
 
-// The line of a record that has a delimiter or a line end in one of its texts, with a delimiter behind every column.
-std::size_t BaueSorgsam(std::string & sPuffer, const int * pStruct, const CStatLines & line, STrennung trennung) {
-    std::size_t n = 0;
-    for (const int * p = pStruct; *p != -1; ++p) {
-        const std::size_t iAb = n;
-        HaengeAn(sPuffer, n, Slot(*p), line);
-        Ersetze(sPuffer.data() + iAb, n - iAb, trennung);
-        sPuffer[n++] = trennung.cDelimiter;
-    }
-    return n;
-}
-
 } // namespace
 
 std::string_view BaueZeile(std::string & sPuffer, const int * pStruct, const CStatLines & line,
                            STrennung trennung) {
-    std::size_t n = 0;
-    std::size_t iTrenner = 0;
-    for (const int * p = pStruct; *p != -1; ++p) {
-        HaengeAn(sPuffer, n, Slot(*p), line);
-        sPuffer[n++] = trennung.cDelimiter;
-        ++iTrenner;
+    // A delimiter behind every column, the last of which becomes the line end; bSorgsam looks into every text.
+    const auto Baue = [&](CBau & bau, bool bSorgsam) {
+        std::size_t iSpalten = 0;
+        for (; pStruct[iSpalten] != -1; ++iSpalten) {
+            const std::size_t iAb = bSorgsam ? bau.Laenge() : 0;
+            HaengeAn(bau, Slot(pStruct[iSpalten]), line);
+            if (bSorgsam) Ersetze(bau.Ab(iAb), bau.Laenge() - iAb, trennung);
+            bau.Zeichen(trennung.cDelimiter);
+            bau.Platz();
+        }
+        return iSpalten;
+    };
+    CBau bau(sPuffer);
+    const std::size_t iSpalten = Baue(bau, false);
+    if (Trennzeichen(bau.Bis(), trennung.cDelimiter) != iSpalten) {
+        bau.Leere();
+        Baue(bau, true);
     }
-    if (Trennzeichen(std::string_view(sPuffer).substr(0, n), trennung.cDelimiter) != iTrenner)
-        n = BaueSorgsam(sPuffer, pStruct, line, trennung);
-    if (n == 0) sPuffer.resize(++n);
-    sPuffer[n - 1] = '\n';
-    return std::string_view(sPuffer).substr(0, n);
+    if (iSpalten == 0) bau.Zeichen('\n');
+    *bau.Ab(bau.Laenge() - 1) = '\n';
+    return bau.Bis();
 }
 
 CString Spaltentext(int iSpalte, const CStatLines & line, STrennung trennung) {
     std::string s;
-    std::size_t n = 0;
-    HaengeAn(s, n, Slot(iSpalte), line);
-    Ersetze(s.data(), n, trennung);
-    return CString(std::string_view(s).substr(0, n));
+    CBau bau(s);
+    HaengeAn(bau, Slot(iSpalte), line);
+    Ersetze(bau.Ab(0), bau.Laenge(), trennung);
+    return CString(bau.Bis());
 }
 
-void SetzeSpalte(int iSpalte, std::string_view sWert, CStatLines & line) {
-    const SSlot & slot = Slot(iSpalte);
+namespace {
+
+void SetzeKurz(const SSlot & slot, std::string_view sWert, CStatLines & line) {
     switch (slot.eForm) {
     case EForm::Ohne:
-        break;
     case EForm::Text:
-        line.*slot.pText = CString(sWert);
         break;
     case EForm::Zeichen:
         line.*slot.pZeichen = Erstes(sWert);
@@ -167,6 +191,66 @@ void SetzeSpalte(int iSpalte, std::string_view sWert, CStatLines & line) {
         line.*slot.pZahl = LiesMarken(sWert);
         break;
     }
+}
+
+inline void Setze(const SSlot & slot, std::string_view sWert, CStatLines & line) {
+    if (slot.eForm == EForm::Text) line.*slot.pText = sWert.empty() ? CString() : CString(sWert);
+    else SetzeKurz(slot, sWert, line);
+}
+
+// Cuts a line at its delimiters, finding them eight characters at a time. What stands behind the last one is a column
+// if it is not empty.
+class CSpaltenteiler {
+public:
+    CSpaltenteiler(std::string_view s, char cDelimiter)
+        : m_s(s), m_wMuster(static_cast<unsigned char>(cDelimiter) * wort::JE) {}
+    bool Naechste(std::string_view & sWert) {
+        while (m_wTreffer == 0 && m_iGesucht < m_s.size())
+            Suche();
+        if (m_iAb >= m_s.size()) return false;
+        const std::size_t iEnde =
+            m_wTreffer == 0 ? m_s.size() : m_iGesucht - 8 + static_cast<std::size_t>(std::countr_zero(m_wTreffer)) / 8;
+        sWert = std::string_view(m_s.data() + m_iAb, iEnde - m_iAb);
+        m_wTreffer &= m_wTreffer - 1;
+        m_iAb = iEnde + 1;
+        return true;
+    }
+
+private:
+    // Marks the delimiters among the next eight characters, each by the high bit of its byte, the first one lowest.
+    void Suche() {
+        static_assert(std::endian::native == std::endian::little);
+        const std::size_t n = m_s.size() - m_iGesucht;
+        std::uint64_t w = 0;
+        if (n >= 8) std::memcpy(&w, m_s.data() + m_iGesucht, 8);
+        else std::memcpy(&w, m_s.data() + m_iGesucht, n);
+        m_wTreffer = Gleich(w, m_wMuster);
+        if (n < 8) m_wTreffer &= (1ULL << (8 * n)) - 1;
+        m_iGesucht += 8;
+    }
+
+    std::string_view m_s;
+    std::uint64_t m_wMuster;
+    std::uint64_t m_wTreffer = 0;
+    std::size_t m_iGesucht = 0; // up to here delimiters have been looked for
+    std::size_t m_iAb = 0;      // the next column
+};
+
+} // namespace
+
+void SetzeSpalte(int iSpalte, std::string_view sWert, CStatLines & line) { Setze(Slot(iSpalte), sWert, line); }
+
+bool LiesSpalten(std::string_view s, char cDelimiter, std::span<const int> vStruct,
+                 std::span<const int> vFehlerStruct, CStatLines & line) {
+    if (s.find(cDelimiter) == std::string_view::npos) return false;
+    CSpaltenteiler teiler(s, cDelimiter);
+    std::string_view sWert;
+    for (std::size_t iSpalte = 0; teiler.Naechste(sWert); ++iSpalte) {
+        const std::span<const int> v = iSpalte > 0 && line.ART == "E" ? vFehlerStruct : vStruct;
+        if (iSpalte >= v.size()) throw std::invalid_argument("a line has more columns than its layout");
+        Setze(Slot(v[iSpalte]), sWert, line);
+    }
+    return true;
 }
 
 } // namespace orvostat

@@ -5,8 +5,6 @@
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/host/Umgebung.h"
 
-#include <stdexcept>
-
 namespace orvostat {
 
 CString GetOrvoStatPath() { return GetOrvoDataPath(0) + "stat\\"; }
@@ -272,19 +270,7 @@ template <class T> int CStatEval<T>::FindFieldTitel(const CString & sTitel) {
 }
 
 template <class T> bool CStatEval<T>::GetLineFields(CString sLine, CStatLines & line) {
-    const CSicht sicht = sLine.Sicht();
-    const std::string_view s = sicht;
-    if (s.find(m_cDelimiter) == std::string_view::npos) return false;
-    CSpaltenteiler teiler(s, m_cDelimiter);
-    std::string_view sWert;
-    for (std::size_t iSpalte = 0; teiler.Naechste(sWert); ++iSpalte) {
-        // The kind of the line stands in its first column.
-        const bool bFehler = iSpalte > 0 && line.ART == "E";
-        const std::vector<int> & vStruct = bFehler ? m_aErrorStruct : m_aLineStruct;
-        if (iSpalte >= vStruct.size()) throw std::invalid_argument("a line has more columns than its layout");
-        SetzeSpalte(vStruct[iSpalte], sWert, line);
-    }
-    return true;
+    return LiesSpalten(sLine.Sicht(), m_cDelimiter, m_aLineStruct, m_aErrorStruct, line);
 }
 
 template <class T>

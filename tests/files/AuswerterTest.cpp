@@ -77,10 +77,10 @@ constexpr const char * TITELZEILE =
 TYPED_TEST(AuswerterTest, WoDieDateienLiegen) {
     EXPECT_EQ(GetOrvoStatPath(), this->m_pfade.sDaten + "stat\\");
     dbLfdWorkstation = " 7";
-    EXPECT_EQ(GetOrvoStatWSPath(), this->m_pfade.sDaten + "stat\\07\\");
+    EXPECT_EQ(GetOrvoStatWSPath(), this->m_pfade.sDaten + "stat\\07\\"_t);
     CStatEval<TypeParam> eval(nullptr);
-    EXPECT_EQ(eval.GetDatFilename(), "std.dat");
-    EXPECT_EQ(eval.GetIniFilename(), "std.ini");
+    EXPECT_EQ(eval.GetDatFilename(), "std.dat"_t);
+    EXPECT_EQ(eval.GetIniFilename(), "std.ini"_t);
     EXPECT_EQ(eval.ReadAnzHits(CString()), 1000);
     EXPECT_TRUE(eval.m_cDelimiter == ';' && eval.m_cErsatz == '|' && !eval.m_bZwSich && eval.m_iZwKapazitaet == 5000);
     EXPECT_TRUE(eval.CreateSelektionsFile(CString()) && eval.CreateMoreSelektions(CString()) && eval.IsFirstLineStruct());

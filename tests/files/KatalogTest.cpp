@@ -212,7 +212,7 @@ TEST_F(KatalogTest, TitelUndFormen) {
     for (int i = 0; i < 220; ++i)
         vIst.push_back(std::string(VarNames[i]) + ':' + Form(i));
     EXPECT_EQ(vIst, Woerter(KATALOG));
-    static_assert(std::size(VarNames) == 224);
+    static_assert(sizeof VarNames == 224 * sizeof *VarNames);
     for (int i = 220; i < 224; ++i) {
         EXPECT_EQ(VarNames[i], nullptr);
         EXPECT_EQ(Form(i), i < 223 ? 's' : '-');
@@ -220,7 +220,7 @@ TEST_F(KatalogTest, TitelUndFormen) {
     for (const int i : {-2, -1, 223, 224, 100'000}) {
         CStatLines line;
         m_eval.MoveLineFields(i, "x", line);
-        EXPECT_EQ(m_eval.GetField(i, line), "");
+        EXPECT_EQ(m_eval.GetField(i, line), ""_t);
         EXPECT_EQ(Spalten(line), "");
     }
 }

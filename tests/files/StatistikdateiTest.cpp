@@ -66,7 +66,7 @@ protected:
     void Waehle() {
         m_accu.SetZeitraum("20231001", "20231231");
         m_accu.SetMandant("1");
-        m_accu.SetLebs({"5", "12"});
+        m_accu.SetLebs({"  5", " 12"});
         m_accu.SetPatient("4711");
         m_accu.SetKasse("AOK");
         m_accu.SetKasStat("1");
@@ -81,7 +81,8 @@ protected:
         m_schreiber.SetStatVersion("2");
     }
 };
-TYPED_TEST_SUITE(StatistikdateiTest, (::testing::Types<CStdioFile, CDBStdioFile>));
+using CKlassen = ::testing::Types<CStdioFile, CDBStdioFile>;
+TYPED_TEST_SUITE(StatistikdateiTest, CKlassen);
 
 constexpr const char * SELEKTION =
     "[Allgemein]\nStatistikart=LS\nVersion=2\nErstellungsdatum=01.07.2024\nErstellungszeit=09:05\nAnzahlHits=1200\n"
@@ -97,8 +98,8 @@ TYPED_TEST(StatistikdateiTest, SelektionHinUndZurueck) {
     EXPECT_TRUE(this->m_leser.ExistAllFiles());
     EXPECT_TRUE(this->m_leser.ReadSelektionsFile(this->Ini()));
     EXPECT_EQ(this->m_gelesen.Selektion(), this->m_accu.Selektion());
-    EXPECT_EQ(this->m_leser.GetStatVersion(), "2");
-    EXPECT_EQ(this->m_leser.GetLastEditDate(), "01.07.2024");
+    EXPECT_EQ(this->m_leser.GetStatVersion(), "2"_t);
+    EXPECT_EQ(this->m_leser.GetLastEditDate(), "01.07.2024"_t);
     EXPECT_EQ(this->m_leser.GetLastEditDateText(),
               "F3 - Zuletzt erstellte Liste vom 01.07.2024 um 09:05 Uhr bearbeiten"_t);
     EXPECT_EQ(this->m_leser.ReadAnzHits(this->Ini()), 1200);
@@ -107,7 +108,7 @@ TYPED_TEST(StatistikdateiTest, SelektionHinUndZurueck) {
     this->m_accu.Clear_Selekt();
     this->m_schreiber.m_bMehr = true;
     EXPECT_TRUE(this->m_schreiber.WriteDaten());
-    EXPECT_EQ(SDateifamilie<TypeParam>::CIni::ReadOneString(this->Ini(), "Zusatz", "Frage", "*"), "ja");
+    EXPECT_EQ(SDateifamilie<TypeParam>::CIni::ReadOneString(this->Ini(), "Zusatz", "Frage", "*"), "ja"_t);
     EXPECT_TRUE(this->m_leser.ReadSelektionsFile(this->Ini()));
     EXPECT_EQ(this->m_gelesen.Selektion(), this->m_accu.Selektion());
 }
@@ -146,7 +147,7 @@ TYPED_TEST(StatistikdateiTest, SelektionMitLuecken) {
 
     this->template Lege<TypeParam>(this->Ini(), "[Allgemein]\nErstellungsdatum=01.01.2024\n");
     EXPECT_EQ(this->m_leser.GetLastEditDateText(), "F3 - Zuletzt erstellte Liste  bearbeiten"_t);
-    EXPECT_EQ(this->m_leser.GetStatVersion(), "");
+    EXPECT_EQ(this->m_leser.GetStatVersion(), ""_t);
     CString sText;
     this->m_schreiber.Vec2String({"1", "12345", ""}, sText, 3);
     EXPECT_EQ(sText, "  112345   "_t);
@@ -229,12 +230,12 @@ TYPED_TEST(StatistikdateiTest, EinLaufWirdGespeichertUndWiederGeoeffnet) {
     EXPECT_EQ(Summiere(g), Summiere(this->m_accu));
     ASSERT_EQ(g.m_vBehHits.size(), 3000u);
     EXPECT_EQ(g.m_vBehHits[4].TEXT, "Füllung| Zahn 16, größer als üblich"_t);
-    EXPECT_EQ(g.m_vBehHits[4].DATUM, "20240105");
+    EXPECT_EQ(g.m_vBehHits[4].DATUM, "20240105"_t);
     EXPECT_TRUE(g.m_vBehHits[3].ISPRIVATPATIENT && !g.m_vBehHits[4].ISPRIVATPATIENT);
     ASSERT_TRUE(g.m_vBehErrors.size() == 1 && g.m_vPat.size() == 1 && g.m_vKas.size() == 1);
     EXPECT_EQ(g.m_vBehErrors.Lesend()[0].m_iFehler, 6);
     EXPECT_TRUE(g.m_vPat[0].PATNR == "1" && g.m_vPat[0].m_bPatValid);
-    EXPECT_EQ(g.m_vKas.Lesend()[0].m_sKasSort, "2");
+    EXPECT_EQ(g.m_vKas.Lesend()[0].m_sKasSort, "2"_t);
     EXPECT_TRUE(g.m_vGipsHits.size() == 1 && g.m_vRechHits.size() == 1 && g.m_vGlabFaktHits.empty());
     EXPECT_EQ(g.m_vUewStrings, (std::vector<CString>{"a", "b"}));
     EXPECT_TRUE(g.m_vGlabHits.size() == 1 && g.m_vVerordnungHits.size() == 1); // not a file's
@@ -275,7 +276,7 @@ TYPED_TEST(StatistikdateiTest, ZeilenarteDerReihenfolgeNach) {
     for (const CString & sArt : {"H"_t, "P"_t, "K"_t, "I"_t, "G"_t, "R"_t})
         EXPECT_EQ(Nimm(sArt, "x"), "1 a b") << sArt.Utf8();
     EXPECT_EQ(this->m_gelesen.m_vBehHits.size(), 2u);
-    EXPECT_EQ(leser.m_Hit.TEXT, "x");
+    EXPECT_EQ(leser.m_Hit.TEXT, "x"_t);
     EXPECT_EQ(this->m_gelesen.m_vBehErrors.size(), 1u);
 }
 
@@ -477,11 +478,11 @@ TEST_F(ExcelTest, Plotvorlagen) {
             vErwartet.push_back("\"C:\\calc\" /e\"d.csv\" \"" + m_pfade.sProgramm.Utf8() + fall.pVorlage + "\" 5");
         EXPECT_EQ(m_platz.m_vRufe, vErwartet);
     }
-    EXPECT_EQ(m_excel.FormatBetrag(CDBetrag("e-123456")), "-1234,56");
-    EXPECT_EQ(m_excel.FormatBetrag(CDBetrag("e0")), "");
-    EXPECT_EQ(m_excel.FormatBetrag(CDBetrag()), "");
+    EXPECT_EQ(m_excel.FormatBetrag(CDBetrag("e-123456")), "-1234,56"_t);
+    EXPECT_EQ(m_excel.FormatBetrag(CDBetrag("e0")), ""_t);
+    EXPECT_EQ(m_excel.FormatBetrag(CDBetrag()), ""_t);
     m_excel.SetWaehrung(' ');
-    EXPECT_EQ(m_excel.FormatBetrag(CDBetrag("e10000")), "195,58");
+    EXPECT_EQ(m_excel.FormatBetrag(CDBetrag("e10000")), "195,58"_t);
 }
 
 } // namespace

@@ -76,7 +76,8 @@ protected:
         return s;
     }
 };
-TYPED_TEST_SUITE(DateienTest, (::testing::Types<SPlatte, SBestand>));
+using CFamilien = ::testing::Types<SPlatte, SBestand>;
+TYPED_TEST_SUITE(DateienTest, CFamilien);
 
 TYPED_TEST(DateienTest, ZeilenMitBeidenEnden) {
     struct SFall {
@@ -165,21 +166,21 @@ TYPED_TEST(DateienTest, SuchenUndLoeschen) {
 TYPED_TEST(DateienTest, Inidatei) {
     using CIni = typename TypeParam::CIni;
     const CString sDatei = this->Pfad("x.ISV");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "k", "*"), "*");
+    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "k", "*"), "*"_t);
     CIni ini(sDatei);
     for (const auto & [sA, sK, sW] : std::initializer_list<std::array<CString, 3>>{
-             {"A", "k", " 1 "}, {"A", "q", "\"  5 12\""}, {"B", "k", ""}, {"A", "z", "a\nb\r"}, {"A", "k", "2"}})
+             {"A", "k", " 1 "}, {"A", "q", "\"  5 12\""_t}, {"B", "k", ""}, {"A", "z", "a\nb\r"}, {"A", "k", "2"}})
         EXPECT_TRUE(ini.WriteString(sA, sK, sW));
     EXPECT_TRUE(ini.Save());
     EXPECT_EQ(this->Zeilen("x.ISV"), "[[A]][k=2][q=\"  5 12\"][z=a b ][[B]][k=]");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "q", "*"), "  5 12");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "B", "k", "*"), "");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "a", "k", "*"), "*");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "K", "*"), "*");
+    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "q", "*"), "  5 12"_t);
+    EXPECT_EQ(CIni::ReadOneString(sDatei, "B", "k", "*"), ""_t);
+    EXPECT_EQ(CIni::ReadOneString(sDatei, "a", "k", "*"), "*"_t);
+    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "K", "*"), "*"_t);
 
     this->Schreibe("x.ISV", "k=vor\n\n[A]\r\nk=1\nkeine Zeile\nk=2\n[B]\nk = 3\n");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "k", "*"), "1");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "B", "k", "*"), "*");
+    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "k", "*"), "1"_t);
+    EXPECT_EQ(CIni::ReadOneString(sDatei, "B", "k", "*"), "*"_t);
     CIni dazu(sDatei);
     EXPECT_TRUE(dazu.WriteString("A", "n", "x") && dazu.WriteString("C", "m", "y") && dazu.Save());
     EXPECT_EQ(this->Zeilen("x.ISV"), "[k=vor][[A]][k=1][keine Zeile][k=2][n=x][[B]][k = 3][[C]][m=y]");
@@ -226,7 +227,7 @@ TYPED_TEST(DateienTest, JedeUrsacheAnJederStelle) {
     for (const auto eWo : {CFehlerdateien::OEFFNEN, CFehlerdateien::LESEN}) {
         dateien.FehlerBei(eWo, 5);
         typename TypeParam::CIni ini(this->Pfad("x.ISV"));
-        EXPECT_EQ(ini.ReadString("A", "k", "*"), "*");
+        EXPECT_EQ(ini.ReadString("A", "k", "*"), "*"_t);
         EXPECT_FALSE(ini.WriteString("A", "k", "2") || ini.Save());
         dateien.FehlerBei(CFehlerdateien::NIRGENDS);
     }
@@ -257,10 +258,10 @@ TEST_F(PlatteTest, UrsachenDesBetriebssystems) {
     EXPECT_EQ(Plattendateien().Loesche(Pfad("ordner")), 5);
     EXPECT_EQ(Plattendateien().Loesche(Pfad("weg\\x")), 3);
     EXPECT_NO_THROW(CFile::Remove(Pfad("nurles"))); // its folder decides
-    Schreibe("ordner\\x", "x");
+    Schreibe("ordner\\x"_t, "x");
     std::filesystem::permissions(m_verzeichnis / "daten" / "ordner",
                                  std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
-    EXPECT_EQ(Plattendateien().Loesche(Pfad("ordner\\x")), 5);
+    EXPECT_EQ(Plattendateien().Loesche(Pfad("ordner\\x"_t)), 5);
     std::filesystem::permissions(m_verzeichnis / "daten" / "ordner", std::filesystem::perms::owner_all);
     CStdioFile voll;
     ASSERT_TRUE(voll.Open("\\dev\\full"_t, CFile::modeWrite));
@@ -312,9 +313,9 @@ TEST_F(BestandTest, OhneCloseGiltDerLetzteFlush) {
 }
 
 TEST_F(BestandTest, WandertMitDerPraxisUndVerweigertOhneRecht) {
-    Schreibe("stat\\01\\x", "a");
+    Schreibe("stat\\01\\x"_t, "a");
     m_pfade.sDaten = "\\anderswo\\"_t;
-    EXPECT_EQ(Zeilen("stat\\01\\x"), "[a]");
+    EXPECT_EQ(Zeilen("stat\\01\\x"_t), "[a]");
     EXPECT_TRUE(FileExistsDB("stat\\01\\x"_t));
     dbDatabase.Verbinde(nullptr); // only reading is left
     CFileException fehler;
@@ -322,7 +323,7 @@ TEST_F(BestandTest, WandertMitDerPraxisUndVerweigertOhneRecht) {
     EXPECT_FALSE(datei.Open(Pfad("y"), NEU, &fehler));
     EXPECT_EQ(fehler.m_cause, 5);
     EXPECT_EQ(DeleteFileDB("stat\\01\\x"_t), 0);
-    EXPECT_EQ(Zeilen("stat\\01\\x"), "[a]");
+    EXPECT_EQ(Zeilen("stat\\01\\x"_t), "[a]");
 }
 
 TEST_F(BestandTest, EinFehlendesStueckIstEinSchaden) {
@@ -345,7 +346,7 @@ TEST_F(BestandTest, EinFehlendesStueckIstEinSchaden) {
 TEST_F(CDateienTest, ArbeitsplatzStartetUndSchreibtProfile) {
     const CString sDatei = Pfad("profil.ini"_t);
     EXPECT_EQ(vdsetprofilestring1(sDatei, "[A]", "k", "€"), -2000);
-    EXPECT_EQ(CIniFile::ReadOneString(sDatei, "A", "k", "*"), "€");
+    EXPECT_EQ(CIniFile::ReadOneString(sDatei, "A", "k", "*"), "€"_t);
     EXPECT_NE(vdsetprofilestring1(Pfad("weg\\p.ini"_t), "[A]", "k", "1"), -2000);
     EXPECT_TRUE(WinExec("\"true\" \"a b\""_t, 5));
     EXPECT_FALSE(WinExec("\""+ Pfad("kein Programm"_t) + "\"", 5));
