@@ -177,7 +177,9 @@ public:
         std::filesystem::create_directories(m_pfad / "stat" / "01");
     }
     ~CBenchordner() { std::filesystem::remove_all(m_pfad); }
-    [[nodiscard]] std::string Datei(const char * pName) const { return (m_pfad / "stat" / "01" / pName).string(); }
+    [[nodiscard]] std::string Datei(const char * pName) const {
+        return (m_pfad / "stat" / "01" / pName).string();
+    }
 
 private:
     std::filesystem::path m_pfad;

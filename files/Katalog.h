@@ -13,14 +13,14 @@ namespace orvostat {
 
 // How a slot is written as a column, and read back.
 enum class EForm : std::uint8_t {
-    Ohne,           // no slot: always empty
-    Text,           // as it stands
-    Zeichen,        // one character, 0 is empty
-    Zeichenzahl,    // the same in an int
-    FlaggeEins,     // "1" or "0"; true is only "1"
-    FlaggeZahl,     // true is any number but 0
+    Ohne,            // no slot: always empty
+    Text,            // as it stands
+    Zeichen,         // one character, 0 is empty
+    Zeichenzahl,     // the same in an int
+    FlaggeEins,      // "1" or "0"; true is only "1"
+    FlaggeZahl,      // true is any number but 0
     FlaggeNichtNull, // true is any text but "0", the empty one too
-    Zahl,           // decimal
+    Zahl,            // decimal
 };
 
 // A slot of the line record. Its form follows from the field's type.
@@ -47,11 +47,16 @@ struct SSpalte {
     SSlot slot;
 };
 
-#define TITEL(NAME) SSpalte{#NAME, SSlot(&CStatLines::NAME)}
-#define GETEILT(NAME, FELD) SSpalte{#NAME, SSlot(&CStatLines::FELD)}
-#define FLAGGE(NAME, REGEL) SSpalte{#NAME, SSlot(EForm::Flagge##REGEL, &CStatLines::NAME)}
-#define OHNE(NAME) SSpalte{#NAME, SSlot()}
-#define UNBENANNT(NAME) SSpalte{nullptr, SSlot(&CStatLines::NAME)}
+#define TITEL(NAME)                                                                                          \
+    SSpalte { #NAME, SSlot(&CStatLines::NAME) }
+#define GETEILT(NAME, FELD)                                                                                  \
+    SSpalte { #NAME, SSlot(&CStatLines::FELD) }
+#define FLAGGE(NAME, REGEL)                                                                                  \
+    SSpalte { #NAME, SSlot(EForm::Flagge##REGEL, &CStatLines::NAME) }
+#define OHNE(NAME)                                                                                           \
+    SSpalte { #NAME, SSlot() }
+#define UNBENANNT(NAME)                                                                                      \
+    SSpalte { nullptr, SSlot(&CStatLines::NAME) }
 
 // clang-format off
 inline constexpr SSpalte KATALOG[] = {
@@ -119,7 +124,8 @@ constexpr int Katalogindex(std::string_view sTitel) {
         const char * const pTitel = KATALOG[i].pTitel;
         const char acNummer[] = {static_cast<char>('0' + i / 100), static_cast<char>('0' + i / 10 % 10),
                                  static_cast<char>('0' + i % 10)};
-        if (sTitel == (pTitel == nullptr ? std::string_view(acNummer, 3) : std::string_view(pTitel))) return i;
+        if (sTitel == (pTitel == nullptr ? std::string_view(acNummer, 3) : std::string_view(pTitel)))
+            return i;
     }
     throw std::invalid_argument("no such title");
 }

@@ -12,8 +12,7 @@ constexpr int FENSTER_ZEIGEN = 5;
 
 // The spreadsheet program's path; false if there is none.
 bool Programmpfad(CString & sPfad) {
-    auto * const pFunktion =
-        LadeFunktionAls<bool(int, CString &)>("orvofremd"_t, "GetFremdProgPath"_t);
+    auto * const pFunktion = LadeFunktionAls<bool(int, CString &)>("orvofremd"_t, "GetFremdProgPath"_t);
     return pFunktion != nullptr && pFunktion(TABELLENPROGRAMM, sPfad);
 }
 

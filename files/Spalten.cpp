@@ -26,45 +26,13 @@ const SSlot & Slot(int iSpalte) {
 
 constexpr std::size_t LUFT = 32; // more room than a column of any form but text needs
 
-// A buffer that is written through a pointer, with room for LUFT more characters at any time.
-class CBau {
-public:
-    explicit CBau(std::string & s) : m_s(s) { Vergroessere(0); }
-    void Leere() { m_p = m_s.data(); }
-    void Zeichen(char c) { *m_p++ = c; }
-    void Text(const CString & sText) {
-        if (sText.IsEmpty()) return;
-        const CSicht sicht(sText);
-        if (static_cast<std::size_t>(m_pGrenze - m_p) < sicht.Text().size() + LUFT) Vergroessere(sicht.Text().size());
-        m_p = sicht.Kopiere(m_p);
-    }
-    void Zahl(std::uint32_t i) { m_p = std::to_chars(m_p, m_pGrenze, i).ptr; }
-    // After up to two columns without text.
-    void Platz() {
-        if (static_cast<std::size_t>(m_pGrenze - m_p) < LUFT) Vergroessere(0);
-    }
-    [[nodiscard]] std::size_t Laenge() const { return static_cast<std::size_t>(m_p - m_s.data()); }
-    [[nodiscard]] char * Ab(std::size_t i) { return m_s.data() + i; }
-    [[nodiscard]] std::string_view Bis() const { return std::string_view(m_s).substr(0, Laenge()); }
-
-private:
-    void Vergroessere(std::size_t iText) {
-        const std::size_t n = m_p == nullptr ? 0 : Laenge();
-        if (m_s.size() < n + iText + 4 * LUFT) m_s.resize(2 * (n + iText + 4 * LUFT));
-        m_p = m_s.data() + n;
-        m_pGrenze = m_s.data() + m_s.size();
-    }
-    std::string & m_s;
-    char * m_p = nullptr;
-    char * m_pGrenze = nullptr;
-};
-
-inline void HaengeKurzAn(CBau & bau, const SSlot & slot, const CStatLines & line) {
+// Writes a column of any other form than text at p; the end of it.
+char * SchreibeKurz(char * p, const SSlot & slot, const CStatLines & line) {
     char c = 0;
     switch (slot.eForm) {
     case EForm::Ohne:
     case EForm::Text:
-        return;
+        return p;
     case EForm::Zeichen:
         c = line.*slot.pZeichen;
         break;
@@ -77,14 +45,21 @@ inline void HaengeKurzAn(CBau & bau, const SSlot & slot, const CStatLines & line
         c = line.*slot.pFlagge ? '1' : '0';
         break;
     case EForm::Zahl:
-        return bau.Zahl(static_cast<std::uint32_t>(line.*slot.pZahl));
+        return std::to_chars(p, p + LUFT, static_cast<std::uint32_t>(line.*slot.pZahl)).ptr;
     }
-    if (c != 0) bau.Zeichen(c);
+    if (c != 0) *p++ = c;
+    return p;
 }
 
-inline void HaengeAn(CBau & bau, const SSlot & slot, const CStatLines & line) {
-    if (slot.eForm == EForm::Text) bau.Text(line.*slot.pText);
-    else HaengeKurzAn(bau, slot, line);
+// Writes a column at p; the end of it, with LUFT behind it, or null where there is not so much room before pGrenze.
+inline char * SchreibeSpalte(char * p, char * pGrenze, const SSlot & slot, const CStatLines & line) {
+    if (static_cast<std::size_t>(pGrenze - p) < 3 * LUFT) return nullptr;
+    if (slot.eForm != EForm::Text) return SchreibeKurz(p, slot, line);
+    const CString & sText = line.*slot.pText;
+    if (sText.IsEmpty()) return p;
+    const CSicht sicht(sText);
+    if (static_cast<std::size_t>(pGrenze - p) < sicht.Text().size() + 3 * LUFT) return nullptr;
+    return sicht.Kopiere(p);
 }
 
 void Ersetze(char * p, std::size_t n, STrennung trennung) {
@@ -132,37 +107,56 @@ char Erstes(std::string_view s) { return s.empty() ? '\0' : s[0]; }
 
 } // namespace
 
+namespace {
+
+// Writes the columns with a delimiter behind each, bSorgsam looking into every text; the end of them, or null where the
+// room does not suffice.
+template <bool bSorgsam>
+char * SchreibeSpalten(char * p, char * pGrenze, const int * pStruct, const CStatLines & line,
+                       STrennung trennung) {
+    for (; *pStruct != -1; ++pStruct) {
+        char * const pAnfang = p;
+        p = SchreibeSpalte(p, pGrenze, Slot(*pStruct), line);
+        if (p == nullptr) return nullptr;
+        if constexpr (bSorgsam) Ersetze(pAnfang, static_cast<std::size_t>(p - pAnfang), trennung);
+        *p++ = trennung.cDelimiter;
+    }
+    return p;
+}
+
+std::size_t Spaltenzahl(const int * pStruct) {
+    std::size_t i = 0;
+    while (pStruct[i] != -1)
+        ++i;
+    return i;
+}
+
+} // namespace
+
 std::string_view BaueZeile(std::string & sPuffer, const int * pStruct, const CStatLines & line,
                            STrennung trennung) {
-    // A delimiter behind every column, the last of which becomes the line end; bSorgsam looks into every text.
-    const auto Baue = [&](CBau & bau, bool bSorgsam) {
-        std::size_t iSpalten = 0;
-        for (; pStruct[iSpalten] != -1; ++iSpalten) {
-            const std::size_t iAb = bSorgsam ? bau.Laenge() : 0;
-            HaengeAn(bau, Slot(pStruct[iSpalten]), line);
-            if (bSorgsam) Ersetze(bau.Ab(iAb), bau.Laenge() - iAb, trennung);
-            bau.Zeichen(trennung.cDelimiter);
-            bau.Platz();
-        }
-        return iSpalten;
+    const auto Baue = [&](auto fSchreibe) {
+        char * pEnde = nullptr;
+        while ((pEnde = fSchreibe(sPuffer.data(), sPuffer.data() + sPuffer.size(), pStruct, line,
+                                  trennung)) == nullptr)
+            sPuffer.resize(2 * sPuffer.size() + 64 * LUFT);
+        return static_cast<std::size_t>(pEnde - sPuffer.data());
     };
-    CBau bau(sPuffer);
-    const std::size_t iSpalten = Baue(bau, false);
-    if (Trennzeichen(bau.Bis(), trennung.cDelimiter) != iSpalten) {
-        bau.Leere();
-        Baue(bau, true);
-    }
-    if (iSpalten == 0) bau.Zeichen('\n');
-    *bau.Ab(bau.Laenge() - 1) = '\n';
-    return bau.Bis();
+    const std::size_t iSpalten = Spaltenzahl(pStruct);
+    std::size_t n = Baue(SchreibeSpalten<false>);
+    if (Trennzeichen(std::string_view(sPuffer).substr(0, n), trennung.cDelimiter) != iSpalten)
+        n = Baue(SchreibeSpalten<true>);
+    if (n == 0) sPuffer.resize(++n); // no column
+    sPuffer[n - 1] = '\n';           // in the place of the last delimiter
+    return std::string_view(sPuffer).substr(0, n);
 }
 
 CString Spaltentext(int iSpalte, const CStatLines & line, STrennung trennung) {
-    std::string s;
-    CBau bau(s);
-    HaengeAn(bau, Slot(iSpalte), line);
-    Ersetze(bau.Ab(0), bau.Laenge(), trennung);
-    return CString(bau.Bis());
+    const int aiStruct[] = {iSpalte, -1};
+    std::string sPuffer;
+    if (iSpalte == -1) return {};
+    const std::string_view s = BaueZeile(sPuffer, aiStruct, line, trennung);
+    return CString(s.substr(0, s.size() - 1));
 }
 
 namespace {
@@ -193,9 +187,11 @@ void SetzeKurz(const SSlot & slot, std::string_view sWert, CStatLines & line) {
     }
 }
 
-inline void Setze(const SSlot & slot, std::string_view sWert, CStatLines & line) {
-    if (slot.eForm == EForm::Text) line.*slot.pText = sWert.empty() ? CString() : CString(sWert);
-    else SetzeKurz(slot, sWert, line);
+// pLesbar is the end of what may be read behind the text.
+inline void Setze(const SSlot & slot, std::string_view sWert, const char * pLesbar, CStatLines & line) {
+    if (slot.eForm != EForm::Text) return SetzeKurz(slot, sWert, line);
+    const bool bKurz = sWert.size() <= wort::KURZ_MAX && pLesbar - sWert.data() >= 8;
+    line.*slot.pText = bKurz ? CString::AusAcht(sWert.data(), sWert.size()) : CString(sWert);
 }
 
 // Cuts a line at its delimiters, finding them eight characters at a time. What stands behind the last one is a column
@@ -209,7 +205,8 @@ public:
             Suche();
         if (m_iAb >= m_s.size()) return false;
         const std::size_t iEnde =
-            m_wTreffer == 0 ? m_s.size() : m_iGesucht - 8 + static_cast<std::size_t>(std::countr_zero(m_wTreffer)) / 8;
+            m_wTreffer == 0 ? m_s.size()
+                            : m_iGesucht - 8 + static_cast<std::size_t>(std::countr_zero(m_wTreffer)) / 8;
         sWert = std::string_view(m_s.data() + m_iAb, iEnde - m_iAb);
         m_wTreffer &= m_wTreffer - 1;
         m_iAb = iEnde + 1;
@@ -222,8 +219,10 @@ private:
         static_assert(std::endian::native == std::endian::little);
         const std::size_t n = m_s.size() - m_iGesucht;
         std::uint64_t w = 0;
-        if (n >= 8) std::memcpy(&w, m_s.data() + m_iGesucht, 8);
-        else std::memcpy(&w, m_s.data() + m_iGesucht, n);
+        if (n >= 8)
+            std::memcpy(&w, m_s.data() + m_iGesucht, 8);
+        else
+            std::memcpy(&w, m_s.data() + m_iGesucht, n);
         m_wTreffer = Gleich(w, m_wMuster);
         if (n < 8) m_wTreffer &= (1ULL << (8 * n)) - 1;
         m_iGesucht += 8;
@@ -238,7 +237,9 @@ private:
 
 } // namespace
 
-void SetzeSpalte(int iSpalte, std::string_view sWert, CStatLines & line) { Setze(Slot(iSpalte), sWert, line); }
+void SetzeSpalte(int iSpalte, std::string_view sWert, CStatLines & line) {
+    Setze(Slot(iSpalte), sWert, sWert.data() + sWert.size(), line);
+}
 
 bool LiesSpalten(std::string_view s, char cDelimiter, std::span<const int> vStruct,
                  std::span<const int> vFehlerStruct, CStatLines & line) {
@@ -248,7 +249,7 @@ bool LiesSpalten(std::string_view s, char cDelimiter, std::span<const int> vStru
     for (std::size_t iSpalte = 0; teiler.Naechste(sWert); ++iSpalte) {
         const std::span<const int> v = iSpalte > 0 && line.ART == "E" ? vFehlerStruct : vStruct;
         if (iSpalte >= v.size()) throw std::invalid_argument("a line has more columns than its layout");
-        Setze(Slot(v[iSpalte]), sWert, line);
+        Setze(Slot(v[iSpalte]), sWert, s.data() + s.size(), line);
     }
     return true;
 }

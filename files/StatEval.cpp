@@ -1,7 +1,7 @@
 #include "orvostatbs/files/StatEval.h"
 
-#include "Spalten.h"
 #include "Katalog.h"
+#include "Spalten.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/host/Umgebung.h"
 
@@ -246,7 +246,9 @@ template <class T> int CStatEval<T>::LiesDaten(T & file, long lHits) {
 template <class T> bool CStatEval<T>::DoDataFromFile(bool bFirst, const CString & sLine) {
     m_Line.Clear();
     if (bFirst && IsFirstLineStruct()) return GetLineStruct(sLine);
-    if (GetLineFields(sLine, m_Line)) MoveDataFromFile(m_Line);
+    // GetLineFields, without a copy of the line.
+    if (LiesSpalten(sLine.Sicht(), m_cDelimiter, m_aLineStruct, m_aErrorStruct, m_Line))
+        MoveDataFromFile(m_Line);
     return true;
 }
 
@@ -273,8 +275,7 @@ template <class T> bool CStatEval<T>::GetLineFields(CString sLine, CStatLines & 
     return LiesSpalten(sLine.Sicht(), m_cDelimiter, m_aLineStruct, m_aErrorStruct, line);
 }
 
-template <class T>
-void CStatEval<T>::MoveLineFields(int iField, const CString & sValue, CStatLines & line) {
+template <class T> void CStatEval<T>::MoveLineFields(int iField, const CString & sValue, CStatLines & line) {
     const CSicht sicht = sValue.Sicht();
     SetzeSpalte(iField, sicht, line);
 }

@@ -36,7 +36,13 @@ void Hole(char & c, char cLinie) { c = cLinie; }
 void Hole(char & c, int iLinie) { c = static_cast<char>(iLinie); }
 void Hole(bool & b, bool bLinie) { b = bLinie; }
 void Hole(std::uint32_t & i, unsigned long iLinie) { i = static_cast<std::uint32_t>(iLinie); }
-void Hole(std::int32_t & i, const CString & sLinie) { i = Zahl(sLinie); }
+void Hole(std::int32_t & i, const CString & sLinie) {
+    const char c = sLinie.Erstes();
+    if (sLinie.IsEmpty())
+        i = 0;
+    else
+        i = sLinie.GetLength() == 1 && ismxdigit(c) ? c - '0' : Zahl(sLinie);
+}
 void Hole(char & c, const CString & sLinie) { c = sLinie.Erstes(); }
 void Hole(bool & b, const CString & sLinie) { b = sLinie == "1"; }
 void Hole(CDBetrag & betrag, const CString & sLinie) {

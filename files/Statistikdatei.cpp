@@ -83,9 +83,12 @@ const std::vector<SSelektionsfeld> & Selektionsfelder() {
          [](CStatAccu & a, CWert s) { a.SetSelektion(OderLeer(s)); }},
         // These two take the text for a missing key as it is.
         {"Sortierung"_t,
-         [](CAccu a) { return a.GetSortierung() == 0 ? CString() : CString(static_cast<char>(a.GetSortierung())); },
+         [](CAccu a) {
+             return a.GetSortierung() == 0 ? CString() : CString(static_cast<char>(a.GetSortierung()));
+         },
          [](CStatAccu & a, CWert s) { a.SetSortierung(s.Erstes()); }},
-        {"Erweiterung"_t, [](CAccu a) { return a.GetArtStat(); }, [](CStatAccu & a, CWert s) { a.SetArtStat(s); }},
+        {"Erweiterung"_t, [](CAccu a) { return a.GetArtStat(); },
+         [](CStatAccu & a, CWert s) { a.SetArtStat(s); }},
         {"NurMitMwSt"_t, [](CAccu a) { return Flagge(a.GetNurMitMwSt()); },
          [](CStatAccu & a, CWert s) { a.SetNurMitMwSt(Zahl(s) != 0); }},
         {"TecMitMwSt"_t, [](CAccu a) { return Flagge(a.GetTecMitMwSt()); },
@@ -196,7 +199,7 @@ template <class T> long CFile2Stat<T>::ReadAnzHits(const CString & sFile) {
                                                                    KuerzesteZeile(this->SetLineStruct());
     try {
         if (iHits <= iMoeglich) vHits.reserve(iHits);
-    } catch (const std::bad_alloc &) {     // the number is a hint
+    } catch (const std::bad_alloc &) { // the number is a hint
     } catch (const std::length_error &) {
     }
     return lHits;
@@ -279,7 +282,7 @@ template <class T> bool CFile2Stat<T>::NimmSatz(const CStatLines & line) {
     case 'U':
         m_Hit.Clear();
         line.MoveFile2UEW(m_Hit);
-        if (m_setUew.insert(m_Hit.TEXT).second) m_pUewZiel = nullptr;
+        MerkeUeberweisung(m_Hit.TEXT);
         return true;
     case 'G':
         m_Hit.Clear();
@@ -296,7 +299,13 @@ template <class T> bool CFile2Stat<T>::NimmSatz(const CStatLines & line) {
     }
 }
 
-// Brings m_vUewStrings up to date behind every line, at a price only where there is something new.
+// m_vUewStrings is m_setUew in order behind every line, at a price only where there is something new.
+template <class T> void CFile2Stat<T>::MerkeUeberweisung(const CString & sText) {
+    FuelleUeberweisungen();
+    std::vector<CString> & vUew = this->m_pFilter->m_vUewStrings;
+    if (m_setUew.insert(sText).second) vUew.insert(std::lower_bound(vUew.begin(), vUew.end(), sText), sText);
+}
+
 template <class T> void CFile2Stat<T>::FuelleUeberweisungen() {
     std::vector<CString> & vUew = this->m_pFilter->m_vUewStrings;
     if (m_pUewZiel == this->m_pFilter && vUew.size() == m_setUew.size()) return;

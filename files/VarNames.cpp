@@ -52,7 +52,7 @@ constinit const char * const (&VarNames)[std::size(KATALOG)] = s_varNames.apTite
 
 #define ORVO_LAYOUT(NAME, ZEILE)                                                                             \
     static constinit SLayout<Spalten(ZEILE)> s_##NAME = MakeLayout<Spalten(ZEILE)>(ZEILE);                   \
-    constinit int (&NAME)[Spalten(ZEILE) + 1] = s_##NAME.ai;
+    constinit int(&NAME)[Spalten(ZEILE) + 1] = s_##NAME.ai;
 
 // clang-format off
 ORVO_LAYOUT(iERR_SICHERUNG,

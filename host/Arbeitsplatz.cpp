@@ -31,8 +31,10 @@ std::vector<std::string> Argumente(const CString & sBefehl) {
             continue;
         }
         if (!std::exchange(bInTeil, true)) vTeile.emplace_back();
-        if (c == '"') bInAnfuehrung = !bInAnfuehrung;
-        else vTeile.back() += c;
+        if (c == '"')
+            bInAnfuehrung = !bInAnfuehrung;
+        else
+            vTeile.back() += c;
     }
     return vTeile;
 }
@@ -85,7 +87,9 @@ CArbeitsplatz * SetzeArbeitsplatz(CArbeitsplatz * pArbeitsplatz) {
     return std::exchange(s_pArbeitsplatz, pArbeitsplatz);
 }
 
-bool WinExec(const CString & sBefehl, int iAnzeige) { return Arbeitsplatz().StarteProgramm(sBefehl, iAnzeige); }
+bool WinExec(const CString & sBefehl, int iAnzeige) {
+    return Arbeitsplatz().StarteProgramm(sBefehl, iAnzeige);
+}
 void AddDeleteOrvoTempFile(const CString & sDatei) { Arbeitsplatz().MerkeTempDatei(sDatei); }
 int vdsetprofilestring1(const CString & sDatei, const CString & sAbschnitt, const CString & sSchluessel,
                         const CString & sWert) {

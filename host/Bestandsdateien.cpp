@@ -184,7 +184,7 @@ private:
     CString m_sName;
     CTDatei m_zeile{Handle()};
     std::uint64_t m_iLaenge = 0;
-    bool m_bGruppe = false;          // a group of writes is open
+    bool m_bGruppe = false;           // a group of writes is open
     std::uint64_t m_iStueck = KEINES; // the piece in memory, from 0
     std::string m_sStueck;
     bool m_bGeaendert = false; // in memory only
@@ -245,6 +245,8 @@ CDateispeicher & Bestandsdateien() {
     static CBestandsdateien s_dateien;
     return s_pBestand != nullptr ? *s_pBestand : s_dateien;
 }
-CDateispeicher * SetzeBestandsdateien(CDateispeicher * pSpeicher) { return std::exchange(s_pBestand, pSpeicher); }
+CDateispeicher * SetzeBestandsdateien(CDateispeicher * pSpeicher) {
+    return std::exchange(s_pBestand, pSpeicher);
+}
 
 } // namespace orvostat

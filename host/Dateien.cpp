@@ -155,7 +155,8 @@ bool CDateisuche::FindNextFile() {
 
 const SDateieintrag & CDateisuche::Eintrag() const {
     static const SDateieintrag s_keiner;
-    return m_iNaechster == 0 || m_iNaechster > m_vEintraege.size() ? s_keiner : m_vEintraege[m_iNaechster - 1];
+    return m_iNaechster == 0 || m_iNaechster > m_vEintraege.size() ? s_keiner
+                                                                   : m_vEintraege[m_iNaechster - 1];
 }
 
 } // namespace orvostat

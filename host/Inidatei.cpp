@@ -41,13 +41,15 @@ void CInidatei::Lies() {
     }
 }
 
-CString CInidatei::ReadString(const CString & sAbschnitt, const CString & sSchluessel, const CString & sErsatz) {
+CString CInidatei::ReadString(const CString & sAbschnitt, const CString & sSchluessel,
+                              const CString & sErsatz) {
     Lies();
     const std::string sKopf = Kopf(sAbschnitt);
     const std::string sAnfang = Zeile(sSchluessel) + '=';
     bool bDrin = false;
     for (const std::string_view sZeile : m_vZeilen) {
-        if (IstKopf(sZeile)) bDrin = sZeile == sKopf;
+        if (IstKopf(sZeile))
+            bDrin = sZeile == sKopf;
         else if (bDrin && sZeile.starts_with(sAnfang))
             return CString(OhneAnfuehrung(sZeile.substr(sAnfang.size())));
     }

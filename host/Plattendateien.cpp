@@ -145,7 +145,9 @@ CDateispeicher & Plattendateien() {
     static CPlattendateien s_dateien;
     return s_pPlatte != nullptr ? *s_pPlatte : s_dateien;
 }
-CDateispeicher * SetzePlattendateien(CDateispeicher * pSpeicher) { return std::exchange(s_pPlatte, pSpeicher); }
+CDateispeicher * SetzePlattendateien(CDateispeicher * pSpeicher) {
+    return std::exchange(s_pPlatte, pSpeicher);
+}
 
 bool PasstAufMuster(std::string_view sName, std::string_view sMuster) {
     if (sMuster == "*.*") return true;

@@ -190,9 +190,7 @@ CString CorrectGebDate(const CString & sDatum) {
     return RightFix(itoc(iJahr * 10'000 + iMonat * 100 + iTag), 8, '0');
 }
 
-bool FileExists(const CString & sPfad) {
-    return orvostat::Plattendateien().Existiert(sPfad);
-}
+bool FileExists(const CString & sPfad) { return orvostat::Plattendateien().Existiert(sPfad); }
 
 CString CMxField::MakeKY(const CString & s, int iLen) {
     if (iLen <= 0) return {};

@@ -47,7 +47,8 @@ public:
     }
     bool IsFirstLineStruct() override { return m_bKopfzeile; }
     bool MoveDataFromFile(CStatLines & line) override {
-        m_vGelesen.push_back((line.ART + "/" + line.PATNR + "/" + line.DATUM + "/" + line.LSTIN + "/" + line.TEXTART).Utf8());
+        m_vGelesen.push_back(
+            (line.ART + "/" + line.PATNR + "/" + line.DATUM + "/" + line.LSTIN + "/" + line.TEXTART).Utf8());
         return false; // without effect
     }
 
@@ -82,8 +83,10 @@ TYPED_TEST(AuswerterTest, WoDieDateienLiegen) {
     EXPECT_EQ(eval.GetDatFilename(), "std.dat"_t);
     EXPECT_EQ(eval.GetIniFilename(), "std.ini"_t);
     EXPECT_EQ(eval.ReadAnzHits(CString()), 1000);
-    EXPECT_TRUE(eval.m_cDelimiter == ';' && eval.m_cErsatz == '|' && !eval.m_bZwSich && eval.m_iZwKapazitaet == 5000);
-    EXPECT_TRUE(eval.CreateSelektionsFile(CString()) && eval.CreateMoreSelektions(CString()) && eval.IsFirstLineStruct());
+    EXPECT_TRUE(eval.m_cDelimiter == ';' && eval.m_cErsatz == '|' && !eval.m_bZwSich &&
+                eval.m_iZwKapazitaet == 5000);
+    EXPECT_TRUE(eval.CreateSelektionsFile(CString()) && eval.CreateMoreSelektions(CString()) &&
+                eval.IsFirstLineStruct());
     EXPECT_FALSE(eval.WriteDaten() || eval.ReadDaten()); // without layout
 }
 
@@ -93,7 +96,8 @@ TYPED_TEST(AuswerterTest, SchreibenInSeinerReihenfolge) {
     auto & eval = this->m_eval;
     eval.m_fDazu = [&](TypeParam & file) { eval.WriteErrorLines(file, eval.m_Line); };
     EXPECT_TRUE(eval.WriteDaten());
-    EXPECT_EQ(eval.m_vRufe, (std::vector<std::string>{"dat", "ini", "layout", "gesamt", "daten", "selektion", "mehr"}));
+    EXPECT_EQ(eval.m_vRufe,
+              (std::vector<std::string>{"dat", "ini", "layout", "gesamt", "daten", "selektion", "mehr"}));
     EXPECT_EQ(this->template Inhalt<TypeParam>(this->Dat()),
               std::string(TITELZEILE) + "H;a|b;;;;;;;;;\nH;a|b;;;;;;;;;\n");
     EXPECT_EQ(this->template Inhalt<TypeParam>(this->Ini()), "-");
@@ -152,7 +156,8 @@ TYPED_TEST(AuswerterTest, CodesDesLesens) {
 
     eval.m_bVorher = false;
     EXPECT_FALSE(this->Lies("H;1;\n"));
-    EXPECT_TRUE(this->m_rekorder.m_vPrompts.empty() && eval.m_vGelesen.empty() && !this->m_rekorder.m_bBoxOffen);
+    EXPECT_TRUE(this->m_rekorder.m_vPrompts.empty() && eval.m_vGelesen.empty() &&
+                !this->m_rekorder.m_bBoxOffen);
     eval.m_bVorher = true;
     eval.m_bKopfzeile = true;
     EXPECT_TRUE(this->Lies("ART;LSTIN;TEXTART\r\nH;x;y\r\n"));
@@ -160,7 +165,8 @@ TYPED_TEST(AuswerterTest, CodesDesLesens) {
     for (const char * pOhneKopf : {"\nH;1\n", "ART\nH;1\n"}) {
         EXPECT_FALSE(this->Lies(pOhneKopf));
         EXPECT_EQ(this->m_rekorder.m_vPrompts,
-                  (std::vector<SPrompt>{{SPrompt::HALT_I, "Datensammlung gescheitert."_t, "Keine Kopfzeile gefunden!"_t, 0}}));
+                  (std::vector<SPrompt>{
+                      {SPrompt::HALT_I, "Datensammlung gescheitert."_t, "Keine Kopfzeile gefunden!"_t, 0}}));
     }
     EXPECT_TRUE(this->Lies("")); // no line, no title line missing
     this->m_rekorder.m_bBoxGeht = false;
@@ -174,7 +180,8 @@ TYPED_TEST(AuswerterTest, CodesDesLesens) {
 TYPED_TEST(AuswerterTest, BeschaedigteZeilen) {
     auto & eval = this->m_eval;
     EXPECT_TRUE(this->Lies("\n;\nohne\nE;1;2;3;4\nX;;\nEE;5;\n;6;7\nH;\xFF;\nH;8;9;\n"));
-    EXPECT_EQ(eval.m_vGelesen, (std::vector<std::string>{"////", "E/1/2/3/4", "X////", "EE/5///", "/6/7//", "H/ÿ///", "H/8/9//"}));
+    EXPECT_EQ(eval.m_vGelesen, (std::vector<std::string>{"////", "E/1/2/3/4", "X////", "EE/5///", "/6/7//",
+                                                         "H/ÿ///", "H/8/9//"}));
     // More columns than the layout: the exception passes, the box stays open.
     for (const char * pZuViele : {"H;1;2;3\n", "E;1;2;3;4;5\n", "ART;1;2;;\n"}) {
         EXPECT_THROW(this->Lies(pZuViele), std::invalid_argument) << pZuViele;
@@ -190,6 +197,9 @@ TYPED_TEST(AuswerterTest, BeschaedigteZeilen) {
     EXPECT_THROW(leer.GetLineFields("E;1", line), std::invalid_argument);
     EXPECT_TRUE(leer.GetLineFields("H;1", line));
     EXPECT_FALSE(leer.GetLineFields("H1", line) || leer.GetLineFields("", line));
+    line.ART = "E"; // of the line before: the first column is the layout's all the same
+    EXPECT_TRUE(leer.GetLineFields("H;2", line));
+    EXPECT_EQ(line.PATNR, "2"_t);
     // Bytes of every kind, in lines of every length.
     std::uint32_t iZufall = 1;
     for (int iLauf = 0; iLauf < 300; ++iLauf) {
@@ -272,8 +282,10 @@ TYPED_TEST(AuswerterTest, JedeUrsacheHatIhrenText) {
             Fehler(CFehlerdateien::LOESCHEN, iUrsache);
             const bool bPlatte = std::is_same_v<TypeParam, CStdioFile>;
             EXPECT_EQ(eval.DeleteFileA(this->Dat()), bPlatte && iUrsache == 2);
-            if (bPlatte) Erwarte(fall.pLoeschen, "DeleteFile " + sDat + " gescheitert!", iUrsache);
-            else Erwarte(("Löschen der Datei '" + sDat + "' gescheitert!").c_str(), "Statistik", iUrsache);
+            if (bPlatte)
+                Erwarte(fall.pLoeschen, "DeleteFile " + sDat + " gescheitert!", iUrsache);
+            else
+                Erwarte(("Löschen der Datei '" + sDat + "' gescheitert!").c_str(), "Statistik", iUrsache);
             EXPECT_TRUE(iUrsache == 2 || !eval.WriteDaten()); // the former data file cannot go
             Fehler(CFehlerdateien::OEFFNEN, iUrsache);
             EXPECT_FALSE(eval.WriteDaten() || eval.ReadDaten());

@@ -47,7 +47,8 @@ protected:
         for (int i = 0; i <= 222; ++i) {
             const CString sWert = eval.GetField(i, line);
             if (sWert == eval.GetField(i, m_leer) || i == 129 || i == 134) continue; // shared slots once
-            s += (s.empty() ? "" : " ") + (VarNames[i] ? std::string(VarNames[i]) : std::to_string(i)) + '=' + sWert.Utf8();
+            s += (s.empty() ? "" : " ") + (VarNames[i] ? std::string(VarNames[i]) : std::to_string(i)) + '=' +
+                 sWert.Utf8();
         }
         return s;
     }

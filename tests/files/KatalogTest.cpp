@@ -199,7 +199,7 @@ protected:
     char Form(int i) {
         const std::pair<std::string, std::string> paar{Nach(i, "2x"), Nach(i, "")};
         const std::pair<char, std::pair<std::string, std::string>> aFormen[] = {
-            {'s', {"2x", ""}}, {'c', {"2", ""}},   {'e', {"0", "0"}}, {'z', {"1", "0"}},
+            {'s', {"2x", ""}}, {'c', {"2", ""}},  {'e', {"0", "0"}}, {'z', {"1", "0"}},
             {'n', {"1", "1"}}, {'u', {"2", "0"}}, {'-', {"", ""}}};
         for (const auto & [c, erwartet] : aFormen)
             if (paar == erwartet) return c;
@@ -258,7 +258,8 @@ TEST_F(KatalogTest, Layouts) {
         std::string sIst;
         int iSpalten = 0;
         for (const int * p = fall.pLayout; *p != -1; ++p, ++iSpalten)
-            sIst += (iSpalten > 0 ? ";" : "") + (VarNames[*p] ? std::string(VarNames[*p]) : std::to_string(*p));
+            sIst +=
+                (iSpalten > 0 ? ";" : "") + (VarNames[*p] ? std::string(VarNames[*p]) : std::to_string(*p));
         EXPECT_EQ(sIst, fall.pTitelzeile) << fall.pName;
         EXPECT_EQ(iSpalten, fall.iSpalten) << fall.pName;
     }
@@ -271,11 +272,23 @@ TEST_F(KatalogTest, SpaltenImEinzelnen) {
         CString sWert;
         std::string sZurueck;
     } vFaelle[] = {
-        {36, "1", "1"},   {36, "10", "0"},   {36, " 1", "0"}, {122, "-1", "1"}, {122, "0", "0"},
-        {138, "x1", "0"}, {174, "0", "0"},   {174, "00", "1"}, {92, "12", "1"},  {55, " a", " "},
-        {212, "-1", "4294967295"},           {212, "4294967295", "4294967295"},
-        {212, "99999999999"_t, "4294967295"}, {212, "x", "0"},
-        {21, "a;b\r\nc"_t, "a|b  c"},       {22, ";", "|"}, {19, "1;2;3;4;5;6;7"_t, "1|2|3|4|5|6|7"},
+        {36, "1", "1"},
+        {36, "10", "0"},
+        {36, " 1", "0"},
+        {122, "-1", "1"},
+        {122, "0", "0"},
+        {138, "x1", "0"},
+        {174, "0", "0"},
+        {174, "00", "1"},
+        {92, "12", "1"},
+        {55, " a", " "},
+        {212, "-1", "4294967295"},
+        {212, "4294967295", "4294967295"},
+        {212, "99999999999"_t, "4294967295"},
+        {212, "x", "0"},
+        {21, "a;b\r\nc"_t, "a|b  c"},
+        {22, ";", "|"},
+        {19, "1;2;3;4;5;6;7"_t, "1|2|3|4|5|6|7"},
     };
     for (const auto & fall : vFaelle)
         EXPECT_EQ(Nach(fall.iSpalte, fall.sWert), fall.sZurueck) << fall.iSpalte << " " << fall.sWert.Utf8();

@@ -17,8 +17,10 @@ public:
         const auto Schreibe = [&](const auto & vSaetze, auto fHin) {
             for (const auto & satz : vSaetze) {
                 (this->m_Line.*fHin)(satz);
-                if (this->m_Line.ART == "E") this->WriteErrorLines(file, this->m_Line);
-                else this->WriteLines(file, this->m_Line);
+                if (this->m_Line.ART == "E")
+                    this->WriteErrorLines(file, this->m_Line);
+                else
+                    this->WriteLines(file, this->m_Line);
             }
         };
         Schreibe(accu.m_vBehErrors.Lesend(), &CStatLines::MoveError2File);
@@ -85,7 +87,8 @@ using CKlassen = ::testing::Types<CStdioFile, CDBStdioFile>;
 TYPED_TEST_SUITE(StatistikdateiTest, CKlassen);
 
 constexpr const char * SELEKTION =
-    "[Allgemein]\nStatistikart=LS\nVersion=2\nErstellungsdatum=01.07.2024\nErstellungszeit=09:05\nAnzahlHits=1200\n"
+    "[Allgemein]\nStatistikart=LS\nVersion=2\nErstellungsdatum=01.07.2024\nErstellungszeit=09:05\nAnzahlHits="
+    "1200\n"
     "[Selektion]\nDatumVon=01.10.2023\nDatumBis=31.12.2023\nPraxisinhaber= 1\nBehandler=\"  5 12\"\n"
     "Patient=      4711\nKasse=AOK\nKasStat=1\nKasMedStat=2\nPatSelektion=s\nSortierung=1\nErweiterung=ä;b\n"
     "NurMitMwSt=1\nTecMitMwSt=0\nProzPrivatSachkosten=-15\n";
@@ -114,11 +117,12 @@ TYPED_TEST(StatistikdateiTest, SelektionHinUndZurueck) {
 }
 
 TYPED_TEST(StatistikdateiTest, SelektionMitLuecken) {
-    const std::vector<SPrompt> vKlage{
-        {SPrompt::HALT_E, "ReadSelektionsFile"_t, "Lesen der Filterselektionen für Statistik gescheitert!"_t, 0}};
+    const std::vector<SPrompt> vKlage{{SPrompt::HALT_E, "ReadSelektionsFile"_t,
+                                       "Lesen der Filterselektionen für Statistik gescheitert!"_t, 0}};
     this->m_gelesen.SetKasse("alt");
-    for (const char * pText : {"", "[Selektion]\nDatumVon=01.10.2023\n", "[Selektion]\nDatumBis=01.10.2023\nKasse=x\n",
-                               "DatumVon=1\nDatumBis=2\n", "[Selektion\nDatumVon=1.1.2024\nDatumBis=2.1.2024\n"}) {
+    for (const char * pText :
+         {"", "[Selektion]\nDatumVon=01.10.2023\n", "[Selektion]\nDatumBis=01.10.2023\nKasse=x\n",
+          "DatumVon=1\nDatumBis=2\n", "[Selektion\nDatumVon=1.1.2024\nDatumBis=2.1.2024\n"}) {
         this->template Lege<TypeParam>(this->Ini(), pText);
         this->m_rekorder.m_vPrompts.clear();
         EXPECT_FALSE(this->m_leser.ReadSelektionsFile(this->Ini())) << pText;
@@ -136,18 +140,31 @@ TYPED_TEST(StatistikdateiTest, SelektionMitLuecken) {
         return this->m_gelesen.Selektion();
     };
     const SSelektion & leer = Lies(sZeitraum);
-    EXPECT_TRUE(leer.Mandant.IsEmpty() && leer.Lebs.empty() && leer.Patient.IsEmpty() && leer.KasKuerzel.IsEmpty());
-    EXPECT_TRUE(leer.Sortierung == '*' && leer.ArtStat == "*" && !leer.NurMitMwSt && leer.ProzPrivatSachkosten == 0);
+    EXPECT_TRUE(leer.Mandant.IsEmpty() && leer.Lebs.empty() && leer.Patient.IsEmpty() &&
+                leer.KasKuerzel.IsEmpty());
+    EXPECT_TRUE(leer.Sortierung == '*' && leer.ArtStat == "*" && !leer.NurMitMwSt &&
+                leer.ProzPrivatSachkosten == 0);
     EXPECT_TRUE(leer.AbDatum.IsEmpty() && leer.BisDatum == "20231231");
-    const SSelektion & voll = Lies(sZeitraum + "Praxisinhaber=x\nBehandler=12\nPatient=4711\nSortierung=\nNurMitMwSt=7\n"
-                                               "TecMitMwSt=x\nProzPrivatSachkosten=9x\n");
-    EXPECT_TRUE(voll.Mandant == " 0" && voll.Lebs.empty() && voll.Patient == "      4711" && voll.Sortierung == 0);
+    const SSelektion & voll =
+        Lies(sZeitraum + "Praxisinhaber=x\nBehandler=12\nPatient=4711\nSortierung=\nNurMitMwSt=7\n"
+                         "TecMitMwSt=x\nProzPrivatSachkosten=9x\n");
+    EXPECT_TRUE(voll.Mandant == " 0" && voll.Lebs.empty() && voll.Patient == "      4711" &&
+                voll.Sortierung == 0);
     EXPECT_TRUE(voll.NurMitMwSt && !voll.TecMitMwSt && voll.ProzPrivatSachkosten == 9);
     EXPECT_EQ(Lies(sZeitraum + "Behandler=  51234\n").Lebs, (std::vector<CString>{"  5", "123", "4"}));
 
     this->template Lege<TypeParam>(this->Ini(), "[Allgemein]\nErstellungsdatum=01.01.2024\n");
     EXPECT_EQ(this->m_leser.GetLastEditDateText(), "F3 - Zuletzt erstellte Liste  bearbeiten"_t);
     EXPECT_EQ(this->m_leser.GetStatVersion(), ""_t);
+    std::uint32_t iZufall = 1; // bytes of every kind
+    for (int iLauf = 0; iLauf < 200; ++iLauf) {
+        std::string sBytes = "[Selektion]\nDatumVon=";
+        for (int i = 0; i < iLauf; ++i)
+            sBytes += "[]=\n\"\r\0 9DatumBis"[(iZufall = iZufall * 1664525 + 1013904223) >> 28];
+        this->template Lege<TypeParam>(this->Ini(), sBytes);
+        static_cast<void>(this->m_leser.ReadSelektionsFile(this->Ini()));
+        static_cast<void>(this->m_leser.ReadAnzHits(this->Ini()));
+    }
     CString sText;
     this->m_schreiber.Vec2String({"1", "12345", ""}, sText, 3);
     EXPECT_EQ(sText, "  112345   "_t);
@@ -164,14 +181,21 @@ TYPED_TEST(StatistikdateiTest, AnzahlHitsReserviertNurWasSeinKann) {
         long lHits;
         bool bPlatz;
     } vFaelle[] = {
-        {"5000", 5000, true}, {"20000", 20'000, true},          {"20001", 20'001, false}, {"-5", -5, false},
-        {"x", 0, false},      {"4000000000", 4'000'000'000, false}, {"9223372036854775807", 9223372036854775807, false},
+        {"5000", 5000, true},
+        {"20000", 20'000, true},
+        {"20001", 20'001, false},
+        {"-5", -5, false},
+        {"x", 0, false},
+        {"4000000000", 4'000'000'000, false},
+        {"9223372036854775807", 9223372036854775807, false},
     };
     for (const auto & fall : vFaelle) {
         std::vector<CBehHitLine>().swap(this->m_gelesen.m_vBehHits);
-        this->template Lege<TypeParam>(this->Ini(), std::string("[Allgemein]\nAnzahlHits=") + fall.pText + "\n");
+        this->template Lege<TypeParam>(this->Ini(),
+                                       std::string("[Allgemein]\nAnzahlHits=") + fall.pText + "\n");
         EXPECT_EQ(this->m_leser.ReadAnzHits(this->Ini()), fall.lHits);
-        EXPECT_EQ(this->m_gelesen.m_vBehHits.capacity(), fall.bPlatz ? static_cast<std::size_t>(fall.lHits) : 0);
+        EXPECT_EQ(this->m_gelesen.m_vBehHits.capacity(),
+                  fall.bPlatz ? static_cast<std::size_t>(fall.lHits) : 0);
     }
 }
 
@@ -183,7 +207,8 @@ CBehHitLine MakeHit(int i) {
     hit.PATNR = RightFix(itoc(1000 + i % 97), 10);
     hit.DATUM = "202401" + RightFix(itoc(1 + i % 28), 2, '0');
     hit.LSTNR = i % 2 == 0 ? CString("13a") : CString("2060");
-    hit.BETRAG = CDBetrag((i % 7 == 0 ? "e-" : "e") + itoc(1 + i * 31) + (i % 3 == 0 ? CString(".125") : CString()));
+    hit.BETRAG =
+        CDBetrag((i % 7 == 0 ? "e-" : "e") + itoc(1 + i * 31) + (i % 3 == 0 ? CString(".125") : CString()));
     hit.ZUSCHLAG = i % 5 == 0 ? CDBetrag() : CDBetrag("e" + itoc(i));
     hit.PUNKTWERT = CDPw("e11234.5");
     hit.PUNKTE = i;
@@ -205,8 +230,8 @@ TYPED_TEST(StatistikdateiTest, EinLaufWirdGespeichertUndWiederGeoeffnet) {
             zuschlaege += hit.ZUSCHLAG;
             iPunkte += hit.PUNKTE;
         }
-        return std::string(summe.ToDb(0, true, false, 0, 0).Utf8() + ' ' + zuschlaege.ToDb(0, true, false, 0, 0).Utf8() +
-                           ' ' + std::to_string(iPunkte));
+        return std::string(summe.ToDb(0, true, false, 0, 0).Utf8() + ' ' +
+                           zuschlaege.ToDb(0, true, false, 0, 0).Utf8() + ' ' + std::to_string(iPunkte));
     };
     for (int i = 0; i < 3000; ++i)
         this->m_accu.m_vBehHits.push_back(MakeHit(i));
@@ -240,7 +265,8 @@ TYPED_TEST(StatistikdateiTest, EinLaufWirdGespeichertUndWiederGeoeffnet) {
     EXPECT_EQ(g.m_vUewStrings, (std::vector<CString>{"a", "b"}));
     EXPECT_TRUE(g.m_vGlabHits.size() == 1 && g.m_vVerordnungHits.size() == 1); // not a file's
     EXPECT_TRUE(g.m_iGlabPos == 7 && g.m_iErrPos == -1 && g.m_iGipsPos == -1 && g.m_iRechPos == -1);
-    EXPECT_EQ(this->m_rekorder.m_vSchritte.back(), (std::pair<long, long>{3011, 3000})); // one more than the lines
+    EXPECT_EQ(this->m_rekorder.m_vSchritte.back(),
+              (std::pair<long, long>{3011, 3000})); // one more than the lines
     // Again: the tables are emptied, the referrals are kept.
     g.m_vUewStrings.clear();
     EXPECT_TRUE(this->m_leser.ReadDaten());
@@ -310,7 +336,8 @@ protected:
         EXPECT_TRUE(m_zw.WriteZwDaten(m_accu.m_vBehHits, &m_accu));
     }
     [[nodiscard]] std::int64_t Zeilen() const {
-        const std::string s = Inhalt<CDBStdioFile>(m_zw.m_pZwStruct ? GetOrvoStatWSPath() + "ZW.SVE" : CString());
+        const std::string s =
+            Inhalt<CDBStdioFile>(m_zw.m_pZwStruct ? GetOrvoStatWSPath() + "ZW.SVE" : CString());
         return s == "-" ? -1 : std::count(s.begin(), s.end(), '\n');
     }
 };
@@ -377,7 +404,8 @@ public:
         return false; // without effect
     }
     void MerkeTempDatei(const CString & sDatei) override { m_vRufe.push_back(sDatei.Utf8()); }
-    int SetzeProfil(const CString &, const CString & sAbschnitt, const CString & sSchluessel, const CString & sWert) override {
+    int SetzeProfil(const CString &, const CString & sAbschnitt, const CString & sSchluessel,
+                    const CString & sWert) override {
         m_vRufe.push_back((sAbschnitt + sSchluessel + "=" + sWert).Utf8());
         return m_iProfile-- > 0 ? PROFIL_OK : 0;
     }
@@ -439,11 +467,12 @@ TEST_F(ExcelTest, UebergabeUndStart) {
     EXPECT_EQ(m_platz.m_vRufe,
               (std::vector<std::string>{
                   sTemp + "T.CSV", sTemp + "T.INI", "[Allgemein]Statistikart=TP",
-                  "[Allgemein]Erstellungsdatum=01.07.2024", "[Allgemein]Erstellungszeit=09:05", "[Allgemein]Waehrung=€",
-                  "[Selektion]DatumVon=01.01.2024", "[Selektion]DatumBis=31.03.2024", "[Selektion]Praxisinhaber=M",
-                  "[Selektion]Behandler=L", "[Selektion]Patient=P", "[Selektion]Kasse=K", "[Selektion]Kassengruppe=ks",
-                  "[Selektion]PatSelektion=ps"}));
-    EXPECT_EQ(Inhalt<CStdioFile>(m_pfade.sTemp + "\\T.CSV"), "ART;GOSTATISTIKART;GOSTATISTIKNAME;PUNKTE;BETRAG\n");
+                  "[Allgemein]Erstellungsdatum=01.07.2024", "[Allgemein]Erstellungszeit=09:05",
+                  "[Allgemein]Waehrung=€", "[Selektion]DatumVon=01.01.2024", "[Selektion]DatumBis=31.03.2024",
+                  "[Selektion]Praxisinhaber=M", "[Selektion]Behandler=L", "[Selektion]Patient=P",
+                  "[Selektion]Kasse=K", "[Selektion]Kassengruppe=ks", "[Selektion]PatSelektion=ps"}));
+    EXPECT_EQ(Inhalt<CStdioFile>(m_pfade.sTemp + "\\T.CSV"),
+              "ART;GOSTATISTIKART;GOSTATISTIKNAME;PUNKTE;BETRAG\n");
     m_excel.m_sVorlage.Empty(); // the former workbook stays
     m_excel.SetWaehrung(' ');
     EXPECT_TRUE(m_excel.StartExcel());
@@ -467,15 +496,18 @@ TEST_F(ExcelTest, Plotvorlagen) {
     const struct {
         int iArt, iVersion;
         const char * pVorlage;
-    } vFaelle[] = {{1, 2007, "orvoexcelplotbycolumns2007.xls"}, {1, 2003, "orvoexcelplotbycolumns.xls"},
-                   {0, 2007, "orvoexcelplotbyrows.xls"},        {2, 2007, nullptr},
+    } vFaelle[] = {{1, 2007, "orvoexcelplotbycolumns2007.xls"},
+                   {1, 2003, "orvoexcelplotbycolumns.xls"},
+                   {0, 2007, "orvoexcelplotbyrows.xls"},
+                   {2, 2007, nullptr},
                    {-1, 0, nullptr}};
     for (const auto & fall : vFaelle) {
         m_platz.m_vRufe.clear();
         EXPECT_EQ(OrvoStartExcel("d.csv", fall.iArt, fall.iVersion), fall.pVorlage != nullptr);
         std::vector<std::string> vErwartet;
         if (fall.pVorlage)
-            vErwartet.push_back("\"C:\\calc\" /e\"d.csv\" \"" + m_pfade.sProgramm.Utf8() + fall.pVorlage + "\" 5");
+            vErwartet.push_back("\"C:\\calc\" /e\"d.csv\" \"" + m_pfade.sProgramm.Utf8() + fall.pVorlage +
+                                "\" 5");
         EXPECT_EQ(m_platz.m_vRufe, vErwartet);
     }
     EXPECT_EQ(m_excel.FormatBetrag(CDBetrag("e-123456")), "-1234,56"_t);

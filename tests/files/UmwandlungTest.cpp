@@ -46,39 +46,50 @@ TEST_F(UmwandlungTest, Hit) {
     CBehHitLine satz;
     CFueller fuelle;
 #define FELDER(T)                                                                                            \
-    T(PRAXISNR) T(BEHANDLERNR) T(PATNR) T(DATUM) T(TEETH) T(EINHEIT) T(LSTIN) T(LSTNR) T(TEXT) T(FAKTOR)     \
-    T(ABRART) T(GOART) T(LAGE) T(UHRZEIT) T(DTAGRUND) T(ICDCODE) T(ICDNOTATIONSKZ) T(ERFASSER) T(PLANNR)     \
-    T(FAKT1) T(FAKT2) T(ABRMERKMAL) T(KASSENABR) T(ENTFERNUNG) T(SITZUNG) T(LFDBEHEINTRAG) T(LSTKUERZEL)     \
-    T(GOSUBART) T(DRUCKBILD) T(LFDBEFENTRY) T(ZAHNSTEIN) T(MUNDKRANKHEIT) T(KASKUERZEL) T(VDABDATUM)         \
-    T(VDBISDATUM) T(MFRDIG) T(WSO) T(EINLESEDATUM) T(PWLART) T(KASSENPWGRP) T(KASSTATISTIKART)               \
-    T(KASMEDSTATISTIKART) T(KASSENART) T(BEFUND) T(RSA) T(VNACHWEIS) T(PROVISONSGRP) T(KASSENGRP)            \
-    T(LFDLBLOCK) T(MATBUCHUNG) T(DMBETRAG) T(GESBETRAG) T(ENDGEWICHT) T(SCHLEIFRESTE) T(SCHLEIFRESTEGES)     \
-    T(PREISOMWST) T(BESTANDOSR) T(ROEGRAV) T(ROEANZAHL) T(ROEGERAET) T(ROEXRAYMS) T(ROEXRAYCURRENT)          \
-    T(ROEXRAYVOLTAGE) T(ROEBELICHTUNG) T(ROEINDIKATION) T(ROEBEMERKUNG) T(ROELFDNR) T(ROELASTDATUM)          \
-    T(ROELASTREGIO) T(ROELASTPASSDRUCK) T(ISELAB) T(ISORVOPAT) T(PATBILL) T(TASCHENTIEFED) T(TASCHENTIEFEM)  \
-    T(TASCHENTIEFEF) T(TASCHENTIEFEO) T(TASCHENTIEFED2) T(TASCHENTIEFEM2) T(GEBUEHRENBEFREITBIS) T(PRAXISID) \
-    T(BPG) T(CHARGENNUMMER) T(ANZAHL) T(PUNKTE) T(MWSTSATZ) T(F100AEV) T(PRUEFZEITT) T(PRUEFZEITQ)           \
-    T(PROVISONSWERT) T(BETRAG) T(ZUSCHLAG) T(EINFACHSATZ) T(PUNKTWERT) T(TEXTART) T(GOSTATISTIKART)          \
-    T(FREMDKASSE) T(ISPRIVATPATIENT)
+    T(PRAXISNR)                                                                                              \
+    T(BEHANDLERNR)                                                                                           \
+    T(PATNR) T(DATUM) T(TEETH) T(EINHEIT) T(LSTIN) T(LSTNR) T(TEXT) T(FAKTOR) T(ABRART) T(GOART) T(LAGE)     \
+        T(UHRZEIT) T(DTAGRUND) T(ICDCODE) T(ICDNOTATIONSKZ) T(ERFASSER) T(PLANNR) T(FAKT1) T(FAKT2)          \
+            T(ABRMERKMAL) T(KASSENABR) T(ENTFERNUNG) T(SITZUNG) T(LFDBEHEINTRAG) T(LSTKUERZEL) T(GOSUBART)   \
+                T(DRUCKBILD) T(LFDBEFENTRY) T(ZAHNSTEIN) T(MUNDKRANKHEIT) T(KASKUERZEL) T(VDABDATUM) T(      \
+                    VDBISDATUM) T(MFRDIG) T(WSO) T(EINLESEDATUM) T(PWLART) T(KASSENPWGRP) T(KASSTATISTIKART) \
+                    T(KASMEDSTATISTIKART) T(KASSENART) T(BEFUND) T(RSA) T(VNACHWEIS) T(PROVISONSGRP)         \
+                        T(KASSENGRP) T(LFDLBLOCK) T(MATBUCHUNG) T(DMBETRAG) T(GESBETRAG) T(ENDGEWICHT)       \
+                            T(SCHLEIFRESTE) T(SCHLEIFRESTEGES) T(PREISOMWST) T(BESTANDOSR) T(ROEGRAV)        \
+                                T(ROEANZAHL) T(ROEGERAET) T(ROEXRAYMS) T(ROEXRAYCURRENT) T(ROEXRAYVOLTAGE)   \
+                                    T(ROEBELICHTUNG) T(ROEINDIKATION) T(ROEBEMERKUNG) T(ROELFDNR)            \
+                                        T(ROELASTDATUM) T(ROELASTREGIO) T(ROELASTPASSDRUCK) T(ISELAB)        \
+                                            T(ISORVOPAT) T(PATBILL) T(TASCHENTIEFED) T(TASCHENTIEFEM)        \
+                                                T(TASCHENTIEFEF) T(TASCHENTIEFEO) T(TASCHENTIEFED2)          \
+                                                    T(TASCHENTIEFEM2) T(GEBUEHRENBEFREITBIS) T(PRAXISID)     \
+                                                        T(BPG) T(CHARGENNUMMER) T(ANZAHL) T(PUNKTE)          \
+                                                            T(MWSTSATZ) T(F100AEV) T(PRUEFZEITT)             \
+                                                                T(PRUEFZEITQ) T(PROVISONSWERT)               \
+                                                                    T(BETRAG) T(ZUSCHLAG) T(EINFACHSATZ)     \
+                                                                        T(PUNKTWERT) T(TEXTART)              \
+                                                                            T(GOSTATISTIKART) T(FREMDKASSE)  \
+                                                                                T(ISPRIVATPATIENT)
     FELDER(FUELLE)
 #undef FELDER
     satz.SUCHKRITERIEN = {{"a", "b", 7, {}}, {"c", "", 0, {"11", "", "12"}}};
-    Pruefe(satz, &CStatLines::MoveHit, &CStatLines::MoveFile2Hit,
-           "ART=H PRAXISNR=w1 BEHANDLERNR=w2 PATNR=w3 VNACHWEIS=w45 MFRDIG=w35 RSA=w44 WSO=w36 KASKUERZEL=w32 "
-           "KASSENART=w42 DATUM=w4 LSTNR=w8 TEETH=w5 LSTIN=w7 TEXT=w9 ABRART=L GOART=M LAGE=w13 UHRZEIT=w14 "
-           "DTAGRUND=P TEXTART=O ERFASSER=w18 PLANNR=w19 EINFACHSATZ=e90.25 FAKT1=w20 FAKT2=w21 BEFUND=w43 "
-           "ABRMERKMAL=W BETRAG=e-88.25 PUNKTE=82 FAKTOR=w10 EINHEIT=w6 ANZAHL=81 LSTKUERZEL=w26 GOSTATISTIKART=P "
-           "GOSUBART=B KASSTATISTIKART=w40 KASMEDSTATISTIKART=w41 KASSENPWGRP=w39 PUNKTWERT=e91.5 PWLART=M "
-           "ENTFERNUNG=w23 SITZUNG=Y LFDBEHEINTRAG=w25 FREMDKASSE=1 DRUCKBILD=w28 LFDBEFENTRY=w29 ZAHNSTEIN=w30 "
-           "MUNDKRANKHEIT=w31 VDABDATUM=w33 ZUSCHLAG=e-89.25 MWSTSATZ=83 KASSENGRP=V PROVISONSGRP=w46 "
-           "PROVISONSWERT=87 ISPRIVATPATIENT=1 EINLESEDATUM=w37 LFDLBLOCK=w48 F100AEV=84 MATBUCHUNG=w49 "
-           "ENDGEWICHT=w52 DMBETRAG=w50 GESBETRAG=w51 SCHLEIFRESTE=w53 PREISOMWST=w55 SCHLEIFRESTEGES=w54 "
-           "BESTANDOSR=w56 VDBISDATUM=w34 PRUEFZEITT=85 PRUEFZEITQ=86 ROEGRAV=w57 ROEANZAHL=w58 ROEGERAET=w59 "
-           "ROEBELICHTUNG=w63 ROEINDIKATION=w64 ROEBEMERKUNG=w65 ROELFDNR=w66 ROELASTDATUM=w67 ROELASTREGIO=w68 "
-           "ROELASTPASSDRUCK=w69 ISELAB=0 ISORVOPAT=0 SUCHKRITERIEN=[a|b|7][c||0|11||12] ICDNOTATIONSKZ=R "
-           "PATBILL=w70 ICDCODE=w16 ROEXRAYMS=w60 ROEXRAYCURRENT=w61 ROEXRAYVOLTAGE=w62 TASCHENTIEFED=w71 "
-           "TASCHENTIEFEM=w72 TASCHENTIEFEF=w73 TASCHENTIEFEO=w74 TASCHENTIEFED2=w75 TASCHENTIEFEM2=w76 "
-           "GEBUEHRENBEFREITBIS=w77 PRAXISID=w78 BPG=w79 CHARGENNUMMER=w80");
+    Pruefe(
+        satz, &CStatLines::MoveHit, &CStatLines::MoveFile2Hit,
+        "ART=H PRAXISNR=w1 BEHANDLERNR=w2 PATNR=w3 VNACHWEIS=w45 MFRDIG=w35 RSA=w44 WSO=w36 KASKUERZEL=w32 "
+        "KASSENART=w42 DATUM=w4 LSTNR=w8 TEETH=w5 LSTIN=w7 TEXT=w9 ABRART=L GOART=M LAGE=w13 UHRZEIT=w14 "
+        "DTAGRUND=P TEXTART=O ERFASSER=w18 PLANNR=w19 EINFACHSATZ=e90.25 FAKT1=w20 FAKT2=w21 BEFUND=w43 "
+        "ABRMERKMAL=W BETRAG=e-88.25 PUNKTE=82 FAKTOR=w10 EINHEIT=w6 ANZAHL=81 LSTKUERZEL=w26 "
+        "GOSTATISTIKART=P "
+        "GOSUBART=B KASSTATISTIKART=w40 KASMEDSTATISTIKART=w41 KASSENPWGRP=w39 PUNKTWERT=e91.5 PWLART=M "
+        "ENTFERNUNG=w23 SITZUNG=Y LFDBEHEINTRAG=w25 FREMDKASSE=1 DRUCKBILD=w28 LFDBEFENTRY=w29 ZAHNSTEIN=w30 "
+        "MUNDKRANKHEIT=w31 VDABDATUM=w33 ZUSCHLAG=e-89.25 MWSTSATZ=83 KASSENGRP=V PROVISONSGRP=w46 "
+        "PROVISONSWERT=87 ISPRIVATPATIENT=1 EINLESEDATUM=w37 LFDLBLOCK=w48 F100AEV=84 MATBUCHUNG=w49 "
+        "ENDGEWICHT=w52 DMBETRAG=w50 GESBETRAG=w51 SCHLEIFRESTE=w53 PREISOMWST=w55 SCHLEIFRESTEGES=w54 "
+        "BESTANDOSR=w56 VDBISDATUM=w34 PRUEFZEITT=85 PRUEFZEITQ=86 ROEGRAV=w57 ROEANZAHL=w58 ROEGERAET=w59 "
+        "ROEBELICHTUNG=w63 ROEINDIKATION=w64 ROEBEMERKUNG=w65 ROELFDNR=w66 ROELASTDATUM=w67 ROELASTREGIO=w68 "
+        "ROELASTPASSDRUCK=w69 ISELAB=0 ISORVOPAT=0 SUCHKRITERIEN=[a|b|7][c||0|11||12] ICDNOTATIONSKZ=R "
+        "PATBILL=w70 ICDCODE=w16 ROEXRAYMS=w60 ROEXRAYCURRENT=w61 ROEXRAYVOLTAGE=w62 TASCHENTIEFED=w71 "
+        "TASCHENTIEFEM=w72 TASCHENTIEFEF=w73 TASCHENTIEFEO=w74 TASCHENTIEFED2=w75 TASCHENTIEFEM2=w76 "
+        "GEBUEHRENBEFREITBIS=w77 PRAXISID=w78 BPG=w79 CHARGENNUMMER=w80");
 }
 
 // What stays behind, and the values that a line of a fresh hit has.
@@ -128,10 +139,23 @@ TEST_F(UmwandlungTest, Suchkriterien) {
         CString sText;
         std::string sErwartet;
     } vFaelle[] = {
-        {"", ""}, {"[a|b|1]", "<a,b,1>"}, {"[a|b|1|11|12][|c|x]"_t, "<a,b,1/11/12><,c,0>"}, {"[a|b]", "<a,b,0>"},
-        {"[a|b|1|]"_t, "<a,b,1/>"}, {"[a|]", "<a,,0>"}, {"[|]", "<,,0>"}, {"xy[a|b|2]"_t, "<a,b,2>"},
-        {"[a|b|1]rest"_t, "<a,b,1>"}, {"[a|b|1]|[c|d|2]"_t, "<a,b,1>"}, {"[a|b|1]][c|d|2]"_t, "<a,b,1>"},
-        {"[a]", ""}, {"[a|b", ""}, {"]", ""}, {"[]|", ""}, {"[[a|b|1]"_t, "<[a,b,1>"}, {"|[a|b]", ""},
+        {"", ""},
+        {"[a|b|1]", "<a,b,1>"},
+        {"[a|b|1|11|12][|c|x]"_t, "<a,b,1/11/12><,c,0>"},
+        {"[a|b]", "<a,b,0>"},
+        {"[a|b|1|]"_t, "<a,b,1/>"},
+        {"[a|]", "<a,,0>"},
+        {"[|]", "<,,0>"},
+        {"xy[a|b|2]"_t, "<a,b,2>"},
+        {"[a|b|1]rest"_t, "<a,b,1>"},
+        {"[a|b|1]|[c|d|2]"_t, "<a,b,1>"},
+        {"[a|b|1]][c|d|2]"_t, "<a,b,1>"},
+        {"[a]", ""},
+        {"[a|b", ""},
+        {"]", ""},
+        {"[]|", ""},
+        {"[[a|b|1]"_t, "<[a,b,1>"},
+        {"|[a|b]", ""},
     };
     for (const auto & fall : vFaelle)
         EXPECT_EQ(Lies(fall.sText), fall.sErwartet) << fall.sText.Utf8();
@@ -141,17 +165,21 @@ TEST_F(UmwandlungTest, Patient) {
     CPat satz;
     CFueller fuelle;
 #define FELDER(T)                                                                                            \
-    T(PATNR) T(SELEKTION) T(PATTITEL) T(PATVORNAME) T(PATZUSATZ) T(PATGEBDATUM) T(PATNAME) T(PATORT)         \
-    T(PATPLZ) T(PATSTRASSE) T(PATTELEFON) T(TELEFONPRIO) T(PATEMAIL) T(GESCHLECHT) T(EINTRDATUM)             \
-    T(RISIKOANAMNESE) T(RECALLART) T(RECALLITV) T(LASTRECALL) T(UEBERWARZT) T(HAUSARZT) T(LASTBEHDATUM)      \
-    T(BENACHRICHTIGUNG) T(FRUEHERENAMEN) T(FRUCHT) T(PATANREDE) T(INDEXMARKERS) T(BEHDAUER)
+    T(PATNR)                                                                                                 \
+    T(SELEKTION)                                                                                             \
+    T(PATTITEL) T(PATVORNAME) T(PATZUSATZ) T(PATGEBDATUM) T(PATNAME) T(PATORT) T(PATPLZ) T(PATSTRASSE)       \
+        T(PATTELEFON) T(TELEFONPRIO) T(PATEMAIL) T(GESCHLECHT) T(EINTRDATUM) T(RISIKOANAMNESE) T(RECALLART)  \
+            T(RECALLITV) T(LASTRECALL) T(UEBERWARZT) T(HAUSARZT) T(LASTBEHDATUM) T(BENACHRICHTIGUNG)         \
+                T(FRUEHERENAMEN) T(FRUCHT) T(PATANREDE) T(INDEXMARKERS) T(BEHDAUER)
     FELDER(FUELLE)
 #undef FELDER
     satz.BEHANDLERNR = satz.m_sTelefon2 = "x"; // stay behind
     Pruefe(satz, &CStatLines::MovePat, &CStatLines::MoveFile2Pat,
-           "ART=P PATNR=w1 PATNAME=w7 SELEKTION=w2 PATTITEL=w3 PATVORNAME=w4 PATZUSATZ=w5 PATGEBDATUM=w6 PATORT=w8 "
+           "ART=P PATNR=w1 PATNAME=w7 SELEKTION=w2 PATTITEL=w3 PATVORNAME=w4 PATZUSATZ=w5 PATGEBDATUM=w6 "
+           "PATORT=w8 "
            "PATPLZ=w9 PATTELEFON=w11 GESCHLECHT=w14 RISIKOANAMNESE=w16 LASTRECALL=w19 UEBERWARZT=w20 "
-           "LASTBEHDATUM=w22 EINTRDATUM=w15 BENACHRICHTIGUNG=X PATSTRASSE=w10 HAUSARZT=w21 BEHDAUER=28 RECALLART=w17 "
+           "LASTBEHDATUM=w22 EINTRDATUM=w15 BENACHRICHTIGUNG=X PATSTRASSE=w10 HAUSARZT=w21 BEHDAUER=28 "
+           "RECALLART=w17 "
            "RECALLITV=w18 PATEMAIL=w13 FRUEHERENAMEN=w24 FRUCHT=Z PATANREDE=w26 INDEXMARKERS=2147483675 "
            "TELEFONPRIO=w12");
 }
@@ -161,7 +189,8 @@ TEST_F(UmwandlungTest, FehlerUndKasse) {
     CFueller fuelle;
     {
         auto & satz = fehler;
-#define FELDER(T) T(PATNR) T(DATUM) T(LSTIN) T(SITZUNG) T(LFDBEHEINTRAG) T(KASKUERZEL) T(MFRDIG) T(WSO) T(GOART)
+#define FELDER(T)                                                                                            \
+    T(PATNR) T(DATUM) T(LSTIN) T(SITZUNG) T(LFDBEHEINTRAG) T(KASKUERZEL) T(MFRDIG) T(WSO) T(GOART)
         FELDER(FUELLE) FUELLE(m_iFehler)
 #undef FELDER
     }
@@ -188,8 +217,10 @@ TEST_F(UmwandlungTest, GipsUeberweisungMaterialbuch) {
     {
         auto & satz = gips;
 #define FELDER(T)                                                                                            \
-    T(GIPSNR) T(PATNR) T(DATUM) T(GIPSART) T(BEHANDLERNR) T(BESCHREIBUNG) T(PATNAME) T(PATVORNAME)           \
-    T(PATTITEL) T(PATZUSATZ) T(PATGEBDATUM) T(ARCHIVIERT) T(GEDRUCKT)
+    T(GIPSNR)                                                                                                \
+    T(PATNR)                                                                                                 \
+    T(DATUM) T(GIPSART) T(BEHANDLERNR) T(BESCHREIBUNG) T(PATNAME) T(PATVORNAME) T(PATTITEL) T(PATZUSATZ)     \
+        T(PATGEBDATUM) T(ARCHIVIERT) T(GEDRUCKT)
         FELDER(FUELLE)
 #undef FELDER
     }
@@ -206,10 +237,12 @@ TEST_F(UmwandlungTest, GipsUeberweisungMaterialbuch) {
 
     CBehHitLine satz;
 #define FELDER(T)                                                                                            \
-    T(PRAXISNR) T(BEHANDLERNR) T(PATNR) T(DATUM) T(LSTNR) T(TEXT) T(ABRMERKMAL) T(GOART) T(SITZUNG)          \
-    T(LFDBEHEINTRAG) T(LSTKUERZEL) T(MATBUCHUNG) T(DMBETRAG) T(GESBETRAG) T(ENDGEWICHT) T(SCHLEIFRESTE)      \
-    T(SCHLEIFRESTEGES) T(PREISOMWST) T(BESTANDOSR) T(PLANNR) T(LABORKUNDE) T(LFDGLBLOC) T(ISORVOPAT)         \
-    T(RECART) T(m_sGbAnzahl)
+    T(PRAXISNR)                                                                                              \
+    T(BEHANDLERNR)                                                                                           \
+    T(PATNR) T(DATUM) T(LSTNR) T(TEXT) T(ABRMERKMAL) T(GOART) T(SITZUNG) T(LFDBEHEINTRAG) T(LSTKUERZEL)      \
+        T(MATBUCHUNG) T(DMBETRAG) T(GESBETRAG) T(ENDGEWICHT) T(SCHLEIFRESTE) T(SCHLEIFRESTEGES)              \
+            T(PREISOMWST) T(BESTANDOSR) T(PLANNR) T(LABORKUNDE) T(LFDGLBLOC) T(ISORVOPAT) T(RECART)          \
+                T(m_sGbAnzahl)
     FELDER(FUELLE)
 #undef FELDER
     satz.ANZAHL = 300;
@@ -227,31 +260,37 @@ TEST_F(UmwandlungTest, RechnungUndSammelrechnung) {
     {
         auto & satz = rech;
 #define FELDER(T)                                                                                            \
-    T(PRAXISNR) T(PATNR) T(PATNAME) T(PATVORNAME) T(FAKT1) T(FORTLFDJAHR) T(FORTLFDFAKT) T(DATUM)            \
-    T(FORMULARNR) T(STORNIERT) T(MAHNSTUFE) T(KTRAEGER) T(KASKUERZEL) T(PATTELEFON) T(BEHANDLERNR)           \
-    T(CASHDATUM) T(ZAHLUNGSWEGDESC) T(RECHBETRAG) T(RECHBETRAGK) T(HONORAR) T(HONMWSTBETRAG) T(ELABGESAMT)   \
-    T(FLABGESAMT) T(ELABMWSTBETRAG) T(BEGLICHEN) T(AUSGEBUCHT)
+    T(PRAXISNR)                                                                                              \
+    T(PATNR)                                                                                                 \
+    T(PATNAME) T(PATVORNAME) T(FAKT1) T(FORTLFDJAHR) T(FORTLFDFAKT) T(DATUM) T(FORMULARNR) T(STORNIERT)      \
+        T(MAHNSTUFE) T(KTRAEGER) T(KASKUERZEL) T(PATTELEFON) T(BEHANDLERNR) T(CASHDATUM) T(ZAHLUNGSWEGDESC)  \
+            T(RECHBETRAG) T(RECHBETRAGK) T(HONORAR) T(HONMWSTBETRAG) T(ELABGESAMT) T(FLABGESAMT)             \
+                T(ELABMWSTBETRAG) T(BEGLICHEN) T(AUSGEBUCHT)
         FELDER(FUELLE)
 #undef FELDER
     }
     Pruefe(rech, &CStatLines::MoveRech2File, &CStatLines::MoveFile2Rech,
-           "ART=R PRAXISNR=w1 BEHANDLERNR=w14 PATNR=w2 PATNAME=w3 KASKUERZEL=w12 DATUM=w8 FAKT1=w5 PATVORNAME=w4 "
+           "ART=R PRAXISNR=w1 BEHANDLERNR=w14 PATNR=w2 PATNAME=w3 KASKUERZEL=w12 DATUM=w8 FAKT1=w5 "
+           "PATVORNAME=w4 "
            "PATTELEFON=w13 ELABGESAMT=e21.25 ELABMWSTBETRAG=e23.25 RECHBETRAG=e17.25 HONORAR=e19.25 "
-           "FLABGESAMT=e22.25 FORMULARNR=w9 KTRAEGER=L BEGLICHEN=e24.25 AUSGEBUCHT=e25.25 STORNIERT=1 MAHNSTUFE=K "
+           "FLABGESAMT=e22.25 FORMULARNR=w9 KTRAEGER=L BEGLICHEN=e24.25 AUSGEBUCHT=e25.25 STORNIERT=1 "
+           "MAHNSTUFE=K "
            "FORTLFDJAHR=w6 FORTLFDFAKT=w7 CASHDATUM=w15 RECHBETRAGK=e18.25 HONMWSTBETRAG=e20.25 "
            "ZAHLUNGSWEGDESC=w16");
     CGlabFaktHitLine glab;
     {
         auto & satz = glab;
 #define FELDER(T)                                                                                            \
-    T(PRAXISNR) T(LABORKUNDE) T(LFDGLKUFAKT) T(FAKTDATUM) T(VONDATUM) T(BISDATUM) T(ANZGLBLOCKS)             \
-    T(BEGLICHEN) T(SKONTOPROZENT) T(STORNIERT) T(TECHNLST) T(MATERIAL) T(METALL) T(PRAXMAT) T(USTGES)        \
-    T(NETTO) T(GESAMT)
+    T(PRAXISNR)                                                                                              \
+    T(LABORKUNDE)                                                                                            \
+    T(LFDGLKUFAKT) T(FAKTDATUM) T(VONDATUM) T(BISDATUM) T(ANZGLBLOCKS) T(BEGLICHEN) T(SKONTOPROZENT)         \
+        T(STORNIERT) T(TECHNLST) T(MATERIAL) T(METALL) T(PRAXMAT) T(USTGES) T(NETTO) T(GESAMT)
         FELDER(FUELLE)
 #undef FELDER
     }
     const std::string sErwartet =
-        "ART=W PRAXISNR=w26 BEGLICHEN=w33 STORNIERT=1 LABORKUNDE=w27 LFDGLKUFAKT=w28 FAKTDATUM=w29 VONDATUM=w30 "
+        "ART=W PRAXISNR=w26 BEGLICHEN=w33 STORNIERT=1 LABORKUNDE=w27 LFDGLKUFAKT=w28 FAKTDATUM=w29 "
+        "VONDATUM=w30 "
         "BISDATUM=w31 ANZGLBLOCKS=w32 SKONTOPROZENT=w34 TECHNLST=e-35 MATERIAL=e-36 METALL=e-37 PRAXMAT=e-38 "
         "USTGES=e-39 NETTO=e-40 GESAMT=e-41";
     Pruefe(glab, &CStatLines::MoveGlab2File, &CStatLines::MoveFile2Glab, sErwartet);

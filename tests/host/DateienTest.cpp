@@ -1,5 +1,5 @@
-#include "orvostatbs/host/Arbeitsplatz.h"
 #include "orvostatbs/host/Dateien.h"
+#include "orvostatbs/host/Arbeitsplatz.h"
 #include "orvostatbs/host/TabellenDatei.h"
 #include "orvostatbs/store/MemorySpeicher.h"
 #include "support/Fehlerdateien.h"
@@ -83,10 +83,16 @@ TYPED_TEST(DateienTest, ZeilenMitBeidenEnden) {
     struct SFall {
         std::string_view sText, sZeilen;
     };
-    for (const auto & [sText, sZeilen] : std::initializer_list<SFall>{
-             {"", ""}, {"\n", "[]"}, {"a", "[a]"}, {"a\nb\n", "[a][b]"}, {"a\r\n\r\nb\r\n", "[a][][b]"},
-             {"a\rb\n", "[a\rb]"}, {"a\r", "[a\r]"}, {"\xE4;\xDF\n", "[\xE4;\xDF]"},
-             {std::string_view("a\0b\n", 4), std::string_view("[a\0b]", 5)}}) {
+    for (const auto & [sText, sZeilen] :
+         std::initializer_list<SFall>{{"", ""},
+                                      {"\n", "[]"},
+                                      {"a", "[a]"},
+                                      {"a\nb\n", "[a][b]"},
+                                      {"a\r\n\r\nb\r\n", "[a][][b]"},
+                                      {"a\rb\n", "[a\rb]"},
+                                      {"a\r", "[a\r]"},
+                                      {"\xE4;\xDF\n", "[\xE4;\xDF]"},
+                                      {std::string_view("a\0b\n", 4), std::string_view("[a\0b]", 5)}}) {
         this->Schreibe("x", sText);
         EXPECT_EQ(this->Zeilen("x"), sZeilen) << sText;
     }
@@ -96,7 +102,8 @@ TYPED_TEST(DateienTest, ZeilenMitBeidenEnden) {
 TYPED_TEST(DateienTest, LangeDateienUndAnhaengen) {
     std::string sText, sErwartet;
     for (int i = 0; i < 300; ++i) {
-        const std::string sZeile(static_cast<std::size_t>(i % 50 == 7 ? 400'000 : i * 7), static_cast<char>('a' + i % 26));
+        const std::string sZeile(static_cast<std::size_t>(i % 50 == 7 ? 400'000 : i * 7),
+                                 static_cast<char>('a' + i % 26));
         sText += sZeile + '\n';
         sErwartet += '[' + sZeile + ']';
     }
@@ -168,8 +175,11 @@ TYPED_TEST(DateienTest, Inidatei) {
     const CString sDatei = this->Pfad("x.ISV");
     EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "k", "*"), "*"_t);
     CIni ini(sDatei);
-    for (const auto & [sA, sK, sW] : std::initializer_list<std::array<CString, 3>>{
-             {"A", "k", " 1 "}, {"A", "q", "\"  5 12\""_t}, {"B", "k", ""}, {"A", "z", "a\nb\r"}, {"A", "k", "2"}})
+    for (const auto & [sA, sK, sW] : std::initializer_list<std::array<CString, 3>>{{"A", "k", " 1 "},
+                                                                                   {"A", "q", "\"  5 12\""_t},
+                                                                                   {"B", "k", ""},
+                                                                                   {"A", "z", "a\nb\r"},
+                                                                                   {"A", "k", "2"}})
         EXPECT_TRUE(ini.WriteString(sA, sK, sW));
     EXPECT_TRUE(ini.Save());
     EXPECT_EQ(this->Zeilen("x.ISV"), "[[A]][k=2][q=\"  5 12\"][z=a b ][[B]][k=]");
@@ -194,7 +204,8 @@ TYPED_TEST(DateienTest, JedeUrsacheAnJederStelle) {
     const auto Ursache = [&](auto eWo, auto fTu) {
         this->Schreibe("x", "abc");
         typename TypeParam::CDatei datei;
-        EXPECT_TRUE(datei.Open(this->Pfad("x"), eWo == CFehlerdateien::LESEN ? datei.modeRead : TestFixture::NEU));
+        EXPECT_TRUE(
+            datei.Open(this->Pfad("x"), eWo == CFehlerdateien::LESEN ? datei.modeRead : TestFixture::NEU));
         for (const int iUrsache : {1, 2, 3, 5, 10, 13, 99}) {
             dateien.FehlerBei(eWo, iUrsache);
             try {
@@ -205,13 +216,20 @@ TYPED_TEST(DateienTest, JedeUrsacheAnJederStelle) {
             }
             datei.Close(); // has nothing left to fail with
             dateien.FehlerBei(CFehlerdateien::NIRGENDS);
-            EXPECT_TRUE(datei.Open(this->Pfad("x"), eWo == CFehlerdateien::LESEN ? datei.modeRead : TestFixture::NEU));
+            EXPECT_TRUE(datei.Open(this->Pfad("x"),
+                                   eWo == CFehlerdateien::LESEN ? datei.modeRead : TestFixture::NEU));
         }
     };
     CString s;
     Ursache(CFehlerdateien::LESEN, [&](auto & datei) { datei.ReadString(s); });
-    Ursache(CFehlerdateien::SCHREIBEN, [&](auto & datei) { datei.WriteString("x"); datei.Flush(); });
-    Ursache(CFehlerdateien::SCHREIBEN, [&](auto & datei) { datei.WriteString("x"); datei.Close(); });
+    Ursache(CFehlerdateien::SCHREIBEN, [&](auto & datei) {
+        datei.WriteString("x");
+        datei.Flush();
+    });
+    Ursache(CFehlerdateien::SCHREIBEN, [&](auto & datei) {
+        datei.WriteString("x");
+        datei.Close();
+    });
     Ursache(CFehlerdateien::SICHERN, [&](auto & datei) { datei.Flush(); });
     Ursache(CFehlerdateien::SCHLIESSEN, [&](auto & datei) { datei.Close(); });
     // A settings file that could not be written whole is gone; one that cannot be read is not written.
@@ -349,7 +367,7 @@ TEST_F(CDateienTest, ArbeitsplatzStartetUndSchreibtProfile) {
     EXPECT_EQ(CIniFile::ReadOneString(sDatei, "A", "k", "*"), "€"_t);
     EXPECT_NE(vdsetprofilestring1(Pfad("weg\\p.ini"_t), "[A]", "k", "1"), -2000);
     EXPECT_TRUE(WinExec("\"true\" \"a b\""_t, 5));
-    EXPECT_FALSE(WinExec("\""+ Pfad("kein Programm"_t) + "\"", 5));
+    EXPECT_FALSE(WinExec("\"" + Pfad("kein Programm"_t) + "\"", 5));
     EXPECT_FALSE(WinExec(CString(), 5));
     EXPECT_EQ(GetDatFilePath("x.xls"), m_pfade.sDaten + "x.xls");
 }

@@ -49,10 +49,10 @@ template <> struct SDateifamilie<CDBStdioFile> {
 // What a DoData or a reading step that fails hands up.
 enum EDateicode : int {
     CODE_OK = 0,
-    CODE_STILL = 1,        // ends without a message
-    CODE_KEINE_DATEN = 5,  // writing: nothing found; reading: no title line
-    CODE_SELEKTION = 10,   // writing: no selection file; reading: refused, without a message
-    CODE_ABBRUCH = 100,    // cancelled, without a message
+    CODE_STILL = 1,       // ends without a message
+    CODE_KEINE_DATEN = 5, // writing: nothing found; reading: no title line
+    CODE_SELEKTION = 10,  // writing: no selection file; reading: refused, without a message
+    CODE_ABBRUCH = 100,   // cancelled, without a message
 };
 
 template <class T> class CStatEval {
@@ -119,15 +119,15 @@ public:
     char m_cDelimiter = ';';
     char m_cErsatz = '|'; // stands in a text for the delimiter
     bool m_bZwSich = false;
-    int m_iZwKapazitaet = 5000; // room kept in the table after an intermediate save
-    std::vector<int> m_aLineStruct; // layout of the lines being read
+    int m_iZwKapazitaet = 5000;      // room kept in the table after an intermediate save
+    std::vector<int> m_aLineStruct;  // layout of the lines being read
     std::vector<int> m_aErrorStruct; // of those of kind "E"
 
 protected:
     // The text of a column as it is written; empty outside of the catalogue.
     [[nodiscard]] CString GetField(int iField, CStatLines & line);
     // The index of a title; std::invalid_argument for a text that is no title.
-    [[nodiscard]] int FindFieldTitel(const CString & sTitel);
+    int FindFieldTitel(const CString & sTitel);
     // Puts the columns of a line into the record; false for a line without delimiter.
     bool GetLineFields(CString sLine, CStatLines & line);
     // Puts one column into the record; none outside of the catalogue.

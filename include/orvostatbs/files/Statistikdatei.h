@@ -78,6 +78,7 @@ protected:
 
 private:
     bool NimmSatz(const CStatLines & line);
+    void MerkeUeberweisung(const CString & sText);
     void FuelleUeberweisungen();
     CString LiesAllgemein(const CString & sSchluessel);
 

@@ -18,6 +18,7 @@
 #pragma once
 
 #include <atomic>
+#include <bit>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -108,8 +109,8 @@ inline constexpr std::uint64_t HOCH = 0x80 * JE;
 
 // The other way round of Acht.
 inline void SchreibeAcht(char * p, std::uint64_t w) {
-    for (int i = 0; i < 8; ++i)
-        p[i] = static_cast<char>(w >> (56 - 8 * i));
+    if constexpr (std::endian::native == std::endian::little) w = __builtin_bswap64(w);
+    std::memcpy(p, &w, 8);
 }
 
 // The high bit of each byte of ASCII that is from cVon to cBis.
@@ -301,6 +302,12 @@ public:
     [[nodiscard]] std::string Utf8() const { return orvostat::NachUtf8(Sicht()); }
     [[nodiscard]] std::size_t Hash() const;
 
+    // The n characters at p, at most 7, of eight that can be read: for those who cut many short texts out of a long one.
+    static CString AusAcht(const char * p, std::size_t n) {
+        CString s;
+        if (n > 0) s.m_w = (orvostat::wort::Acht(p) & (~0ULL << (64 - 8 * n))) | n;
+        return s;
+    }
     // The text of a literal's static block.
     static CString AusBlock(const orvostat::wort::SBlock & block) {
         CString s;

@@ -105,7 +105,9 @@ public:
         sZeile = CString(s);
         return bDa;
     }
-    template <std::same_as<std::string_view> T> bool ReadString(T & sZeile) { return this->LiesZeile(sZeile); }
+    template <std::same_as<std::string_view> T> bool ReadString(T & sZeile) {
+        return this->LiesZeile(sZeile);
+    }
 };
 class CStdioFile : public CTextdatei<CFile> {};
 class CDBStdioFile : public CTextdatei<CDBFile> {};
@@ -155,7 +157,8 @@ public:
 // memory; a file that is missing or cannot be read has no keys.
 class CInidatei {
 public:
-    CInidatei(CDateispeicher & speicher, CString sDatei) : m_pSpeicher(&speicher), m_sDatei(std::move(sDatei)) {}
+    CInidatei(CDateispeicher & speicher, CString sDatei)
+        : m_pSpeicher(&speicher), m_sDatei(std::move(sDatei)) {}
     [[nodiscard]] CString ReadString(const CString & sAbschnitt, const CString & sSchluessel,
                                      const CString & sErsatz);
     // Changes or adds a key, in memory. Line ends in a value become blanks. False where the file is there but cannot be
