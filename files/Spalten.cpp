@@ -75,6 +75,9 @@ inline std::uint64_t Gleich(std::uint64_t w, std::uint64_t wMuster) {
     return ~(((x & ~wort::HOCH) + ~wort::HOCH) | x | ~wort::HOCH);
 }
 
+// How many bytes have their high bit set; no other bit is.
+inline std::size_t Anzahl(std::uint64_t w) { return static_cast<std::size_t>((w >> 7) * wort::JE >> 56); }
+
 // How many of the characters are delimiters, and a huge number where there is a line end among them.
 std::size_t Trennzeichen(std::string_view s, char cDelimiter) {
     constexpr std::size_t ZEILENENDE = 1ULL << 32;
@@ -84,7 +87,7 @@ std::size_t Trennzeichen(std::string_view s, char cDelimiter) {
     for (; s.size() >= 8; s.remove_prefix(8)) {
         std::uint64_t w = 0;
         std::memcpy(&w, s.data(), 8);
-        iAnzahl += static_cast<std::size_t>((Gleich(w, wMuster) >> 7) * wort::JE >> 56);
+        iAnzahl += Anzahl(Gleich(w, wMuster));
         wEnden |= Gleich(w, '\n' * wort::JE) | Gleich(w, '\r' * wort::JE);
     }
     for (const char c : s) {
@@ -194,45 +197,70 @@ inline void Setze(const SSlot & slot, std::string_view sWert, const char * pLesb
     line.*slot.pText = bKurz ? CString::AusAcht(sWert.data(), sWert.size()) : CString(sWert);
 }
 
-// Cuts a line at its delimiters, finding them eight characters at a time. What stands behind the last one is a column
-// if it is not empty.
-class CSpaltenteiler {
+// The positions of a character in a text, found eight characters at a time and handed out in blocks.
+class CPositionen {
 public:
-    CSpaltenteiler(std::string_view s, char cDelimiter)
-        : m_s(s), m_wMuster(static_cast<unsigned char>(cDelimiter) * wort::JE) {}
-    bool Naechste(std::string_view & sWert) {
-        while (m_wTreffer == 0 && m_iGesucht < m_s.size())
-            Suche();
-        if (m_iAb >= m_s.size()) return false;
-        const std::size_t iEnde =
-            m_wTreffer == 0 ? m_s.size()
-                            : m_iGesucht - 8 + static_cast<std::size_t>(std::countr_zero(m_wTreffer)) / 8;
-        sWert = std::string_view(m_s.data() + m_iAb, iEnde - m_iAb);
-        m_wTreffer &= m_wTreffer - 1;
-        m_iAb = iEnde + 1;
-        return true;
+    CPositionen(std::string_view s, char c) : m_s(s), m_wMuster(static_cast<unsigned char>(c) * wort::JE) {}
+    // The next positions in order; empty behind the last one.
+    std::span<const std::size_t> Naechste() {
+        std::size_t n = 0;
+        while (m_i < m_s.size() && n <= BLOCK) {
+            std::uint64_t wTreffer = Treffer();
+            const std::size_t iAnzahl = Anzahl(wTreffer);
+            // Four at a time, needed or not: the processor cannot foresee how many there are.
+            for (std::size_t i = 0; i < iAnzahl; i += 4)
+                for (std::size_t k = 0; k < 4; ++k) {
+                    m_ai[n + i + k] = m_i + static_cast<std::size_t>(std::countr_zero(wTreffer)) / 8;
+                    wTreffer &= wTreffer - 1;
+                }
+            n += iAnzahl;
+            m_i += 8;
+        }
+        return {m_ai, n};
     }
 
 private:
-    // Marks the delimiters among the next eight characters, each by the high bit of its byte, the first one lowest.
-    void Suche() {
+    static constexpr std::size_t BLOCK = 64;
+    // Marks the characters among the next eight, each by the high bit of its byte, the first one lowest.
+    [[nodiscard]] std::uint64_t Treffer() const {
         static_assert(std::endian::native == std::endian::little);
-        const std::size_t n = m_s.size() - m_iGesucht;
+        const std::size_t n = m_s.size() - m_i;
         std::uint64_t w = 0;
         if (n >= 8)
-            std::memcpy(&w, m_s.data() + m_iGesucht, 8);
+            std::memcpy(&w, m_s.data() + m_i, 8);
         else
-            std::memcpy(&w, m_s.data() + m_iGesucht, n);
-        m_wTreffer = Gleich(w, m_wMuster);
-        if (n < 8) m_wTreffer &= (1ULL << (8 * n)) - 1;
-        m_iGesucht += 8;
+            std::memcpy(&w, m_s.data() + m_i, n);
+        return Gleich(w, m_wMuster) & (n >= 8 ? ~0ULL : (1ULL << (8 * n)) - 1);
     }
 
     std::string_view m_s;
     std::uint64_t m_wMuster;
-    std::uint64_t m_wTreffer = 0;
-    std::size_t m_iGesucht = 0; // up to here delimiters have been looked for
-    std::size_t m_iAb = 0;      // the next column
+    std::size_t m_i = 0;          // where the next eight characters begin
+    std::size_t m_ai[BLOCK + 16]; // set as far as Naechste gives them
+};
+
+// Puts columns into the record one behind the other.
+class CSpaltenleser {
+public:
+    CSpaltenleser(std::span<const int> vStruct, std::span<const int> vFehlerStruct, const char * pEnde,
+                  CStatLines & line)
+        : m_v(vStruct), m_vStruct(vStruct), m_vFehlerStruct(vFehlerStruct), m_pEnde(pEnde), m_line(line) {}
+    void Nimm(std::string_view sWert) {
+        if (m_iSpalte >= m_v.size()) throw std::invalid_argument("a line has more columns than its layout");
+        const int iSpalte = m_v[m_iSpalte];
+        Setze(Slot(iSpalte), sWert, m_pEnde, m_line);
+        // The line's kind decides on all columns behind it.
+        if (m_iSpalte == 0 || iSpalte == 0) m_v = m_line.ART == "E" ? m_vFehlerStruct : m_vStruct;
+        ++m_iSpalte;
+    }
+
+private:
+    std::span<const int> m_v; // the layout of the columns ahead
+    std::span<const int> m_vStruct;
+    std::span<const int> m_vFehlerStruct;
+    const char * m_pEnde;
+    CStatLines & m_line;
+    std::size_t m_iSpalte = 0;
 };
 
 } // namespace
@@ -244,12 +272,16 @@ void SetzeSpalte(int iSpalte, std::string_view sWert, CStatLines & line) {
 bool LiesSpalten(std::string_view s, char cDelimiter, std::span<const int> vStruct,
                  std::span<const int> vFehlerStruct, CStatLines & line) {
     if (s.find(cDelimiter) == std::string_view::npos) return false;
-    CSpaltenteiler teiler(s, cDelimiter);
-    std::string_view sWert;
-    for (std::size_t iSpalte = 0; teiler.Naechste(sWert); ++iSpalte) {
-        const std::span<const int> v = iSpalte > 0 && line.ART == "E" ? vFehlerStruct : vStruct;
-        if (iSpalte >= v.size()) throw std::invalid_argument("a line has more columns than its layout");
-        Setze(Slot(v[iSpalte]), sWert, s.data() + s.size(), line);
+    CSpaltenleser leser(vStruct, vFehlerStruct, s.data() + s.size(), line);
+    CPositionen positionen(s, cDelimiter);
+    const std::size_t iLaenge = s.size();
+    std::size_t iAb = 0;
+    for (auto v = positionen.Naechste(); !v.empty() || iAb < iLaenge; v = positionen.Naechste()) {
+        if (v.empty()) v = {&iLaenge, 1}; // the column behind the last delimiter
+        for (const std::size_t iEnde : v) {
+            leser.Nimm({s.data() + iAb, iEnde - iAb});
+            iAb = iEnde + 1;
+        }
     }
     return true;
 }
