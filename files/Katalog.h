@@ -43,7 +43,7 @@ struct SSlot {
 };
 
 struct SSpalte {
-    const char * pTitel; // null for none
+    std::string_view sTitel; // its data end with a 0; null for none
     SSlot slot;
 };
 
@@ -56,7 +56,7 @@ struct SSpalte {
 #define OHNE(NAME)                                                                                           \
     SSpalte { #NAME, SSlot() }
 #define UNBENANNT(NAME)                                                                                      \
-    SSpalte { nullptr, SSlot(&CStatLines::NAME) }
+    SSpalte { {}, SSlot(&CStatLines::NAME) }
 
 // clang-format off
 inline constexpr SSpalte KATALOG[] = {
@@ -105,7 +105,7 @@ inline constexpr SSpalte KATALOG[] = {
     TITEL(LABLSTNETTO5), TITEL(METALLNETTO5), TITEL(TECHNMATNETTO5), TITEL(ZAHLUNGSWEGDESC),
     TITEL(CHARGENNUMMER),
     UNBENANNT(m_sLuFrei220), UNBENANNT(m_sLuFrei221), UNBENANNT(m_sLuFrei222),
-    SSpalte{nullptr, SSlot()},
+    SSpalte{{}, SSlot()},
 };
 // clang-format on
 
@@ -120,20 +120,18 @@ static_assert(std::size(KATALOG) == 224);
 
 // The index of a title, or of the number of a column without title; throws for any other text.
 constexpr int Katalogindex(std::string_view sTitel) {
-    for (int i = 0; i <= KATALOG_LETZTER; ++i) {
-        const char * const pTitel = KATALOG[i].pTitel;
-        const char acNummer[] = {static_cast<char>('0' + i / 100), static_cast<char>('0' + i / 10 % 10),
-                                 static_cast<char>('0' + i % 10)};
-        if (sTitel == (pTitel == nullptr ? std::string_view(acNummer, 3) : std::string_view(pTitel)))
-            return i;
-    }
+    if (sTitel == "220") return 220;
+    if (sTitel == "221") return 221;
+    if (sTitel == "222") return 222;
+    for (int i = 0; i <= KATALOG_LETZTER; ++i)
+        if (KATALOG[i].sTitel.size() == sTitel.size() && KATALOG[i].sTitel == sTitel) return i;
     throw std::invalid_argument("no such title");
 }
 
 // Titles are unique.
 static_assert([] {
     for (int i = 0; i <= KATALOG_LETZTER; ++i)
-        if (KATALOG[i].pTitel != nullptr && Katalogindex(KATALOG[i].pTitel) != i) return false;
+        if (!KATALOG[i].sTitel.empty() && Katalogindex(KATALOG[i].sTitel) != i) return false;
     return true;
 }());
 

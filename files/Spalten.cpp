@@ -15,7 +15,7 @@ namespace orvostat {
 
 namespace {
 
-constexpr SSlot KEIN_SLOT;
+constexpr SSlot KEIN_SLOT{};
 
 const SSlot & Slot(int iSpalte) {
     return iSpalte < 0 || iSpalte > KATALOG_LETZTER ? KEIN_SLOT

@@ -17,7 +17,7 @@ struct SVarNames {
 consteval SVarNames MakeVarNames() {
     SVarNames namen;
     for (std::size_t i = 0; i < std::size(KATALOG); ++i)
-        namen.apTitel[i] = KATALOG[i].pTitel;
+        namen.apTitel[i] = KATALOG[i].sTitel.data();
     return namen;
 }
 constexpr SVarNames s_varNames = MakeVarNames();
