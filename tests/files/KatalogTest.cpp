@@ -286,6 +286,8 @@ TEST_F(KatalogTest, SpaltenImEinzelnen) {
         {212, "4294967295", "4294967295"},
         {212, "99999999999"_t, "4294967295"},
         {212, "x", "0"},
+        {21, "nur ein\nUmbruch"_t, "nur ein Umbruch"},
+        {21, "nur eine\rRueckkehr"_t, "nur eine Rueckkehr"},
         {21, "a;b\r\nc"_t, "a|b  c"},
         {22, ";", "|"},
         {19, "1;2;3;4;5;6;7"_t, "1|2|3|4|5|6|7"},

@@ -1,5 +1,6 @@
 // Sets by name: the selection file, a whole run written and reopened, intermediate saves, the spreadsheet link.
 #include "files/DateiTest.h"
+#include "support/Rechte.h"
 
 namespace orvostat {
 namespace {
@@ -304,6 +305,12 @@ TYPED_TEST(StatistikdateiTest, ZeilenarteDerReihenfolgeNach) {
     EXPECT_EQ(this->m_gelesen.m_vBehHits.size(), 2u);
     EXPECT_EQ(leser.m_Hit.TEXT, "x"_t);
     EXPECT_EQ(this->m_gelesen.m_vBehErrors.size(), 1u);
+    CStatAccu anderer; // as many texts, but not these
+    anderer.m_vUewStrings = {"x", "y"};
+    leser.SetFilter(&anderer);
+    line.ART = "W";
+    leser.MoveDataFromFile(line);
+    EXPECT_EQ(anderer.m_vUewStrings, (std::vector<CString>{"a", "b"}));
 }
 
 // A full disk at any moment: no set is called complete with lost lines.
@@ -460,6 +467,7 @@ TEST_F(ExcelTest, UebergabeUndStart) {
     Lege<CStdioFile>(m_excel.m_sVorlage, "neu");
     Lege<CStdioFile>(sZiel, "alt");
     std::filesystem::permissions(Dateipfad(sZiel), std::filesystem::perms::owner_read);
+    const COhneRootrechte ohneRechte(m_verzeichnis);
     EXPECT_TRUE(m_excel.StartExcel());
     EXPECT_EQ(Inhalt<CStdioFile>(sZiel), "neu");
     EXPECT_EQ(s_sBefehl, "\"C:\\calc\" \"" + sZiel.Utf8() + '"');
