@@ -45,31 +45,24 @@ protected:
 TEST_F(UmwandlungTest, Hit) {
     CBehHitLine satz;
     CFueller fuelle;
-#define FELDER(T)                                                                                            \
-    T(PRAXISNR)                                                                                              \
-    T(BEHANDLERNR)                                                                                           \
-    T(PATNR) T(DATUM) T(TEETH) T(EINHEIT) T(LSTIN) T(LSTNR) T(TEXT) T(FAKTOR) T(ABRART) T(GOART) T(LAGE)     \
-        T(UHRZEIT) T(DTAGRUND) T(ICDCODE) T(ICDNOTATIONSKZ) T(ERFASSER) T(PLANNR) T(FAKT1) T(FAKT2)          \
-            T(ABRMERKMAL) T(KASSENABR) T(ENTFERNUNG) T(SITZUNG) T(LFDBEHEINTRAG) T(LSTKUERZEL) T(GOSUBART)   \
-                T(DRUCKBILD) T(LFDBEFENTRY) T(ZAHNSTEIN) T(MUNDKRANKHEIT) T(KASKUERZEL) T(VDABDATUM) T(      \
-                    VDBISDATUM) T(MFRDIG) T(WSO) T(EINLESEDATUM) T(PWLART) T(KASSENPWGRP) T(KASSTATISTIKART) \
-                    T(KASMEDSTATISTIKART) T(KASSENART) T(BEFUND) T(RSA) T(VNACHWEIS) T(PROVISONSGRP)         \
-                        T(KASSENGRP) T(LFDLBLOCK) T(MATBUCHUNG) T(DMBETRAG) T(GESBETRAG) T(ENDGEWICHT)       \
-                            T(SCHLEIFRESTE) T(SCHLEIFRESTEGES) T(PREISOMWST) T(BESTANDOSR) T(ROEGRAV)        \
-                                T(ROEANZAHL) T(ROEGERAET) T(ROEXRAYMS) T(ROEXRAYCURRENT) T(ROEXRAYVOLTAGE)   \
-                                    T(ROEBELICHTUNG) T(ROEINDIKATION) T(ROEBEMERKUNG) T(ROELFDNR)            \
-                                        T(ROELASTDATUM) T(ROELASTREGIO) T(ROELASTPASSDRUCK) T(ISELAB)        \
-                                            T(ISORVOPAT) T(PATBILL) T(TASCHENTIEFED) T(TASCHENTIEFEM)        \
-                                                T(TASCHENTIEFEF) T(TASCHENTIEFEO) T(TASCHENTIEFED2)          \
-                                                    T(TASCHENTIEFEM2) T(GEBUEHRENBEFREITBIS) T(PRAXISID)     \
-                                                        T(BPG) T(CHARGENNUMMER) T(ANZAHL) T(PUNKTE)          \
-                                                            T(MWSTSATZ) T(F100AEV) T(PRUEFZEITT)             \
-                                                                T(PRUEFZEITQ) T(PROVISONSWERT)               \
-                                                                    T(BETRAG) T(ZUSCHLAG) T(EINFACHSATZ)     \
-                                                                        T(PUNKTWERT) T(TEXTART)              \
-                                                                            T(GOSTATISTIKART) T(FREMDKASSE)  \
-                                                                                T(ISPRIVATPATIENT)
-    FELDER(FUELLE)
+// clang-format off
+#define FELDER(T) \
+    T(PRAXISNR) T(BEHANDLERNR) T(PATNR) T(DATUM) T(TEETH) T(EINHEIT) T(LSTIN) T(LSTNR) T(TEXT) T(FAKTOR) \
+    T(ABRART) T(GOART) T(LAGE) T(UHRZEIT) T(DTAGRUND) T(ICDCODE) T(ICDNOTATIONSKZ) T(ERFASSER) T(PLANNR) \
+    T(FAKT1) T(FAKT2) T(ABRMERKMAL) T(KASSENABR) T(ENTFERNUNG) T(SITZUNG) T(LFDBEHEINTRAG) T(LSTKUERZEL) \
+    T(GOSUBART) T(DRUCKBILD) T(LFDBEFENTRY) T(ZAHNSTEIN) T(MUNDKRANKHEIT) T(KASKUERZEL) T(VDABDATUM) T(VDBISDATUM) \
+    T(MFRDIG) T(WSO) T(EINLESEDATUM) T(PWLART) T(KASSENPWGRP) T(KASSTATISTIKART) T(KASMEDSTATISTIKART) \
+    T(KASSENART) T(BEFUND) T(RSA) T(VNACHWEIS) T(PROVISONSGRP) T(KASSENGRP) T(LFDLBLOCK) T(MATBUCHUNG) \
+    T(DMBETRAG) T(GESBETRAG) T(ENDGEWICHT) T(SCHLEIFRESTE) T(SCHLEIFRESTEGES) T(PREISOMWST) T(BESTANDOSR) \
+    T(ROEGRAV) T(ROEANZAHL) T(ROEGERAET) T(ROEXRAYMS) T(ROEXRAYCURRENT) T(ROEXRAYVOLTAGE) \
+    T(ROEBELICHTUNG) T(ROEINDIKATION) T(ROEBEMERKUNG) T(ROELFDNR) T(ROELASTDATUM) T(ROELASTREGIO) \
+    T(ROELASTPASSDRUCK) T(ISELAB) T(ISORVOPAT) T(PATBILL) T(TASCHENTIEFED) T(TASCHENTIEFEM) \
+    T(TASCHENTIEFEF) T(TASCHENTIEFEO) T(TASCHENTIEFED2) T(TASCHENTIEFEM2) T(GEBUEHRENBEFREITBIS) \
+    T(PRAXISID) T(BPG) T(CHARGENNUMMER) T(ANZAHL) T(PUNKTE) T(MWSTSATZ) T(F100AEV) T(PRUEFZEITT) \
+    T(PRUEFZEITQ) T(PROVISONSWERT) T(BETRAG) T(ZUSCHLAG) T(EINFACHSATZ) T(PUNKTWERT) T(TEXTART) \
+    T(GOSTATISTIKART) T(FREMDKASSE) T(ISPRIVATPATIENT)
+    // clang-format on
+    FELDER(FUELLE);
 #undef FELDER
     satz.SUCHKRITERIEN = {{"a", "b", 7, {}}, {"c", "", 0, {"11", "", "12"}}};
     Pruefe(
@@ -164,14 +157,14 @@ TEST_F(UmwandlungTest, Suchkriterien) {
 TEST_F(UmwandlungTest, Patient) {
     CPat satz;
     CFueller fuelle;
-#define FELDER(T)                                                                                            \
-    T(PATNR)                                                                                                 \
-    T(SELEKTION)                                                                                             \
-    T(PATTITEL) T(PATVORNAME) T(PATZUSATZ) T(PATGEBDATUM) T(PATNAME) T(PATORT) T(PATPLZ) T(PATSTRASSE)       \
-        T(PATTELEFON) T(TELEFONPRIO) T(PATEMAIL) T(GESCHLECHT) T(EINTRDATUM) T(RISIKOANAMNESE) T(RECALLART)  \
-            T(RECALLITV) T(LASTRECALL) T(UEBERWARZT) T(HAUSARZT) T(LASTBEHDATUM) T(BENACHRICHTIGUNG)         \
-                T(FRUEHERENAMEN) T(FRUCHT) T(PATANREDE) T(INDEXMARKERS) T(BEHDAUER)
-    FELDER(FUELLE)
+// clang-format off
+#define FELDER(T) \
+    T(PATNR) T(SELEKTION) T(PATTITEL) T(PATVORNAME) T(PATZUSATZ) T(PATGEBDATUM) T(PATNAME) T(PATORT) \
+    T(PATPLZ) T(PATSTRASSE) T(PATTELEFON) T(TELEFONPRIO) T(PATEMAIL) T(GESCHLECHT) T(EINTRDATUM) \
+    T(RISIKOANAMNESE) T(RECALLART) T(RECALLITV) T(LASTRECALL) T(UEBERWARZT) T(HAUSARZT) T(LASTBEHDATUM) \
+    T(BENACHRICHTIGUNG) T(FRUEHERENAMEN) T(FRUCHT) T(PATANREDE) T(INDEXMARKERS) T(BEHDAUER)
+    // clang-format on
+    FELDER(FUELLE);
 #undef FELDER
     satz.BEHANDLERNR = satz.m_sTelefon2 = "x"; // stay behind
     Pruefe(satz, &CStatLines::MovePat, &CStatLines::MoveFile2Pat,
@@ -189,9 +182,12 @@ TEST_F(UmwandlungTest, FehlerUndKasse) {
     CFueller fuelle;
     {
         auto & satz = fehler;
-#define FELDER(T)                                                                                            \
+// clang-format off
+#define FELDER(T) \
     T(PATNR) T(DATUM) T(LSTIN) T(SITZUNG) T(LFDBEHEINTRAG) T(KASKUERZEL) T(MFRDIG) T(WSO) T(GOART)
-        FELDER(FUELLE) FUELLE(m_iFehler)
+        // clang-format on
+        FELDER(FUELLE);
+        FUELLE(m_iFehler);
 #undef FELDER
     }
     fehler.WSO_ERG = "x";
@@ -216,12 +212,12 @@ TEST_F(UmwandlungTest, GipsUeberweisungMaterialbuch) {
     CGipsHitLine gips;
     {
         auto & satz = gips;
-#define FELDER(T)                                                                                            \
-    T(GIPSNR)                                                                                                \
-    T(PATNR)                                                                                                 \
-    T(DATUM) T(GIPSART) T(BEHANDLERNR) T(BESCHREIBUNG) T(PATNAME) T(PATVORNAME) T(PATTITEL) T(PATZUSATZ)     \
-        T(PATGEBDATUM) T(ARCHIVIERT) T(GEDRUCKT)
-        FELDER(FUELLE)
+// clang-format off
+#define FELDER(T) \
+    T(GIPSNR) T(PATNR) T(DATUM) T(GIPSART) T(BEHANDLERNR) T(BESCHREIBUNG) T(PATNAME) T(PATVORNAME) \
+    T(PATTITEL) T(PATZUSATZ) T(PATGEBDATUM) T(ARCHIVIERT) T(GEDRUCKT)
+        // clang-format on
+        FELDER(FUELLE);
 #undef FELDER
     }
     Pruefe(gips, &CStatLines::MoveGips2File, &CStatLines::MoveFile2Gips,
@@ -236,14 +232,14 @@ TEST_F(UmwandlungTest, GipsUeberweisungMaterialbuch) {
     EXPECT_EQ(hit.TEXT, "Dr. Groß"_t);
 
     CBehHitLine satz;
-#define FELDER(T)                                                                                            \
-    T(PRAXISNR)                                                                                              \
-    T(BEHANDLERNR)                                                                                           \
-    T(PATNR) T(DATUM) T(LSTNR) T(TEXT) T(ABRMERKMAL) T(GOART) T(SITZUNG) T(LFDBEHEINTRAG) T(LSTKUERZEL)      \
-        T(MATBUCHUNG) T(DMBETRAG) T(GESBETRAG) T(ENDGEWICHT) T(SCHLEIFRESTE) T(SCHLEIFRESTEGES)              \
-            T(PREISOMWST) T(BESTANDOSR) T(PLANNR) T(LABORKUNDE) T(LFDGLBLOC) T(ISORVOPAT) T(RECART)          \
-                T(m_sGbAnzahl)
-    FELDER(FUELLE)
+// clang-format off
+#define FELDER(T) \
+    T(PRAXISNR) T(BEHANDLERNR) T(PATNR) T(DATUM) T(LSTNR) T(TEXT) T(ABRMERKMAL) T(GOART) T(SITZUNG) \
+    T(LFDBEHEINTRAG) T(LSTKUERZEL) T(MATBUCHUNG) T(DMBETRAG) T(GESBETRAG) T(ENDGEWICHT) T(SCHLEIFRESTE) \
+    T(SCHLEIFRESTEGES) T(PREISOMWST) T(BESTANDOSR) T(PLANNR) T(LABORKUNDE) T(LFDGLBLOC) T(ISORVOPAT) \
+    T(RECART) T(m_sGbAnzahl)
+    // clang-format on
+    FELDER(FUELLE);
 #undef FELDER
     satz.ANZAHL = 300;
     satz.BETRAG = CDBetrag("e1");
@@ -259,14 +255,14 @@ TEST_F(UmwandlungTest, RechnungUndSammelrechnung) {
     CRechHitLine rech;
     {
         auto & satz = rech;
-#define FELDER(T)                                                                                            \
-    T(PRAXISNR)                                                                                              \
-    T(PATNR)                                                                                                 \
-    T(PATNAME) T(PATVORNAME) T(FAKT1) T(FORTLFDJAHR) T(FORTLFDFAKT) T(DATUM) T(FORMULARNR) T(STORNIERT)      \
-        T(MAHNSTUFE) T(KTRAEGER) T(KASKUERZEL) T(PATTELEFON) T(BEHANDLERNR) T(CASHDATUM) T(ZAHLUNGSWEGDESC)  \
-            T(RECHBETRAG) T(RECHBETRAGK) T(HONORAR) T(HONMWSTBETRAG) T(ELABGESAMT) T(FLABGESAMT)             \
-                T(ELABMWSTBETRAG) T(BEGLICHEN) T(AUSGEBUCHT)
-        FELDER(FUELLE)
+// clang-format off
+#define FELDER(T) \
+    T(PRAXISNR) T(PATNR) T(PATNAME) T(PATVORNAME) T(FAKT1) T(FORTLFDJAHR) T(FORTLFDFAKT) T(DATUM) \
+    T(FORMULARNR) T(STORNIERT) T(MAHNSTUFE) T(KTRAEGER) T(KASKUERZEL) T(PATTELEFON) T(BEHANDLERNR) \
+    T(CASHDATUM) T(ZAHLUNGSWEGDESC) T(RECHBETRAG) T(RECHBETRAGK) T(HONORAR) T(HONMWSTBETRAG) \
+    T(ELABGESAMT) T(FLABGESAMT) T(ELABMWSTBETRAG) T(BEGLICHEN) T(AUSGEBUCHT)
+        // clang-format on
+        FELDER(FUELLE);
 #undef FELDER
     }
     Pruefe(rech, &CStatLines::MoveRech2File, &CStatLines::MoveFile2Rech,
@@ -280,12 +276,13 @@ TEST_F(UmwandlungTest, RechnungUndSammelrechnung) {
     CGlabFaktHitLine glab;
     {
         auto & satz = glab;
-#define FELDER(T)                                                                                            \
-    T(PRAXISNR)                                                                                              \
-    T(LABORKUNDE)                                                                                            \
-    T(LFDGLKUFAKT) T(FAKTDATUM) T(VONDATUM) T(BISDATUM) T(ANZGLBLOCKS) T(BEGLICHEN) T(SKONTOPROZENT)         \
-        T(STORNIERT) T(TECHNLST) T(MATERIAL) T(METALL) T(PRAXMAT) T(USTGES) T(NETTO) T(GESAMT)
-        FELDER(FUELLE)
+// clang-format off
+#define FELDER(T) \
+    T(PRAXISNR) T(LABORKUNDE) T(LFDGLKUFAKT) T(FAKTDATUM) T(VONDATUM) T(BISDATUM) T(ANZGLBLOCKS) \
+    T(BEGLICHEN) T(SKONTOPROZENT) T(STORNIERT) T(TECHNLST) T(MATERIAL) T(METALL) T(PRAXMAT) T(USTGES) \
+    T(NETTO) T(GESAMT)
+        // clang-format on
+        FELDER(FUELLE);
 #undef FELDER
     }
     const std::string sErwartet =
