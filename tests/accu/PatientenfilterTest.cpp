@@ -1,5 +1,9 @@
 #include "accu/AccuTest.h"
 
+#include "orvostatbs/host/Textfunktionen.h"
+
+#include <set>
+
 using namespace orvostat;
 
 namespace {
@@ -69,13 +73,20 @@ TEST_F(PatientenfilterTest, FindPatSearchesTheTableOnlyForPatientsNotInTheIndex)
     EXPECT_EQ(m_accu.FindPat("3", false), -1) << "the index says that there is none";
 }
 
+TEST_F(PatientenfilterTest, TheIndexSpreadsRightAlignedNumbers) {
+    std::set<std::size_t> setHashes;
+    for (int i = 1000; i < 2000; ++i)
+        setHashes.insert(SPatientenHash()(RightFix(itoc(i), 10)));
+    EXPECT_GT(setHashes.size(), 990U);
+}
+
 // ---- texts
 
 TEST_F(PatientenfilterTest, EachSectionReadsAnEmptySelectionInItsOwnWay) {
     using C = CStatAccu;
     // Switched off; nothing selected, the patient has a value or none; the same value in other case.
     struct SAbschnitt {
-        void (CSelektion::*pSchalte)(const bool &);
+        void (CSelektion::*pSchalte)(bool);
         void (CSelektion::*pWaehle)(const CString &);
         bool (CStatAccu::*pFilter)(const CString &);
         bool bAus, bLeerWert, bLeerLeer, bGross;
@@ -191,7 +202,7 @@ TEST_F(PatientenfilterTest, TreatmentsInThePeriod) {
         {"20240101", "20241231", "20240101", "20240201", true, true},
         {"", "20240201", "20250101", "20241231", false, false}, // the section's start is open through the run
     };
-    for (const char * pPatNr : {"1", "2"})
+    for (const char * pPatNr : {"2", "1"})
         Schreibe<CTBeh>({.m_PATNR = pPatNr, .m_DATUM = "20240301", .m_BEHANDLERNR = pPatNr});
     m_accu.m_sLebsString = "'1'";
     CTBeh beh(dbDatabaseRO);
@@ -199,13 +210,13 @@ TEST_F(PatientenfilterTest, TreatmentsInThePeriod) {
     m_accu.SetChHatLst(true);
     EXPECT_TRUE(m_accu.PatLastLstOK(&beh, "1", ""));
     EXPECT_EQ(beh.m_DATUM, "20240301"_t) << "the record stands on the treatment";
-    EXPECT_FALSE(m_accu.PatLastLstOK(&beh, "", "")) << "nobody";
     m_accu.SetChOhneLst(true);
     for (const auto & fall : aFaelle) {
         m_accu.SetZeitraum(fall.sAb, fall.sBis);
         m_accu.SetOhneLst(fall.sOhneVon, fall.sOhneBis);
-        EXPECT_EQ(m_accu.PatLastLstOK(&beh, "1", ""), fall.bHat) << &fall - aFaelle;
-        EXPECT_EQ(m_accu.PatOhneLstOK(&beh, "1", ""), fall.bOhne) << &fall - aFaelle;
+        beh.m_PATNR = "1"; // the record's own number
+        EXPECT_EQ(m_accu.PatLastLstOK(&beh, beh.m_PATNR, ""), fall.bHat) << &fall - aFaelle;
+        EXPECT_EQ(m_accu.PatOhneLstOK(&beh, beh.m_PATNR, ""), fall.bOhne) << &fall - aFaelle;
         EXPECT_FALSE(m_accu.PatLastLstOK(&beh, "2", "")) << "another treater";
     }
 }
@@ -256,7 +267,8 @@ TEST_F(PatientenfilterTest, Recalls) {
 
 TEST_F(PatientenfilterTest, PatRecallIsEmptyAsksTextsAndHistory) {
     Schreibe<CTHistRecall>({.m_PATNR = "1", .m_RECALLART = "1", .m_RECALLDATUM = "20240105"});
-    EXPECT_TRUE(m_accu.PatRecallIsEmpty(Patient("9", "00", "0")));
+    for (const char * pPatNr : {"9", "", " "}) // or nobody
+        EXPECT_TRUE(m_accu.PatRecallIsEmpty(Patient(CString(pPatNr), "00", "0")));
     EXPECT_FALSE(m_accu.PatRecallIsEmpty(Patient("9", "010")));
     EXPECT_FALSE(m_accu.PatRecallIsEmpty(Patient("9", "", "1")));
     EXPECT_FALSE(m_accu.PatRecallIsEmpty(Patient("1", "1")));

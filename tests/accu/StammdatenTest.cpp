@@ -137,6 +137,8 @@ void StammdatenTest::SchreibeBehandler() {
     Schreibe<CTPersonal>({.m_PID = "A", .m_PERSADRNR = "70"});
     Schreibe<CTPersonal>({.m_PID = "B", .m_PERSADRNR = "71"});
     Schreibe<CTPersonal>({.m_PID = "D", .m_PERSADRNR = "79"});
+    Schreibe<CTPersonal>({.m_PID = "E"});
+    Schreibe<CTAdr>({.m_ADRART = "w", .m_PATNAME = "Niemand"});
     Schreibe<CTAdr>(
         {.m_ADRNR = "70", .m_ADRART = "w", .m_PATTITEL = "Dr.", .m_PATVORNAME = "Eva", .m_PATNAME = "Gold"});
     Schreibe<CTAdr>({.m_ADRNR = "71", .m_ADRART = "p", .m_PATNAME = "Patient"_t});
@@ -219,6 +221,8 @@ TEST_F(StammdatenTest, Personenadressen) {
     EXPECT_TRUE(CStatAccu::GetPersAdr(rPersonal, "A"));
     EXPECT_EQ(rPersonal.m_PATVORNAME, "Eva"_t);
     EXPECT_FALSE(CStatAccu::GetPersAdr(rPersonal, "X"));
+    EXPECT_TRUE(CStatAccu::GetPersAdr(rPersonal, "E"));
+    EXPECT_EQ(rPersonal.m_PATNAME, ""_t) << "no number, no address";
     ASSERT_EQ(rPersonal.GetAll(), 0); // ascending from now on
     EXPECT_EQ(rPersonal.m_PID, "A"_t);
 }
@@ -283,6 +287,23 @@ TEST_F(StammdatenTest, NeuesterPunktwertDerAmTagGilt) {
     }
 }
 
+// Also of a hit that takes no value from the table.
+TEST_F(StammdatenTest, JedeBewertungHinterlaesstIhrePunktwertgruppe) {
+    CBehHitLine hit;
+    hit.LSTNR = "1";
+    hit.GOART = 'p';
+    for (const char * pGrp : {"", "BKK", "BKK", "aok"}) {
+        if (*pGrp == 'a') m_accu.m_mapPw.clear();
+        hit.KASSENPWGRP = pGrp;
+        m_accu.GetPunkte(hit);
+    }
+    EXPECT_TRUE(m_accu.m_mapPw.size() == 1 && m_accu.m_mapPw.contains("aok"));
+    hit.KASSENPWGRP = "BKK";
+    m_accu.GetPunkte(hit);
+    EXPECT_TRUE(m_accu.m_mapPw.size() == 2 && m_accu.m_mapPw.at("bkk").empty());
+    EXPECT_TRUE(m_accu.m_vBehErrors.empty());
+}
+
 // ---- fee rows
 
 TEST_F(StammdatenTest, GebuehrenzeileWirdEinmalGelesen) {
@@ -316,7 +337,8 @@ TEST_F(StammdatenTest, FehlendeGebuehrenzeileWirdJedesmalGefragt) {
     }
     Schreibe<CTGO>({.m_GOART = "e", .m_LSTNR = "02", .m_LSTKUERZEL = "V"});
     EXPECT_EQ(m_accu.FindGO("02", 'e'), 0);
-    EXPECT_EQ(m_accu.FindGO("01", 'e'), 1);
+    m_accu.m_rGO.m_LSTNR = "01";
+    EXPECT_EQ(m_accu.FindGO(m_accu.m_rGO.m_LSTNR, 'e'), 1);
 }
 
 TEST_F(StammdatenTest, VonMehrerenZeilenEinesSchluesselsStehtDieErste) {
@@ -345,6 +367,14 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
         go.m_cGoArt = Wurf(2) == 0 ? 'e' : 'p';
         return go;
     };
+    std::vector<CGOStruct> vVorrat{Neue(), Neue(), Neue(), Neue(), Neue()};
+    std::vector<CGOStruct> * pVergeben = nullptr; // taken when a third of the steps is done
+    const std::function<void()> aVergeben[] = {
+        [&] { pVergeben->push_back(Neue()); },
+        [&] { pVergeben->pop_back(); },
+        [&] { pVergeben->at(Wurf(v.size())).m_sLst = Neue().m_sLst; },
+        [&] { pVergeben->front() = Neue(); },
+    };
     const std::function<void()> aAenderungen[] = {
         [&] { v.push_back(Neue()); }, // always while the table is short
         [&] { v.emplace_back(Neue()); },
@@ -357,9 +387,27 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
         [&] { v.clear(); },
         [&] { v.pop_back(); },
         [&] { v.insert(v.begin() + Stelle(), Neue()); },
+        [&] { v.insert(v.begin() + Stelle(), vVorrat.begin(), vVorrat.end()); },
+        [&] { v.insert(v.cend(), 2, Neue()); },
+        [&] {
+            v.insert(v.begin(), {Neue(), Neue()});
+        },
+        [&] { v.emplace(v.begin() + Stelle(), Neue()); },
+        [&] {
+            v.assign({Neue(), Neue(), Neue(), Neue()});
+        },
+        [&] { v.assign(vVorrat.rbegin(), vVorrat.rend()); },
+        [&] { v.rbegin()->m_sLst = Neue().m_sLst; },
+        [&] { v.data()[1] = Neue(); },
+        [&] { v.swap(vVorrat); },
+        [&] { v.shrink_to_fit(); },
+        [&] { std::ranges::for_each(v, [&](CGOStruct & go) { go.m_cGoArt = Neue().m_cGoArt; }); },
+        [&] {
+            std::sort(v.begin(), v.end(), [](const auto & a, const auto & b) { return a.m_sLst < b.m_sLst; });
+        },
         [&] { v.resize(v.size() + 1); },
         [&] { std::reverse(v.begin(), v.end()); },
-        [&] { std::erase_if(v.Aendernd(), [](const CGOStruct & go) { return go.m_cGoArt == 'p'; }); },
+        [&] { erase_if(v, [](const CGOStruct & go) { return go.m_cGoArt == 'p'; }); },
         [&] {
             v = {Neue(), Neue(), Neue()};
         },
@@ -381,7 +429,9 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
         return it == v.Lesend().end() ? -1 : static_cast<int>(it - v.Lesend().begin());
     };
     for (int i = 0; i < 4000; ++i) {
+        if (i == 1300) pVergeben = &static_cast<std::vector<CGOStruct> &>(v);
         aAenderungen[v.Lesend().size() < 3 ? 0 : Wurf(std::size(aAenderungen))]();
+        if (pVergeben != nullptr && v.size() > 2) aVergeben[Wurf(std::size(aVergeben))]();
         if (i % 3 == 0) continue;
         for (const CString & sText : vTexte)
             for (const char cArt : {'e', 'p', 'x'}) {
@@ -414,6 +464,11 @@ TEST_F(StammdatenTest, SelectPoolMitUndOhneUnbekannt) {
     EXPECT_FALSE(m_accu.GetSelectPoolData("q", v, true)); // an entry without key is none
     EXPECT_TRUE(v.empty());
     EXPECT_FALSE(m_accu.GetSelectPoolData("leer", v, false));
+    const auto pSpeicher = ZaehleZugriffe();
+    v.resize(1);
+    pSpeicher->FehlerBei(3);
+    EXPECT_FALSE(m_accu.GetSelectPoolData("p", v, false)) << "a store that fails";
+    EXPECT_EQ(v.size(), 1u);
 }
 
 TEST_F(StammdatenTest, ErsatzlisteAusDemParameterpool) {

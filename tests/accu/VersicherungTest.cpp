@@ -92,7 +92,9 @@ TEST_F(VersicherungTest, AnInsurerIsReadOnceAndUnchangedRowsMelt) {
     EXPECT_TRUE(m_accu.GetKasFromVDesc("AOK", "19900101", "")) << "the oldest holds from the start";
     EXPECT_FALSE(m_accu.GetKasFromVDesc("aok", "19791231", "")) << "known, but no row for the date";
     EXPECT_FALSE(HatGelesen());
-    EXPECT_TRUE(m_accu.GetKasFromVDesc("bkk", "20240101", ""));
+    EXPECT_EQ(m_accu.ReadKas("bkk"), 0);
+    EXPECT_EQ(m_accu.ReadKas(m_accu.m_pROrvoKas->m_KASKUERZEL), 0);
+    EXPECT_TRUE(m_accu.GetKasFromVDesc(m_accu.m_pROrvoKas->m_KASKUERZEL, "20240101", ""));
     EXPECT_FALSE(m_accu.GetKasFromVDesc("tk", "20240101", ""));
     EXPECT_EQ(Kassen(), "aok 20140101, aok 20100101, aok 19800101, bkk 19800101");
 }
@@ -152,7 +154,8 @@ TEST_F(VersicherungTest, GetVDescTakesThePeriodsWithAnInsurerNewestFirst) {
     EXPECT_EQ(m_accu.FindVDescByDate("2", ""), nullptr);
     EXPECT_TRUE(m_accu.m_mapVDesc.contains("2")) << "whoever was looked up has a list";
     EXPECT_TRUE(m_accu.GetVDesc("1", "20131231"));
-    EXPECT_TRUE(m_accu.GetVDesc("1", "19800101"));
+    m_accu.m_pRVDesc->m_VDABDATUM = "19800101";
+    EXPECT_TRUE(m_accu.GetVDesc(m_accu.m_pRVDesc->m_PATNR, m_accu.m_pRVDesc->m_VDABDATUM));
     const std::vector<CVDesc> & v = m_accu.m_mapVDesc["1"];
     std::string sNummern;
     for (const CVDesc & vdesc : v)
@@ -249,15 +252,13 @@ TEST_F(VersicherungTest, CardInTheSectionsDays) {
     m_accu.SetChKvk(true);
     EXPECT_FALSE(m_accu.KvkVorgabenOk(&beh, "1")) << "no period";
     CVDesc & vdesc = m_accu.m_mapVDesc["1"].emplace_back(Periode("20240101", "", "g"));
-    EXPECT_TRUE(m_accu.KvkVorgabenOk(&beh, "1"));
-    vdesc.EINLESEDATUM = "20231231";
-    EXPECT_FALSE(m_accu.KvkVorgabenOk(&beh, "1")) << "the day of reading goes first";
-    vdesc.EINLESEDATUM = "20240331";
-    EXPECT_TRUE(m_accu.KvkVorgabenOk(&beh, "1"));
-    vdesc.EINLESEDATUM = "20240401";
-    EXPECT_FALSE(m_accu.KvkVorgabenOk(&beh, "1"));
-    vdesc.EINLESEDATUM = "20240101";
-    EXPECT_TRUE(m_accu.KvkVorgabenOk(&beh, "1"));
+    // The day of reading goes first, else the first day counts.
+    const std::pair<const char *, bool> aTage[] = {
+        {"", true}, {"20231231", false}, {"20240331", true}, {"20240401", false}, {"20240101", true}};
+    for (const auto & [pTag, bOk] : aTage) {
+        vdesc.EINLESEDATUM = pTag;
+        EXPECT_EQ(m_accu.KvkVorgabenOk(&beh, "1"), bOk) << pTag;
+    }
     m_accu.SetSchein(true);
     EXPECT_FALSE(m_accu.KvkVorgabenOk(&beh, "1")) << "not the kind of proof";
 }
@@ -272,8 +273,7 @@ TEST_F(VersicherungTest, MissingCard) {
         {abgelaufen, "1", true},
         {abgelaufen, "2", true},  // the kind of fees where there is none of billing
         {abgelaufen, "3", false}, // the kind of billing goes first
-        {abgelaufen, "4", false}, // treated by another treater
-        {abgelaufen, "5", false}, // on the days beside
+        {abgelaufen, "4", false}, // treated by another treater or on the days beside
         {Periode("20240101", "", "g"), "1", false},
         {Periode("20230101", "20240101", "j"), "1", false},
         {Periode("20240331", "", "G"), "1", false},
@@ -288,7 +288,7 @@ TEST_F(VersicherungTest, MissingCard) {
         {.m_PATNR = "3", .m_DATUM = "20240201", .m_BEHANDLERNR = "7", .m_GOART = "k", .m_ABRART = "p"});
     Schreibe<CTBeh>({.m_PATNR = "4", .m_DATUM = "20240201", .m_BEHANDLERNR = "8", .m_ABRART = "b"});
     for (const char * pTag : {"20231231", "20240401"})
-        Schreibe<CTBeh>({.m_PATNR = "5", .m_DATUM = pTag, .m_BEHANDLERNR = "7", .m_ABRART = "b"});
+        Schreibe<CTBeh>({.m_PATNR = "4", .m_DATUM = pTag, .m_BEHANDLERNR = "7", .m_ABRART = "b"});
     constexpr std::string_view ARTEN = "abcdefghijkmprsuz";
     for (const char c : ARTEN)
         Schreibe<CTBeh>(

@@ -2,6 +2,7 @@
 #include "orvostatbs/host/Tabellen.h"
 #include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/store/MemorySpeicher.h"
+#include "support/Fehlerspeicher.h"
 #include "support/Schreiber.h"
 
 #include <map>
@@ -25,7 +26,8 @@ protected:
         dbDatabase.Verbinde(nullptr);
         dbDatabaseRO.Verbinde(nullptr);
     }
-    std::shared_ptr<CMemorySpeicher> m_pSpeicher = std::make_shared<CMemorySpeicher>();
+    std::shared_ptr<CFehlerspeicher> m_pSpeicher =
+        std::make_shared<CFehlerspeicher>(std::make_shared<CMemorySpeicher>());
 };
 
 const auto SchreibeBeh = Schreiber<CTBeh>(&CTBeh::m_PATNR, &CTBeh::m_DATUM, &CTBeh::m_BEHANDLERNR,
@@ -44,6 +46,7 @@ TEST_F(TabellenTest, TheTreatmentsOfTheFiltersArePatientPeriodAndTreater) {
     SchreibeBeh("1", "20240131", "  5", "k", "c", "");
     SchreibeBeh("1", "20240201", "  5", "k", "d", "");
     SchreibeBeh("2", "20240110", "  5", "k", "e", "");
+    SchreibeBeh("", "20240110", "  5", "k", "f", "");
     struct SFall {
         const char * pName;
         CString sPat, sVon, sBis, sLebs;
@@ -57,13 +60,16 @@ TEST_F(TabellenTest, TheTreatmentsOfTheFiltersArePatientPeriodAndTreater) {
         {"no treatment in the period", "1", "20240102", "20240104", "", ""},
         {"no dates", "1", "", "", "", ""},
         {"another patient", "2", "19800101", "99991231", "", "e "},
+        {"nobody", "", "19800101", "99991231", "", ""},
+        {"blanks are nobody", "  ", "19800101", "99991231", "", ""},
     };
     for (const SFall & fall : aFaelle)
         for (const bool bAlle : {false, true}) {
-            CTBeh beh(dbDatabaseRO);
-            beh.m_DATUM = "20240105"; // left from a former read
+            CTBeh beh(dbDatabaseRO); // whose own fields may be what is asked for
+            beh.m_PATNR = fall.sPat;
+            beh.m_DATUM = fall.sVon;
             beh.SetKey(1, false);
-            const int iErgebnis = beh.GetForPatSel(fall.sPat, fall.sVon, fall.sBis, fall.sLebs, bAlle);
+            const int iErgebnis = beh.GetForPatSel(beh.m_PATNR, beh.m_DATUM, fall.sBis, fall.sLebs, bAlle);
             if (bAlle) {
                 EXPECT_EQ(Alle(beh, iErgebnis, beh.m_LSTNR), fall.pSoll) << fall.pName;
             } else {
@@ -82,10 +88,13 @@ TEST_F(TabellenTest, BevServicesBelongToThePlanOfTheirBill) {
     SchreibeBeh("1", "20240104", "5", "k", "01", "1");
     SchreibeBeh("1", "20240105", "5", "k", "beva", "9");
     SchreibeBeh("2", "20240106", "5", "k", "beva", "1");
+    SchreibeBill("", "1", "10");
+    SchreibeBeh("", "20240107", "5", "k", "beva", "1");
     CTBeh beh(dbDatabaseRO);
     EXPECT_EQ(Alle(beh, beh.GetWithBEVX("1", "10"), beh.m_DATUM), "20240101 20240102 ");
-    EXPECT_EQ(Alle(beh, beh.GetWithBEVX("1", "20"), beh.m_DATUM), "20240103 ");
-    EXPECT_NE(beh.GetWithBEVX("2", "10"), 0) << "no bill of this patient";
+    EXPECT_EQ(Alle(beh, beh.GetWithBEVX(beh.m_PATNR, "20"), beh.m_DATUM), "20240103 ");
+    for (const char * pPat : {"2", "", " "}) // has no bill, is nobody
+        EXPECT_EQ(beh.GetWithBEVX(CString(pPat), "10"), ZEILE_KEINE) << pPat;
 }
 
 TEST_F(TabellenTest, MultibandAndDeductionsAreInsurerServicesOfThePeriod) {
@@ -132,15 +141,14 @@ TEST_F(TabellenTest, PeriodsOfAnIntervalEndOnTheDateOrLaterOrNever) {
                                {"20990101", true, "3 "}}) {
         CTVDesc vdesc(dbDatabaseRO);
         vdesc.SetKey(1, fall.bAufsteigend);
-        EXPECT_EQ(Alle(vdesc, vdesc.GetByIntervall("1", fall.sDatum, "", "", false), vdesc.m_VDESCNR),
-                  fall.pSoll)
-            << fall.sDatum.Utf8();
+        vdesc.m_PATNR = "1";
+        vdesc.m_VDBISDATUM = fall.sDatum;
+        const int iErgebnis = vdesc.GetByIntervall(vdesc.m_PATNR, vdesc.m_VDBISDATUM, "", "", false);
+        EXPECT_EQ(Alle(vdesc, iErgebnis, vdesc.m_VDESCNR), fall.pSoll) << fall.sDatum.Utf8();
     }
     CTVDesc vdesc(dbDatabaseRO);
-    EXPECT_NE(vdesc.GetByIntervall("2", "20220101", "", "", false), 0);
-    EXPECT_EQ(vdesc.GetByIntervall("1", "20220101", "", "", false), 0);
-    EXPECT_NE(vdesc.GetByIntervall("", "20220101", "", "", false), 0) << "nobody's";
-    EXPECT_NE(vdesc.Next(), 0);
+    for (const char * pPat : {"2", "", " "})
+        EXPECT_EQ(vdesc.GetByIntervall(CString(pPat), "20220101", "", "", false), ZEILE_KEINE) << pPat;
 }
 
 TEST_F(TabellenTest, TheMatchingPeriodIsTheBestOfThoseValidOnTheDate) {
@@ -149,8 +157,11 @@ TEST_F(TabellenTest, TheMatchingPeriodIsTheBestOfThoseValidOnTheDate) {
     SchreibePeriode("1", "3", "20210201", "20211231", "1", "b", "");
     SchreibePeriode("1", "4", "20210301", "20211231", "1", "a", "");
     SchreibePeriode("1", "5", "20210401", "20211231", "1", "a", "");
-    SchreibePeriode("1", "6", "20210501", "20211231", "pX", "a",
-                    "1"); // electronic proof of a private insurance
+    SchreibePeriode("1", "6", "20210501", "20211231", "pX", "a", "1"); // electronic and private
+    SchreibePeriode("1", "7", "20230101", "20230630", "p", "", "");    // of one key
+    SchreibePeriode("1", "7 ", "20230101", "20230630", "1", "", "");
+    SchreibePeriode("1", "7  ", "20230101", "20230131", "1", "", "");
+    SchreibePeriode("1", "7   ", "20230101", "20230630", "1", "b", "");
     struct SFall {
         CString sDatum;
         const char * pSoll;
@@ -163,21 +174,25 @@ TEST_F(TabellenTest, TheMatchingPeriodIsTheBestOfThoseValidOnTheDate) {
                                {"20210315", "4"},
                                {"20210415", "5"},
                                {"20210601", "5"},
-                               {"20220101", ""}}) {
+                               {"20220101", ""},
+                               {"20230131", "7  "},
+                               {"20230201", "7 "}})
+        for (const bool bAufsteigend : {true, false}) {
+            CTVDesc vdesc(dbDatabaseRO);
+            vdesc.SetKey(1, bAufsteigend);
+            vdesc.m_PATNR = "1";
+            vdesc.m_VDABDATUM = fall.sDatum;
+            const bool bDa = vdesc.FindMatching(vdesc.m_PATNR, vdesc.m_VDABDATUM, 0) == 0;
+            EXPECT_EQ(bDa ? vdesc.m_VDESCNR.Utf8() : "", fall.pSoll) << fall.sDatum.Utf8();
+            EXPECT_EQ(Alle(vdesc, vdesc.GetAll(), vdesc.m_VDESCNR).front(), bAufsteigend ? '1' : '7')
+                << "the direction stays";
+        }
+    for (int i = 1; i <= 14; ++i) { // the walk over ten rows and its end, then the row itself
         CTVDesc vdesc(dbDatabaseRO);
-        const bool bDa = vdesc.FindMatching("1", fall.sDatum, 0) == 0;
-        EXPECT_EQ(bDa ? vdesc.m_VDESCNR.Utf8() : "", fall.pSoll) << fall.sDatum.Utf8();
+        m_pSpeicher->FehlerBei(i);
+        EXPECT_EQ(vdesc.FindMatching("1", "20210601", 0), ZEILE_FEHLER) << i;
+        EXPECT_EQ(vdesc.First(), ZEILE_KEINE) << i;
     }
-}
-
-TEST_F(TabellenTest, FlagsOfAPeriod) {
-    CTVDesc vdesc(dbDatabaseRO);
-    EXPECT_FALSE(vdesc.GetEEB() || vdesc.IsEGK() || vdesc.GetPrivateKostenerstattung() || vdesc.IsWsoOst());
-    vdesc.m_EEB = vdesc.m_EGK = vdesc.m_KOSTENERSTATTUNG = "1";
-    vdesc.m_WSO = "9";
-    EXPECT_TRUE(vdesc.GetEEB() && vdesc.IsEGK() && vdesc.GetPrivateKostenerstattung() && vdesc.IsWsoOst());
-    vdesc.m_WSO = "1";
-    EXPECT_FALSE(vdesc.IsWsoOst());
 }
 
 TEST_F(TabellenTest, TheLastRecallIsTheLatestOfItsKind) {
@@ -188,13 +203,16 @@ TEST_F(TabellenTest, TheLastRecallIsTheLatestOfItsKind) {
     Schreibe("1", "2", "20220601", "52");
     Schreibe("1", "10", "20210101", "");
     Schreibe("2", "1", "20240101", "4");
+    Schreibe("", "1", "20240601", "4");
     const std::pair<int, std::string> aFaelle[] = {
         {-1, "20230101 26"}, {1, "20230101 26"}, {2, "20220601 52"}, {10, "20210101 0"}, {3, " 0"}};
     for (const auto & [iArt, sSoll] : aFaelle) {
         CTHistRecall r(dbDatabaseRO);
         int iItv = 99;
-        const std::string sDatum = r.LastRecallDatum("1", iArt, iItv).Utf8();
+        r.m_PATNR = "1";
+        const std::string sDatum = r.LastRecallDatum(r.m_PATNR, iArt, iItv).Utf8();
         EXPECT_EQ(sDatum + " " + std::to_string(iItv), sSoll) << iArt;
+        EXPECT_EQ(r.LastRecallDatum("", iArt, iItv) + r.LastRecallDatum(" ", iArt, iItv), CString());
     }
 }
 
@@ -204,23 +222,19 @@ TEST_F(TabellenTest, ChangedPointsHoldFromTheirDateOn) {
     EXPECT_EQ(CTGO::GetGebPkt("k", "01", "1800", "20240101"), CString("1800"));
     const auto Schreibe = Schreiber<CTGoPunkte>(&CTGoPunkte::m_GOART, &CTGoPunkte::m_LSTNR,
                                                 &CTGoPunkte::m_PKTAB, &CTGoPunkte::m_PUNKTE);
-    Schreibe("K", "13B", "20240101", "5400");
+    Schreibe("K", "13B ", "20240101 ", "5400");
     Schreibe("k", "13b", "20220101", "4900");
     Schreibe("k", "13", "20200101", "1");
     struct SFall {
         CString sGoArt, sLst, sDatum, sSoll;
     };
-    const SFall aFaelle[] = {{"k", "13b", "20211231", "4700"},
-                             {"k", "13b", "20220101", "4900"},
-                             {"k", "13b", "20231231", "4900"},
-                             {"K", "13B", "20240101", "5400"},
-                             {"g", "13b", "20240101", "4700"}};
+    const SFall aFaelle[] = {{"k", "13b", "20211231", "4700"},   {"k", "13b", "20220101", "4900"},
+                             {"k", "13b", "20231231", "4900"},   {"K", "13B", "20240101", "5400"},
+                             {"k", "13b  ", "20240101", "5400"}, {"g", "13b", "20240101", "4700"}};
     for (const auto & [sGoArt, sLst, sDatum, sSoll] : aFaelle)
         EXPECT_EQ(CTGO::GetGebPkt(sGoArt, sLst, "4700", sDatum), sSoll) << sDatum.Utf8();
-    CTGoPunkte punkte(dbDatabase);
-    ASSERT_EQ(punkte.GetAll(), 0);
-    ASSERT_EQ(punkte.DeleteRows(), 0);
-    EXPECT_EQ(CTGO::GetGebPkt("k", "13b", "4700", "20240101"), CString("4700")) << "after a change";
+    Schreibe("k", "14", "20240102", "98");
+    EXPECT_EQ(CTGO::GetGebPkt('k', "14", 47, "20240102"), 98) << "after a change";
 }
 
 TEST_F(TabellenTest, TheSimpleRateGoesIntoTheCurrencyOfTheDate) {
@@ -228,19 +242,6 @@ TEST_F(TabellenTest, TheSimpleRateGoesIntoTheCurrencyOfTheDate) {
     EXPECT_EQ(CTGO::EinfachsatzToW(satz, false, 'e').ToDb(0, true, false, 0.0, 0.0), CString("e562"));
     EXPECT_EQ(CTGO::EinfachsatzToW(CDBetrag(" 195583"), true, 'e').Round().ToDb(0, true, false, 0.0, 0.0),
               CString("e100000"));
-    EXPECT_EQ(CTPunktWert(dbDatabaseRO).PwToBetrag(true).IsEmpty(), true);
-    CTPunktWert pw(dbDatabaseRO);
-    pw.m_PWWEST = "e12000";
-    pw.m_PWOST = "e11000";
-    EXPECT_EQ(CString(pw.PwToBetrag(true)), CString("e12000"));
-    EXPECT_EQ(CString(pw.PwToBetrag(false)), CString("e11000"));
-}
-
-TEST_F(TabellenTest, AChecksRowIsFoundByItsFlag) {
-    Schreiber<CTGoCheck>(&CTGoCheck::m_GOART, &CTGoCheck::m_LSTNR, &CTGoCheck::m_EXTRAFLAG)("k", "01", "q");
-    CTGoCheck gesucht(dbDatabaseRO);
-    EXPECT_NE(gesucht.GetByExtraFlag("k", "01", 'p'), 0);
-    EXPECT_EQ(gesucht.GetByExtraFlag("K", "01", 'q'), 0);
 }
 
 // ---- the practice
@@ -255,16 +256,18 @@ TEST_F(TabellenTest, ValidRowsAreThoseNotDeleted) {
         ASSERT_EQ(md.Write(), 0);
     }
     EXPECT_EQ(Alle(leb, leb.GetValidLebs(""), leb.m_LEB), "1 3 ");
-    EXPECT_EQ(Alle(leb, leb.GetValidLebs("3"), leb.m_LEB), "3 ");
+    EXPECT_EQ(Alle(leb, leb.GetValidLebs(leb.m_LEB), leb.m_LEB), "3 ");
     EXPECT_EQ(Alle(leb, leb.GetValidLebs("2"), leb.m_LEB), "");
     EXPECT_EQ(Alle(md, md.GetValidMandant(""), md.m_MDID), "1 3 ");
+    EXPECT_EQ(Alle(md, md.GetValidMandant(md.m_MDID), md.m_MDID), "3 ");
     EXPECT_EQ(Alle(md, md.GetValidMandant("2"), md.m_MDID), "");
 }
 
 TEST_F(TabellenTest, TheRegionOfAnAssociationIsItsColumnOrItsNumber) {
-    Schreiber<CTKzv>(&CTKzv::m_KZVNR, &CTKzv::m_REGION)("37", "NW");
-    EXPECT_EQ(CTKzv::RLP("37"), CString("NW"));
-    EXPECT_EQ(CTKzv::RLP("02"), CString("02"));
+    const auto Schreibe = Schreiber<CTKzv>(&CTKzv::m_KZVNR, &CTKzv::m_REGION);
+    Schreibe("37", "NW");
+    Schreibe("04", "");
+    EXPECT_EQ(CTKzv::RLP("37") + CTKzv::RLP("02") + CTKzv::RLP("04 "), CString("NW0204"));
 }
 
 TEST_F(TabellenTest, NamesAndContactsOfAnAddress) {
@@ -284,14 +287,6 @@ TEST_F(TabellenTest, NamesAndContactsOfAnAddress) {
     }
     adr.m_TELEFONPRIO = "2";
     EXPECT_EQ(adr.LoadPrioTelefon(), CString("0221 1"));
-}
-
-TEST_F(TabellenTest, ACostBearerMayBeAPackage) {
-    const auto Schreibe = Schreiber<CTKTraeger>(&CTKTraeger::m_PATNR, &CTKTraeger::m_KTART);
-    Schreibe("p", "p");
-    Schreibe("x", "x");
-    EXPECT_TRUE(CTKTraeger::IsKzvOrKvPaket("p"));
-    EXPECT_FALSE(CTKTraeger::IsKzvOrKvPaket("x") || CTKTraeger::IsKzvOrKvPaket("y"));
 }
 
 TEST(TabellenTexte, CodesAndCardData) {

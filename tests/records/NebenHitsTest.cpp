@@ -328,6 +328,8 @@ TEST_F(CRechTest, HonorarsteuerAusDerSteuerliste) {
         {"", ""},
         {"7", ""},
         {"7e    10000", "e700"},
+        {"g    100,00"_t, "1900"}, // display texts
+        {"7e   100,00"_t, "e700"},
         {"7e    10000ge    200"_t, "e738"},   // the second piece is cut
         {"7e   -10000ge     1000"_t, "e190"}, // a negative amount adds nothing
         {"0e    10000", "e0"},                // taxed with nothing is not untaxed
@@ -417,6 +419,7 @@ TEST_F(CVerordnungTest, SchluesselUndCodesHabenFestePlaetze) {
     } vFaelle[] = {
         {"CMD1 K021   K0530  "_t, "CMD1", "K02.1", "K05.30", "K02.1; K05.30"_t},
         {"CMD1 K021"_t, "CMD1", "K02.1", "", "K02.1"},
+        {"CMD1 K021123K053012x"_t, "CMD1", "K02.1123"_t, "K05.3012"_t, "K02.1123; K05.3012"_t},
         {"CMD1        K05.3"_t, "CMD1", "", "K05.3", "K05.3"},
         {"CMD12"_t, "CMD12", "", "", ""},
         {"", "", "", "", ""},
