@@ -36,6 +36,7 @@
 #include <unistd.h>
 
 namespace orvostat {
+
 namespace {
 
 constexpr std::size_t SPALTEN = 57;
@@ -257,6 +258,7 @@ void BM_Datei(benchmark::State & state) {
 BENCHMARK(BM_Datei)->Arg(10000)->Arg(100000)->Arg(1000000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
-} // namespace orvostat
 
 BENCHMARK_MAIN();
+
+} // namespace orvostat

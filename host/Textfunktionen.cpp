@@ -11,7 +11,7 @@
 #include <limits>
 #include <string>
 
-using orvostat::CSicht;
+namespace orvostat {
 
 namespace {
 
@@ -176,13 +176,13 @@ int UStKey2MwStSatz(const CString & sKey) {
     if (s == "h") return 7;
     if (s == "g" || s == "1") return 19;
     const CSicht sicht(s);
-    return std::all_of(sicht.Text().begin(), sicht.Text().end(), ismxdigit) ? orvostat::Zahl(s) : 0;
+    return std::all_of(sicht.Text().begin(), sicht.Text().end(), ismxdigit) ? Zahl(s) : 0;
 }
 
 CString CorrectGebDate(const CString & sDatum) {
     constexpr int JAHRHUNDERT = 100;
-    if (!orvostat::GueltigesDatum(sDatum) || sDatum <= GetMxDate()) return sDatum;
-    const int iDatum = orvostat::Zahl(sDatum);
+    if (!GueltigesDatum(sDatum) || sDatum <= GetMxDate()) return sDatum;
+    const int iDatum = Zahl(sDatum);
     const int iJahr = iDatum / 10'000 - JAHRHUNDERT;
     if (iJahr < 1) return sDatum;
     const int iMonat = iDatum / 100 % 100;
@@ -190,7 +190,7 @@ CString CorrectGebDate(const CString & sDatum) {
     return RightFix(itoc(iJahr * 10'000 + iMonat * 100 + iTag), 8, '0');
 }
 
-bool FileExists(const CString & sPfad) { return orvostat::Plattendateien().Existiert(sPfad); }
+bool FileExists(const CString & sPfad) { return Plattendateien().Existiert(sPfad); }
 
 CString CMxField::MakeKY(const CString & s, int iLen) {
     if (iLen <= 0) return {};
@@ -206,8 +206,6 @@ CString CMxField::MakeKY(const CString & s, int iLen) {
     }
     return CString(std::string_view(sKey).substr(0, iGrenze));
 }
-
-namespace orvostat {
 
 std::int64_t Zahl64(const CString & s) {
     const CSicht sicht(s);

@@ -12,6 +12,8 @@
 #include <new>
 #include <thread>
 
+namespace orvostat {
+
 namespace {
 
 std::atomic<int> s_iNochGut{0};    // the allocation that fails, counted down; below 1 none does
@@ -44,7 +46,6 @@ void * operator new(std::size_t n) {
 [[gnu::noinline]] void operator delete(void * p) noexcept { std::free(p); }
 [[gnu::noinline]] void operator delete(void * p, std::size_t) noexcept { std::free(p); }
 
-namespace orvostat {
 namespace {
 
 // Lets the n-th allocation of f fail; what f gives, or vScheitern where it throws. bErreicht: there were so many.
@@ -242,4 +243,5 @@ TEST_F(StoerungTest, NothingIsWrittenWithoutItsRunningNumber) {
 }
 
 } // namespace
+
 } // namespace orvostat
