@@ -4,7 +4,7 @@
 
 #include <set>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -274,3 +274,5 @@ TEST_F(PatientenfilterTest, PatRecallIsEmptyAsksTextsAndHistory) {
     EXPECT_FALSE(m_accu.PatRecallIsEmpty(Patient("1", "1")));
     EXPECT_EQ(m_accu.m_rHistRecall.m_RECALLDATUM, "20240105"_t) << "read whatever the texts say";
 }
+
+} // namespace orvostat

@@ -7,7 +7,7 @@
 #include <random>
 #include <tuple>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -286,3 +286,5 @@ TEST_F(PlanUndRechnungTest, IsFuerMandantAsksTheSelectionThenTheTable) {
     EXPECT_TRUE(m_accu.IsFuerMandant(" 3"));
     EXPECT_FALSE(m_accu.IsFuerMandant(bill));
 }
+
+} // namespace orvostat

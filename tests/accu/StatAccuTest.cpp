@@ -8,9 +8,10 @@
 #include <thread>
 #include <tuple>
 
+namespace orvostat {
+
 namespace {
 
-using namespace orvostat;
 using namespace std::string_view_literals;
 
 constexpr const char * POOLS[] = {
@@ -480,3 +481,5 @@ TEST_F(StatAccuTest, GesamtBehDauerZaehltAllePatienten) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -309,3 +309,5 @@ TEST_F(VersicherungTest, MissingCard) {
     }
     EXPECT_EQ(sBrauchtKarte, "befghk");
 }
+
+} // namespace orvostat

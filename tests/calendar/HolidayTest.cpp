@@ -9,9 +9,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 using FLaenge = double (*)(const CString &, const CString &);
 
@@ -292,3 +292,5 @@ TEST_F(HolidayPool, SetWPFHolidaysSchicktFeiertageUndUrlaube) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+namespace orvostat {
+
 namespace {
 
 // The stored text, which shows all that an amount holds.
@@ -357,3 +359,5 @@ TEST(BetragTest, DoublesRundenWieDerExakteWert) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -13,9 +13,10 @@
 
 #include <gtest/gtest.h>
 
+namespace orvostat {
+
 namespace {
 
-using namespace orvostat;
 using ::testing::Values;
 
 // Both handles on one store, empty at first.
@@ -575,3 +576,5 @@ INSTANTIATE_TEST_SUITE_P(Speicher, RSetTest, Values("Memory", "Sqlite"),
                          [](const auto & art) { return std::string(art.param); });
 
 } // namespace
+
+} // namespace orvostat

@@ -12,9 +12,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 class TabellenTest : public ::testing::Test {
 protected:
@@ -433,3 +433,5 @@ TEST(TabellenListe, OnlyServicesIgnoreCaseAndOnlyThePoolCountsTrailingBlanks) {
 }
 
 } // namespace
+
+} // namespace orvostat

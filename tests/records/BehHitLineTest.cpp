@@ -10,9 +10,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 class BehHitLine : public CPraxisFixture {};
 
@@ -546,3 +546,5 @@ TEST_F(BehHitLine, roentgenbuch) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 class BehHitPruefungen : public CPraxisFixture {
 protected:
@@ -222,3 +222,5 @@ TEST_F(BehHitPruefungen, gleichheit_haengt_an_zwanzig_feldern) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -8,6 +8,8 @@
 
 #include <limits>
 
+namespace orvostat {
+
 namespace {
 
 CString Stored(const CWBetragBasis & betrag) { return betrag.ToDb(0, true, false, 0, 0); }
@@ -63,7 +65,7 @@ TEST(GipsHitLine, JedesFeldKommtAusSeinerSpalte) {
 
 // ---- Laboratories --------------------------------------------------------------------------------------------------
 
-class CLaborTest : public orvostat::CPraxisFixture {
+class CLaborTest : public CPraxisFixture {
 protected:
     static void Eintrag(const CString & sBlock, const CString & sBetrag, const CString & sAnzahl,
                         const CString & sUst) {
@@ -154,7 +156,7 @@ TEST_F(CLaborTest, SteuerZaehltNurDenEigenenBlock) {
     EXPECT_EQ(sUst16, CString("e136")); // of 8.48
     CGlabHitLine::GetGesamtUst(sUst7, sUst16, "3", "K1");
     EXPECT_EQ(sUst7 + sUst16, CString("e0e0"));
-    EXPECT_EQ(orvostat::EntlieheneRSets(), 0);
+    EXPECT_EQ(EntlieheneRSets(), 0);
 }
 
 TEST_F(CLaborTest, MoveLabRechNimmtTexteUndBildetSummen) {
@@ -249,7 +251,7 @@ TEST_F(CLaborTest, OhneNummerGiltJederBlockDesKunden) {
 
 // ---- Invoices ------------------------------------------------------------------------------------------------------
 
-class CRechTest : public orvostat::CPraxisFixture {};
+class CRechTest : public CPraxisFixture {};
 
 TEST_F(CRechTest, PaketIstAlleinDerKasse) {
     Zeile<CTKTraeger>([](CTKTraeger & k) {
@@ -369,7 +371,7 @@ TEST(RechHitLine, MovePatWaehltDenKontakt) {
 
 // ---- Prescriptions -------------------------------------------------------------------------------------------------
 
-class CVerordnungTest : public orvostat::CHostTest {
+class CVerordnungTest : public CHostTest {
 protected:
     CTRezept m_rez;
     CHMVRecord m_hmv;
@@ -454,3 +456,5 @@ TEST_F(CVerordnungTest, EinheitenSindDieErstenDreiOderDieVierte) {
 }
 
 } // namespace
+
+} // namespace orvostat

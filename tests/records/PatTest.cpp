@@ -6,6 +6,8 @@
 
 #include "Praxisfixture.h"
 
+namespace orvostat {
+
 namespace {
 
 TEST(Pat, NameFuerBriefListeUndKurzform) {
@@ -50,7 +52,7 @@ TEST(Pat, ClearLaesstNurGelesenStehen) {
     EXPECT_TRUE(pat.m_bPatGelesen);
 }
 
-class CPatTest : public orvostat::CPraxisFixture {
+class CPatTest : public CPraxisFixture {
 protected:
     CPatTest() {
         Adresse("A1", [](CTAdr & a) { a.m_PATORT = "Anders"; });
@@ -200,3 +202,5 @@ TEST_F(CPatTest, LetzterRecallGibtDatumUndIntervall) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -6,9 +6,11 @@
 
 #include "Praxisfixture.h"
 
+namespace orvostat {
+
 namespace {
 
-class CPlanTest : public orvostat::CPraxisFixture {
+class CPlanTest : public CPraxisFixture {
 protected:
     CPlanTest() {
         m_rPlan.m_PATNR = "4711";
@@ -175,7 +177,7 @@ TEST(BehErrors, GleichheitFragtNichtNachDerSitzung) {
     for (const auto & fall : vFaelle) {
         CBehHitLine hit;
         CBehErrors a, b;
-        a.MoveError(hit, orvostat::FEHLER_GEBUEHR);
+        a.MoveError(hit, FEHLER_GEBUEHR);
         fall.fAendere(hit);
         b.MoveError(hit, 6);
         EXPECT_EQ(a == b, fall.bGleich) << fall.pName;
@@ -186,3 +188,5 @@ TEST(BehErrors, GleichheitFragtNichtNachDerSitzung) {
 }
 
 } // namespace
+
+} // namespace orvostat

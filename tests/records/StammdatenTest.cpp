@@ -11,9 +11,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 class Stammdaten : public CPraxisFixture {};
 
@@ -332,3 +332,5 @@ TEST(Suche, leer_ohne_nummer_oder_ohne_art) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -12,6 +12,7 @@
 #include <new>
 #include <thread>
 
+namespace orvostat {
 namespace {
 
 std::atomic<int> s_iNochGut{0};    // the allocation that fails, counted down; below 1 none does
@@ -32,9 +33,10 @@ const bool s_bGezaehlt = [] {
 }();
 
 } // namespace
+} // namespace orvostat
 
 void * operator new(std::size_t n, const std::nothrow_t &) noexcept {
-    return Scheitert() ? nullptr : std::malloc(n);
+    return orvostat::Scheitert() ? nullptr : std::malloc(n);
 }
 void * operator new(std::size_t n) {
     void * p = operator new(n, std::nothrow);
@@ -242,4 +244,5 @@ TEST_F(StoerungTest, NothingIsWrittenWithoutItsRunningNumber) {
 }
 
 } // namespace
+
 } // namespace orvostat

@@ -4,9 +4,9 @@
 #include <stdexcept>
 #include <string>
 
-void PrintTo(const CString & s, std::ostream * pAus) { *pAus << '"' << s.Utf8() << '"'; }
-
 namespace orvostat {
+
+void PrintTo(const CString & s, std::ostream * pAus) { *pAus << '"' << s.Utf8() << '"'; }
 
 namespace {
 
