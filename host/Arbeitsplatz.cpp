@@ -14,9 +14,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace orvostat {
-
 extern char ** environ;
+
+namespace orvostat {
 
 namespace {
 
