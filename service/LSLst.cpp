@@ -21,13 +21,18 @@ std::int64_t Verhaeltnis(std::int64_t iZahl, std::int64_t iZaehler, std::int64_t
     return (iProdukt < 0) == (iNenner < 0) ? iBetrag : -iBetrag;
 }
 
-constexpr double ALLES = 10000; // hundredths of a percent
+constexpr std::int64_t ALLES = 10000;  // hundredths of a percent
+__extension__ typedef __int128 Int128; // an amount times ALLES may be beyond what amounts hold
 
-// The share of an amount; none of a zero or negative one, and none in nothing.
+// The share of an amount, its half added and the rest cut off towards zero; none of a zero or negative one, and none in
+// nothing.
 std::optional<std::int32_t> Anteil(const CLSLst & lst, const CLSLst & basis) {
     if (!lst.BETRAG.IsPos() || basis.BETRAG.IsZero()) return std::nullopt;
-    const double dAnteil = lst.BETRAG * ALLES / basis.BETRAG + 0.5;
-    return static_cast<std::int32_t>(std::clamp<double>(dAnteil, std::numeric_limits<std::int32_t>::min(),
+    CDBetrag teiler = basis.BETRAG;
+    if (lst.BETRAG.GetWaehrung() != 0) teiler.ToW(lst.BETRAG.GetWaehrung());
+    const Int128 iTeiler = teiler.GetEinheiten();
+    const Int128 iAnteil = (2 * Int128{lst.BETRAG.GetEinheiten()} * ALLES + iTeiler) / (2 * iTeiler);
+    return static_cast<std::int32_t>(std::clamp<Int128>(iAnteil, std::numeric_limits<std::int32_t>::min(),
                                                         std::numeric_limits<std::int32_t>::max()));
 }
 

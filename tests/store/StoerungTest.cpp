@@ -13,7 +13,6 @@
 #include <thread>
 
 namespace orvostat {
-
 namespace {
 
 std::atomic<int> s_iNochGut{0};    // the allocation that fails, counted down; below 1 none does
@@ -34,9 +33,10 @@ const bool s_bGezaehlt = [] {
 }();
 
 } // namespace
+} // namespace orvostat
 
 void * operator new(std::size_t n, const std::nothrow_t &) noexcept {
-    return Scheitert() ? nullptr : std::malloc(n);
+    return orvostat::Scheitert() ? nullptr : std::malloc(n);
 }
 void * operator new(std::size_t n) {
     void * p = operator new(n, std::nothrow);
@@ -46,6 +46,7 @@ void * operator new(std::size_t n) {
 [[gnu::noinline]] void operator delete(void * p) noexcept { std::free(p); }
 [[gnu::noinline]] void operator delete(void * p, std::size_t) noexcept { std::free(p); }
 
+namespace orvostat {
 namespace {
 
 // Lets the n-th allocation of f fail; what f gives, or vScheitern where it throws. bErreicht: there were so many.

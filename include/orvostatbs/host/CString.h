@@ -18,10 +18,12 @@
 #pragma once
 
 #include <atomic>
+#include <bit>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -107,8 +109,8 @@ inline constexpr std::uint64_t HOCH = 0x80 * JE;
 
 // The other way round of Acht.
 inline void SchreibeAcht(char * p, std::uint64_t w) {
-    for (int i = 0; i < 8; ++i)
-        p[i] = static_cast<char>(w >> (56 - 8 * i));
+    if constexpr (std::endian::native == std::endian::little) w = __builtin_bswap64(w);
+    std::memcpy(p, &w, 8);
 }
 
 // The high bit of each byte of ASCII that is from cVon to cBis.
@@ -166,6 +168,16 @@ public:
     [[nodiscard]] const char * c_str() const { return m_pText ? m_pText : m_ac; }
     [[nodiscard]] std::string_view Text() const { return {c_str(), m_iLaenge}; }
     operator std::string_view() const { return Text(); } // NOLINT(google-explicit-constructor)
+    // Copies the characters to where there is room for 16 more than they are; the end of the copy.
+    char * Kopiere(char * pZiel) const {
+        if (m_pText != nullptr) {
+            std::memcpy(pZiel, m_pText, m_iLaenge);
+        } else {
+            std::memcpy(pZiel, m_ac, 8);
+            if (m_iLaenge > 8) std::memcpy(pZiel + 8, m_ac + 8, 8);
+        }
+        return pZiel + m_iLaenge;
+    }
 
 private:
     const char * m_pText = nullptr; // null: the characters stand in m_ac
@@ -288,6 +300,12 @@ public:
     [[nodiscard]] std::string Utf8() const { return NachUtf8(Sicht()); }
     [[nodiscard]] std::size_t Hash() const;
 
+    // The n characters at p, at most 7, of eight that can be read: for those who cut many short texts out of a long one.
+    static CString AusAcht(const char * p, std::size_t n) {
+        CString s;
+        if (n > 0) s.m_w = (wort::Acht(p) & (~0ULL << (64 - 8 * n))) | n;
+        return s;
+    }
     // The text of a literal's static block.
     static CString AusBlock(const wort::SBlock & block) {
         CString s;
