@@ -233,6 +233,12 @@ int Zahl(const CString & s) {
                                                      std::numeric_limits<int>::max()));
 }
 
+CString GepackterBetrag(const CString & sBetraege, int iIndex, int iBreite) {
+    const std::int64_t iPos = std::int64_t{iIndex} * iBreite;
+    const auto iGrenze = std::int64_t{std::numeric_limits<int>::max()};
+    return GetMidStr(sBetraege, static_cast<int>(std::clamp(iPos, -iGrenze, iGrenze)), iBreite);
+}
+
 CString BildeBild(const CString & sWert, const CString & sBild) {
     const CSicht wert(sWert);
     CZiffernVonRechts ziffern(wert);
