@@ -78,8 +78,8 @@ void CSummenlauf::NimmSumme(std::size_t iBeh, const SSummenplatz & platz, const 
         m_vVorrat[iBeh][platz.Nummer()] += posten;
         return;
     }
-    Verteile(m_sum.m_vBeh[iBeh], platz, posten);
-    Verteile(m_sum.m_Praxis, platz, posten);
+    orvostat::Verteile(m_sum.m_vBeh[iBeh], platz, posten);
+    orvostat::Verteile(m_sum.m_Praxis, platz, posten);
 }
 
 void CSummenlauf::NimmTag(const CBehHitLine & hit, std::size_t iBeh) {
