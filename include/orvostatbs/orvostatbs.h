@@ -3,6 +3,7 @@
 
 #include "orvostatbs/accu/Bewertungsspur.h"
 #include "orvostatbs/accu/IndexVektor.h"
+#include "orvostatbs/accu/Letztposition.h"
 #include "orvostatbs/accu/Selektion.h"
 #include "orvostatbs/accu/StatAccu.h"
 #include "orvostatbs/calendar/Feiertage.h"
@@ -43,6 +44,7 @@
 #include "orvostatbs/records/NebenHits.h"
 #include "orvostatbs/records/Pat.h"
 #include "orvostatbs/records/Plan.h"
+#include "orvostatbs/records/Schluesseltext.h"
 #include "orvostatbs/records/Stammdaten.h"
 #include "orvostatbs/records/Suche.h"
 #include "orvostatbs/service/Fall.h"

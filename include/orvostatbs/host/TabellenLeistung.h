@@ -72,7 +72,8 @@ public:
 };
 
 // Fee rows. GEBPKT and GOWERT2 to GOWERT4 are points in hundredths, GOWERT2 of the private kinds a second simple
-// rate, and GEBPKT of the dentists' private schedule (kind "q", subkind "1") the number of points as it is printed; EINFACHSATZ and ZUSCHLAG are amounts; FAKTOR and STDFAKTOR ten-thousandths.
+// rate, and GEBPKT of the dentists' private schedule (kind "q", subkind "1") the number of points as it is printed;
+// EINFACHSATZ and ZUSCHLAG are amounts; FAKTOR and STDFAKTOR ten-thousandths.
 // clang-format off
 #define ORVO_SPALTEN(S) \
     S(GOART, Text) S(LSTNR, Text) S(LSTKUERZEL, Text) S(GOSUBART, Text) S(DRUCKBILD, Text) \
@@ -122,6 +123,7 @@ ORVO_TABELLE(CTGoCheck, "GOCHECK", OhneGross, "GOART LSTNR EXTRAFLAG")
 class CTGoCheck : public CTabelle<CTGoCheck_Fields> {
 public:
     using CTabelle::CTabelle;
+    // Reads the service's check of that flag; 0, 1 or 2 as every read.
     int GetByExtraFlag(const CString & sGoArt, const CString & sLst, char cFlag);
 };
 

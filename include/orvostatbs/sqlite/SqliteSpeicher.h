@@ -46,8 +46,8 @@ struct SVorausgelesen {
 // one program or in two, can both read at any time, and a write waits up to five seconds for the walks of the other
 // store to end before it fails; within one store walks and writes mix freely.
 //
-// A store opened for reading only reads ahead: short ranges by some rows, and a long walk over a whole table, between whose
-// rows others are asked for, with a thread and a connection of its own. Neither shows in what comes back.
+// A store opened for reading only reads ahead: short ranges by some rows, and a long walk over a whole table, between
+// whose rows others are asked for, with a thread and a connection of its own. Neither shows in what comes back.
 class CSqliteSpeicher final : public CZeilenspeicher {
 public:
     // Opens the file at sPfad (UTF-8, as the platform writes paths). Null where it is refused, with the reason as a
