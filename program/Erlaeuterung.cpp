@@ -1,8 +1,8 @@
 #include "Erlaeuterung.h"
 
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/records/Leistungsarten.h"
 
 #include <cstdlib>
 #include <string_view>
@@ -25,35 +25,12 @@ std::string Dezimal(int iWert, int iStellen) {
     return (iWert < 0 ? "-" : "") + s + (sNach.empty() ? "" : "," + sNach);
 }
 
-// What the letters stand for, as far as they have a meaning of their own and not one that the practice gives them.
-struct SBuchstabe {
-    char cBuchstabe;
-    const char * pName;
-};
-constexpr SBuchstabe GEBUEHRENARTEN[] = {
-    {'k', "BEMA"},
-    {'g', "BEMA"},
-    {'q', "GOZ"},
-    {'p', "GOÄ"},
-    {'a', "Praxismaterial"},
-    {'u', "Unfallversicherung"},
-    {'1', "Eigenlabor, Kassenliste"},
-    {'2', "Fremdlabor, Kassenliste"},
-    {'3', "Eigenlabor, frei"},
-    {'4', "Metall"},
-    {'7', "Technische Leistungen der Praxis"},
-    {'8', "Fremdlaborrechnungen"},
-};
-constexpr SBuchstabe PUNKTWERTARTEN[] = {{'a', "KCH"}, {'c', "IP"},  {'f', "ZE"},
-                                         {'g', "PAR"}, {'h', "KBR"}, {'i', "KFO"}};
-
 // "Art "k" (BEMA)"; "ohne Art".
 template <std::size_t N> std::string Art(char c, const SBuchstabe (&aNamen)[N]) {
     if (c == 0) return "ohne Art";
     const std::string sArt = "Art " + Buchstabe(c);
-    for (const SBuchstabe & name : aNamen)
-        if (name.cBuchstabe == c) return sArt + " (" + name.pName + ")";
-    return sArt;
+    const SBuchstabe * pArt = FindeBuchstabe(aNamen, c);
+    return pArt == nullptr ? sArt : sArt + " (" + pArt->pName + ")";
 }
 
 std::string Datum(const CString & s) { return Db2Date(s).Utf8(); }

@@ -4,9 +4,9 @@
 #include "Konsole.h"
 
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/BehErrors.h"
-#include "orvostatbs/records/Leistungsarten.h"
 
 #include <cmath>
 #include <iostream>
