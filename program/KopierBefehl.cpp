@@ -2,9 +2,9 @@
 
 #include "Datenbank.h"
 #include "Praxis.h"
-#include "Pruefung.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
+#include "orvostatbs/host/Praxispruefung.h"
 #include "orvostatbs/host/Tabellen.h"
 #include "orvostatbs/store/MemorySpeicher.h"
 

@@ -14,6 +14,7 @@
 #include "orvostatbs/host/Faden.h"
 #include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Oberflaeche.h"
+#include "orvostatbs/host/Praxispruefung.h"
 #include "orvostatbs/host/RSet.h"
 #include "orvostatbs/host/Tabelle.h"
 #include "orvostatbs/host/Tabellen.h"

@@ -28,7 +28,7 @@ namespace detail {
 
 // The key of a text of column names; an unknown name does not compile.
 template <std::size_t N>
-consteval SSchluessel MakeSchluessel(const SSpalteInfo (&aSpalten)[N], std::string_view s) {
+constexpr SSchluessel MakeSchluessel(const SSpalteInfo (&aSpalten)[N], std::string_view s) {
     SSchluessel schluessel{};
     while (!s.empty()) {
         const std::size_t iLaenge = s.find(' ') == std::string_view::npos ? s.size() : s.find(' ');
