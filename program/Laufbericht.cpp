@@ -79,33 +79,18 @@ void ZeigeGruppen(std::ostream & aus, const char * pTitel, const std::map<CStrin
     pAusgabe->Ende();
 }
 
-const char * Fehlertext(int iFehler) {
-    switch (iFehler) {
-    case FEHLER_PUNKTWERT:
-        return "kein Punktwert für eine Kassenleistung";
-    case FEHLER_GEBUEHR:
-        return "keine Gebührenzeile zur Leistung";
-    case FEHLER_PLAN_FEHLT:
-        return "der Plan der Leistung fehlt";
-    case FEHLER_OHNE_PLANNR:
-        return "Leistung ohne Plannummer";
-    default:
-        return "unbekannt";
-    }
-}
-
 void ZeigeFehler(std::ostream & aus, const CStatAccu & accu) {
     std::map<int, int> mapAnzahl;
     for (const CBehErrors & fehler : accu.m_vBehErrors)
         ++mapAnzahl[fehler.m_iFehler];
     for (const auto & [iFehler, iAnzahl] : mapAnzahl)
-        aus << "  Fehler " << iFehler << ": " << iAnzahl << " x " << Fehlertext(iFehler) << '\n';
+        aus << "  Fehler " << iFehler << ": " << iAnzahl << " x " << BehFehlertext(iFehler).Utf8() << '\n';
     constexpr int BEISPIELE = 5;
     int iGezeigt = 0;
     for (const CBehErrors & fehler : accu.m_vBehErrors) {
         if (++iGezeigt > BEISPIELE) break;
         aus << "    Patient " << Trim(fehler.PATNR).Utf8() << " am " << Db2Date(fehler.DATUM).Utf8()
-            << ", Leistung " << fehler.LSTIN.Utf8() << ": " << Fehlertext(fehler.m_iFehler) << '\n';
+            << ", Leistung " << fehler.LSTIN.Utf8() << ": " << BehFehlertext(fehler.m_iFehler).Utf8() << '\n';
     }
 }
 
