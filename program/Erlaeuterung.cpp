@@ -1,11 +1,10 @@
 #include "Erlaeuterung.h"
 
+#include "Ausgabe.h"
+
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
-
-#include <cstdlib>
-#include <string_view>
 
 namespace orvostat {
 
@@ -14,16 +13,6 @@ namespace {
 std::string Text(const CString & s) { return s.Utf8(); }
 std::string Plan(const CString & sPlanNr) { return Trim(sPlanNr).Utf8(); }
 std::string Buchstabe(char c) { return "\"" + CString(c).Utf8() + "\""; }
-
-std::string Dezimal(int iWert, int iStellen) {
-    std::string s = std::to_string(std::abs(static_cast<long>(iWert)));
-    if (s.size() <= static_cast<std::size_t>(iStellen))
-        s.insert(0, static_cast<std::size_t>(iStellen) + 1 - s.size(), '0');
-    std::string sNach = s.substr(s.size() - static_cast<std::size_t>(iStellen));
-    sNach.erase(sNach.find_last_not_of('0') + 1);
-    s.resize(s.size() - static_cast<std::size_t>(iStellen));
-    return (iWert < 0 ? "-" : "") + s + (sNach.empty() ? "" : "," + sNach);
-}
 
 // "Art "k" (BEMA)"; "ohne Art".
 template <std::size_t N> std::string Art(char c, const SBuchstabe (&aNamen)[N]) {
@@ -79,23 +68,13 @@ std::string Einfachsatz(const SBewertungsschritt & s, const char * pRundung) {
 
 } // namespace
 
-std::string AusHundertsteln(int iWert) { return Dezimal(iWert, 2); }
-std::string AusZehntausendsteln(int iWert) { return Dezimal(iWert, 4); }
+std::string AusHundertsteln(int iWert) { return Dezimal(iWert, 2, 0, ','); }
+std::string AusZehntausendsteln(int iWert) { return Dezimal(iWert, 4, 0, ','); }
 
 std::string AlsGeld(const CWBetragBasis & betrag) {
     if (betrag.IsEmpty()) return "kein Betrag";
-    // The stored text has hundredths and what is beyond them: "e2311.5" is 23,115.
-    std::string s = betrag.ToDb(0, true, false, 0.0, 0.0).Utf8();
-    if (betrag.GetWaehrung() != 0) s.erase(0, 1);
-    const bool bMinus = s.starts_with('-');
-    if (bMinus) s.erase(0, 1);
-    const std::size_t iPunkt = s.find('.');
-    const std::string sRest = iPunkt == std::string::npos ? "" : s.substr(iPunkt + 1);
-    if (iPunkt != std::string::npos) s.resize(iPunkt);
-    if (s.size() < 3) s.insert(0, 3 - s.size(), '0');
     const std::string sName = Waehrungsname(betrag.GetWaehrung());
-    return (bMinus ? "-" : "") + s.substr(0, s.size() - 2) + "," + s.substr(s.size() - 2) + sRest +
-           (sName.empty() ? "" : " " + sName);
+    return Dezimal(betrag.GetEinheiten(), 8, 2, ',') + (sName.empty() ? "" : " " + sName);
 }
 
 std::string Erlaeutere(const SBewertungsschritt & s) {

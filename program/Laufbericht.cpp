@@ -8,7 +8,6 @@
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/BehErrors.h"
 
-#include <cmath>
 #include <iostream>
 #include <map>
 #include <tuple>
@@ -119,12 +118,11 @@ CString Statistikart(CStatAccu & accu, char c) {
     return MitName(c, accu.GetLstGrpName(IstLaborArt(c) ? 'T' : 'K', c));
 }
 
-constexpr double EINHEITEN_JE_EURO = 1e8;
-
+// Hundred-millionths of a euro with four decimals, halves away from zero.
 CString Euro(std::int64_t iEinheiten) {
-    CString s;
-    s.Format("%.4f", static_cast<double>(iEinheiten) / EINHEITEN_JE_EURO);
-    return s;
+    constexpr std::int64_t JE_STELLE = 10'000;
+    const std::int64_t iHalbe = iEinheiten % JE_STELLE / (JE_STELLE / 2); // -1, 0 or 1
+    return AusUtf8(Dezimal(iEinheiten / JE_STELLE + iHalbe, 4, 4, '.'));
 }
 
 constexpr SAusgabespalte GEGENSPALTEN[] = {{"Beh", EZelle::Text, 4},       {"GO", EZelle::Text, 2},
