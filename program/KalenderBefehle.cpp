@@ -1,4 +1,4 @@
-#include "KalenderBefehle.h"
+#include "Befehle.h"
 
 #include "Aufruf.h"
 #include "Feiertagsausgabe.h"

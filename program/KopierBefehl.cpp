@@ -1,4 +1,4 @@
-#include "KopierBefehl.h"
+#include "Befehle.h"
 
 #include "Datenbank.h"
 #include "Praxis.h"

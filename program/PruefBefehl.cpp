@@ -1,4 +1,4 @@
-#include "PruefBefehl.h"
+#include "Befehle.h"
 
 #include "Ausgabe.h"
 #include "Datenbank.h"
