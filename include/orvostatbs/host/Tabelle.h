@@ -10,6 +10,9 @@
 //   #undef ORVO_SPALTEN
 //   class CTBeispiel : public CTabelle<CTBeispiel_Fields> { ... };
 //
+// A long list that is read in several places has a file of its own (Selektion.def, Schalter.def); a table's columns are
+// a line or two, read by ORVO_TABELLE alone, and stand above their class.
+//
 // The texts behind the comparison are the keys, key 1 first, each its columns in order.
 #pragma once
 
