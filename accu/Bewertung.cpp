@@ -7,9 +7,9 @@
 #include "orvostatbs/accu/Bewertungsspur.h"
 #include "orvostatbs/accu/StatAccu.h"
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/host/Umgebung.h"
-#include "orvostatbs/records/Leistungsarten.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "ErklaerBefehl.h"
+#include "Befehle.h"
 
 #include "Aufruf.h"
 #include "Datenbank.h"
@@ -8,6 +8,7 @@
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
+#include "orvostatbs/records/BehErrors.h"
 
 #include <iostream>
 #include <memory>
@@ -28,12 +29,12 @@ struct SErklaerbefehl {
 
 // Why a run leaves out the service of a hit that its plan gate has refused.
 std::string Gattergrund(const CBehHitLine & hit) {
-    if (hit.PLANNR.IsEmpty()) return "Leistung ohne Plannummer";
+    if (hit.PLANNR.IsEmpty()) return BehFehlertext(FEHLER_OHNE_PLANNR).Utf8();
     CTPlan plan(dbDatabaseRO);
     plan.m_PATNR = hit.PATNR;
     plan.m_PLANNR = hit.PLANNR;
-    const std::string sPlan = "der Plan " + Trim(hit.PLANNR).Utf8();
-    return sPlan + (plan.GetByK1() == ZEILE_OK ? " ist nicht im abrechenbaren Stand" : " fehlt");
+    if (plan.GetByK1() != ZEILE_OK) return BehFehlertext(FEHLER_PLAN_FEHLT, hit.PLANNR).Utf8();
+    return "der Plan " + Trim(hit.PLANNR).Utf8() + " ist nicht im abrechenbaren Stand";
 }
 
 void ZeigeKopf(const CBehHitLine & hit) {

@@ -1,10 +1,10 @@
-#include "KopierBefehl.h"
+#include "Befehle.h"
 
 #include "Datenbank.h"
 #include "Praxis.h"
-#include "Pruefung.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
+#include "orvostatbs/host/Praxispruefung.h"
 #include "orvostatbs/host/Tabellen.h"
 #include "orvostatbs/store/MemorySpeicher.h"
 

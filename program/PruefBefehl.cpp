@@ -1,10 +1,10 @@
-#include "PruefBefehl.h"
+#include "Befehle.h"
 
 #include "Ausgabe.h"
 #include "Datenbank.h"
-#include "Pruefung.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
+#include "orvostatbs/host/Praxispruefung.h"
 #include "orvostatbs/host/Tabellen.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
@@ -35,7 +35,7 @@ void Pruefe(const std::string & sDatei) {
 
     const std::int64_t iAlle = AlleZeilen(*pSpeicher);
     std::int64_t iGelesen = 0;
-    CPruefung pruefung(
+    CPraxispruefung pruefung(
         *pSpeicher, [&](const std::string & sMangel) { vMaengel.push_back(sMangel); },
         [&] { Fortschritt(++iGelesen, iAlle); });
     const auto pAusgabe = CAusgabe::Neu(EFormat::Tabelle, std::cout, SPALTEN);

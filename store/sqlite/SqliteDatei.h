@@ -67,6 +67,7 @@ public:
     // where the file's path leads to another file by now.
     [[nodiscard]] std::unique_ptr<CSqliteDatei> Zweite() const;
     [[nodiscard]] const std::string & LetzterFehler() const { return m_sFehler; }
+    [[nodiscard]] EUrsache LetzteUrsache() const { return m_eUrsache; }
 
     // A statement for a walk, out of those that are free or new, with its bounds; null if the store failed. Gib
     // makes it free again.
@@ -138,6 +139,7 @@ private:
     std::string m_sTexte;            // what is bound
     std::vector<std::size_t> m_viEnden;
     std::string m_sFehler;
+    EUrsache m_eUrsache = EUrsache::Keine;
 };
 
 } // namespace orvostat

@@ -4,7 +4,7 @@
 #include "Lauf.h"
 #include "Muster.h"
 #include "Praxis.h"
-#include "orvostatbs/records/Leistungsarten.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/store/MemorySpeicher.h"
 #include "support/Fehlerspeicher.h"
 

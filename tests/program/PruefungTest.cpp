@@ -1,6 +1,6 @@
-#include "Pruefung.h"
-
 #include "Programmlauf.h"
+
+#include "orvostatbs/host/Praxispruefung.h"
 
 namespace orvostat {
 namespace {

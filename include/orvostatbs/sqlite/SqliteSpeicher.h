@@ -35,6 +35,20 @@ enum class EModus {
     NeuUngesichert, // the same faster, for filling it in one go: a crash or a power cut may leave it useless
 };
 
+// Why a read or write of an open file has failed.
+enum class EUrsache {
+    Keine, // nothing has
+    Beschaedigt,
+    Gesperrt, // another program writes
+    Voll,     // no room on the disk
+    Schreibgeschuetzt,
+    Datentraeger,    // the disk reports a failure
+    KeineNebendatei, // no file can be made beside it, as writing needs
+    ZuGross,         // the file has reached the user's limit
+    KeinSpeicher,
+    Andere, // LetzterFehler has the words
+};
+
 // What was read ahead and then asked for: ranges out of the rows at hand, rows of the second thread. Both could be 0
 // and nobody would notice but for the time it takes.
 struct SVorausgelesen {
@@ -75,8 +89,8 @@ public:
     [[nodiscard]] bool
     SucheVerluste(const STabelle & tabelle,
                   const std::function<void(CWerte vZeile, std::size_t iSpalte)> & fVerlust);
-    // SQLite's own words on the last failure of this store, empty if there was none; "file too large" where the file
-    // has reached the user's limit.
+    // The cause of the last failure of this store, and SQLite's own words on it, empty if there was none.
+    [[nodiscard]] EUrsache LetzteUrsache() const;
     [[nodiscard]] const std::string & LetzterFehler() const;
 
     // The statement behind a walk over a whole table in the order of key 1, as it is given to SQLite. For

@@ -1,4 +1,4 @@
-#include "Pruefung.h"
+#include "orvostatbs/host/Praxispruefung.h"
 
 #include "Zeilenlauf.h"
 
@@ -7,50 +7,10 @@
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace orvostat {
 
 namespace {
-
-// Which columns of a table name a row of another: they are the first parts of that table's main key. A reference
-// whose last column is blank refers to nothing.
-struct SVerweis {
-    std::string_view sVon;
-    std::string_view sSpalten;
-    std::string_view sNach;
-};
-constexpr SVerweis VERWEISE[] = {
-    {"PRAXIS", "KZVNR", "KZV"},
-    {"MANDANT", "MDADRNR", "ADR"},
-    {"PERSONAL", "PERSADRNR", "ADR"},
-    {"LEB", "PID", "PERSONAL"},
-    {"LEB", "MDKASSE", "MANDANT"},
-    {"LEB", "MDPRIVAT", "MANDANT"},
-    {"ORVOKAS", "KASSENPWGRP", "PWGROUP"},
-    {"PUNKTWERT", "PWGRP", "PWGROUP"},
-    {"PAT", "ADRNR", "ADR"},
-    {"VDESC", "PATNR", "PAT"},
-    {"VDESC", "KASKUERZEL", "ORVOKAS"},
-    {"HISTRECALL", "PATNR", "PAT"},
-    {"ABEFUND", "PATNR", "PAT"},
-    {"PLAN", "PATNR", "PAT"},
-    {"BILL", "PATNR", "PAT"},
-    {"BILL", "PATNR PLANNR", "PLAN"},
-    {"BILL", "PRAXISNR", "MANDANT"},
-    {"BEH", "PATNR", "PAT"},
-    {"BEH", "PATNR PATBILL", "BILL"},
-    {"BEH", "GOART LSTNR", "GO"},
-    {"BEH", "BEHANDLERNR", "LEB"},
-    {"BEH", "PATNR LFDBEFENTRY", "ABEFUND"},
-    {"ROEBEFUND", "PATNR", "PAT"},
-    {"LBLOCK", "PATNR PLANNR", "PLAN"},
-    {"LBLOCKENTRY", "PATNR PLANNR LFDLBLOCK", "LBLOCK"},
-    {"GLBLOCENTRY", "LABORKUNDE LFDGLBLOC", "GLBLOC"},
-    {"REZEPT", "PATNR", "PAT"},
-    {"HMV", "PATNR REZEPTNR", "REZEPT"},
-    {"GIPS", "PATNR", "PAT"},
-};
 
 bool NurZiffern(std::string_view s) {
     return !s.empty() && std::ranges::all_of(s, [](char c) { return ismxdigit(c); });
@@ -91,29 +51,6 @@ bool IstZahl(std::string_view s) {
     return NurZiffern(s);
 }
 
-const STabelle & Tabelle(std::string_view sName) {
-    for (const STabelle * pTabelle : AlleTabellen())
-        if (pTabelle->pName == sName) return *pTabelle;
-    throw std::logic_error("a reference names no table");
-}
-
-std::size_t Spalte(const STabelle & tabelle, std::string_view sName) {
-    const auto it = std::ranges::find(tabelle.vSpalten, sName,
-                                      [](const SSpalteInfo & s) { return std::string_view(s.pName); });
-    if (it == tabelle.vSpalten.end()) throw std::logic_error("a reference names no column");
-    return static_cast<std::size_t>(it - tabelle.vSpalten.begin());
-}
-
-std::vector<std::size_t> Spalten(const STabelle & tabelle, std::string_view sNamen) {
-    std::vector<std::size_t> v;
-    while (!sNamen.empty()) {
-        const auto iEnde = std::min(sNamen.find(' '), sNamen.size());
-        v.push_back(Spalte(tabelle, sNamen.substr(0, iEnde)));
-        sNamen.remove_prefix(std::min(iEnde + 1, sNamen.size()));
-    }
-    return v;
-}
-
 std::string Zitat(const CString & s) { return '"' + s.Utf8() + '"'; }
 
 } // namespace
@@ -142,11 +79,11 @@ std::string Zeilenname(const STabelle & tabelle, CWerte vZeile) {
     return std::string(tabelle.pName) + " [" + sSchluessel + "]";
 }
 
-CPruefung::CPruefung(CZeilenspeicher & speicher, std::function<void(const std::string &)> fMangel,
-                     std::function<void()> fSchritt)
+CPraxispruefung::CPraxispruefung(CZeilenspeicher & speicher, std::function<void(const std::string &)> fMangel,
+                                 std::function<void()> fSchritt)
     : m_speicher(speicher), m_fMangel(std::move(fMangel)), m_fSchritt(std::move(fSchritt)) {}
 
-std::int64_t CPruefung::Pruefe(const STabelle & tabelle) {
+std::int64_t CPraxispruefung::Pruefe(const STabelle & tabelle) {
     std::int64_t iZeilen = 0;
     const std::vector<SZiel> vZiele = Ziele(tabelle);
     CZeilenlauf lauf(m_speicher, tabelle);
@@ -162,7 +99,7 @@ std::int64_t CPruefung::Pruefe(const STabelle & tabelle) {
     return iZeilen;
 }
 
-void CPruefung::PruefeZeile(const STabelle & tabelle, CWerte vZeile) {
+void CPraxispruefung::PruefeZeile(const STabelle & tabelle, CWerte vZeile) {
     for (std::size_t i = 0; i < vZeile.size(); ++i)
         if (const char * pMangel = Mangel(tabelle.vSpalten[i].eArt, vZeile[i]->Sicht()))
             Melde(tabelle, vZeile,
@@ -171,7 +108,7 @@ void CPruefung::PruefeZeile(const STabelle & tabelle, CWerte vZeile) {
 }
 
 // The rows come in the order of the key that the file keeps beside them; it must be the order of the columns.
-void CPruefung::PruefeReihenfolge(const STabelle & tabelle, int iSchluessel) {
+void CPraxispruefung::PruefeReihenfolge(const STabelle & tabelle, int iSchluessel) {
     std::string sVorige;
     for (CZeilenlauf lauf(m_speicher, tabelle, iSchluessel); lauf.Naechste();) {
         std::string sDiese = Schluesselbytes(tabelle, iSchluessel, lauf.Werte());
@@ -183,33 +120,32 @@ void CPruefung::PruefeReihenfolge(const STabelle & tabelle, int iSchluessel) {
     }
 }
 
-std::vector<CPruefung::SZiel> CPruefung::Ziele(const STabelle & tabelle) {
+std::vector<CPraxispruefung::SZiel> CPraxispruefung::Ziele(const STabelle & tabelle) {
     std::vector<SZiel> v;
-    for (const SVerweis & verweis : VERWEISE)
-        if (verweis.sVon == tabelle.pName) {
-            const STabelle & ziel = Tabelle(verweis.sNach);
-            auto viSpalten = Spalten(tabelle, verweis.sSpalten);
-            const CSchluesselmenge & schluessel = Schluessel(ziel, viSpalten.size());
-            v.push_back({std::move(viSpalten), &ziel, &schluessel});
-        }
+    for (const SVerweis & verweis : AlleVerweise())
+        if (verweis.pVon == &tabelle)
+            v.push_back({&verweis, &Schluessel(*verweis.pNach, verweis.spalten.iAnzahl)});
     return v;
 }
 
-void CPruefung::PruefeVerweise(const STabelle & tabelle, const std::vector<SZiel> & vZiele, CWerte vZeile) {
-    for (const SZiel & ziel : vZiele) {
-        const std::size_t iLetzte = ziel.viSpalten.back();
+void CPraxispruefung::PruefeVerweise(const STabelle & tabelle, const std::vector<SZiel> & vZiele,
+                                     CWerte vZeile) {
+    for (const auto & [pVerweis, pSchluessel] : vZiele) {
+        const auto viSpalten = pVerweis->spalten.Spalten();
+        const std::size_t iLetzte = viSpalten.back();
         if (Blank(*vZeile[iLetzte])) continue;
         std::string sSchluessel;
-        for (const std::size_t i : ziel.viSpalten)
-            HaengeTeilAn(sSchluessel, *ziel.pTabelle, *vZeile[i], false);
-        if (!ziel.pSchluessel->contains(sSchluessel))
+        for (const std::uint8_t i : viSpalten)
+            HaengeTeilAn(sSchluessel, *pVerweis->pNach, *vZeile[i], false);
+        if (!pSchluessel->contains(sSchluessel))
             Melde(tabelle, vZeile,
                   std::string(tabelle.vSpalten[iLetzte].pName) + ' ' + Zitat(*vZeile[iLetzte]) +
-                      " gibt es in " + ziel.pTabelle->pName + " nicht");
+                      " gibt es in " + pVerweis->pNach->pName + " nicht");
     }
 }
 
-const CPruefung::CSchluesselmenge & CPruefung::Schluessel(const STabelle & tabelle, std::size_t iTeile) {
+const CPraxispruefung::CSchluesselmenge & CPraxispruefung::Schluessel(const STabelle & tabelle,
+                                                                      std::size_t iTeile) {
     const auto [it, bNeu] = m_mapSchluessel.try_emplace(tabelle.pName + std::to_string(iTeile));
     if (!bNeu) return it->second;
     for (CZeilenlauf lauf(m_speicher, tabelle); lauf.Naechste();) {
@@ -221,7 +157,7 @@ const CPruefung::CSchluesselmenge & CPruefung::Schluessel(const STabelle & tabel
     return it->second;
 }
 
-void CPruefung::Melde(const STabelle & tabelle, CWerte vZeile, const std::string & sWas) {
+void CPraxispruefung::Melde(const STabelle & tabelle, CWerte vZeile, const std::string & sWas) {
     m_fMangel(Zeilenname(tabelle, vZeile) + ": " + sWas);
 }
 

@@ -1,7 +1,7 @@
 // What can be wrong in the rows of a practice, whatever store they lie in.
 #pragma once
 
-#include "orvostatbs/host/Zeilenspeicher.h"
+#include "orvostatbs/host/Tabellen.h"
 
 #include <functional>
 #include <string>
@@ -21,20 +21,20 @@ namespace orvostat {
 
 // Checks tables one after the other. For each row: every column by its kind, key parts in order and not twice, and that
 // the rows it refers to are there.
-class CPruefung {
+class CPraxispruefung {
 public:
-    // fMangel takes a sentence per fault; fSchritt comes for each row read.
-    CPruefung(CZeilenspeicher & speicher, std::function<void(const std::string &)> fMangel,
-              std::function<void()> fSchritt);
-    // The rows of the table.
+    // fMangel takes a German sentence (UTF-8) per fault; fSchritt comes for each row read, and may end the check with an
+    // exception. The store must outlive the object.
+    CPraxispruefung(CZeilenspeicher & speicher, std::function<void(const std::string &)> fMangel,
+                    std::function<void()> fSchritt);
+    // Checks one table of AlleTabellen; the number of its rows.
     std::int64_t Pruefe(const STabelle & tabelle);
 
 private:
     using CSchluesselmenge = std::unordered_set<std::string>;
     struct SZiel { // what some columns of a table refer to
-        std::vector<std::size_t> viSpalten;
-        const STabelle * pTabelle;
-        const CSchluesselmenge * pSchluessel;
+        const SVerweis * pVerweis;
+        const CSchluesselmenge * pSchluessel; // of the rows that there are
     };
 
     void PruefeZeile(const STabelle & tabelle, CWerte vZeile);

@@ -1,4 +1,4 @@
-#include "orvostatbs/records/Leistungsarten.h"
+#include "orvostatbs/host/Leistungsarten.h"
 
 #include <string>
 
