@@ -249,6 +249,6 @@ BENCHMARK(HitsSortieren)->ArgName("sortierung")->Arg(1)->Arg(2)->Unit(benchmark:
 
 } // namespace
 
-BENCHMARK_MAIN();
-
 } // namespace orvostat
+
+BENCHMARK_MAIN();

@@ -241,6 +241,6 @@ BENCHMARK(TexteVergleichen)->ArgName("form")->DenseRange(0, 2);
 
 } // namespace
 
-BENCHMARK_MAIN();
-
 } // namespace orvostat
+
+BENCHMARK_MAIN();

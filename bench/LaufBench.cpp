@@ -184,6 +184,6 @@ BENCHMARK(BM_Lauf)->Arg(10000)->Arg(100000)->Arg(1000000)->Iterations(1)->Unit(b
 
 } // namespace
 
-BENCHMARK_MAIN();
-
 } // namespace orvostat
+
+BENCHMARK_MAIN();
