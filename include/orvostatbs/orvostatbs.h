@@ -16,6 +16,7 @@
 #include "orvostatbs/host/RSet.h"
 #include "orvostatbs/host/Tabelle.h"
 #include "orvostatbs/host/Tabellen.h"
+#include "orvostatbs/host/TabellenDatei.h"
 #include "orvostatbs/host/TabellenLabor.h"
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/TabellenPatient.h"

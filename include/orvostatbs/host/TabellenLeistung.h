@@ -18,7 +18,7 @@ namespace orvostat {
     S(TEXT, Text) S(ABRMERKMAL, Text) S(PATBILL, Text) S(BEHKZ, Text) S(LFDBEFENTRY, Text) \
     S(LFDLBLOCK, Text) S(BEHINFO, Text) S(CHARGE, Text) S(ABRJJME, Text)
 // clang-format on
-ORVO_TABELLE(CTBeh, "BEH", Genau, "PATNR DATUM SITZUNG LFDBEHEINTRAG")
+ORVO_TABELLE(CTBeh, "BEH", Genau, "PATNR DATUM SITZUNG LFDBEHEINTRAG", "DATUM PATNR SITZUNG LFDBEHEINTRAG")
 #undef ORVO_SPALTEN
 class CTBeh : public CTabelle<CTBeh_Fields> {
 public:
@@ -123,6 +123,20 @@ class CTGoCheck : public CTabelle<CTGoCheck_Fields> {
 public:
     using CTabelle::CTabelle;
     int GetByExtraFlag(const CString & sGoArt, const CString & sLst, char cFlag);
+};
+
+// Norms of the hundred-case statistic: hundredths of a piece per hundred cases for primary, substitute and all
+// insurers, and the second set of installations with physicians' fees.
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(GOART, Text) S(LSTKUERZEL, Text) S(GUELTIGAB, Datum) S(TEXT, Text) S(RVO, Zahl) S(VDAK, Zahl) \
+    S(GESAMT, Zahl) S(RVOMKG, Zahl) S(VDAKMKG, Zahl) S(GESAMTMKG, Zahl)
+// clang-format on
+ORVO_TABELLE(CTGoBudget, "GOBUDGET", Genau, "GOART LSTKUERZEL GUELTIGAB")
+#undef ORVO_SPALTEN
+class CTGoBudget : public CTabelle<CTGoBudget_Fields> {
+public:
+    using CTabelle::CTabelle;
 };
 
 // The X-ray book.
