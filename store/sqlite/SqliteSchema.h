@@ -63,7 +63,7 @@ enum class EDazu {
 [[nodiscard]] std::string Aendere(const STabelle & tabelle);
 [[nodiscard]] std::string Loesche(const STabelle & tabelle);
 [[nodiscard]] std::string Zaehle(const STabelle & tabelle);
-// Reads one row if there is one.
+// Reads one row if there is one, of the table itself: an index would do for SQLite.
 [[nodiscard]] std::string Probe(const STabelle & tabelle);
 
 } // namespace orvostat::schema

@@ -207,7 +207,6 @@ CGrund OeffneAlsHeutige(const fs::path & pfad, bool bNurLesen, std::unique_ptr<C
     int iVersion = 0;
     if (CGrund grund = OeffneVorhandene(pfad, bNurLesen, pDatei, iVersion)) return grund;
     if (iVersion == schema::VERSION) return {};
-    sqlite3_busy_timeout(pDatei->Verbindung(), GEDULD_MS);
     if (bNurLesen ? pDatei->LiesAls(iVersion) : pDatei->Erweitere()) return {};
     return Grund(*pDatei, bNurLesen ? "lesen" : "erweitern"_t);
 }
