@@ -180,7 +180,7 @@ std::string Aendere(const STabelle & tabelle) {
 std::string Loesche(const STabelle & tabelle) { return "DELETE FROM " + Tabelle(tabelle) + DieseZeile(); }
 std::string Zaehle(const STabelle & tabelle) { return "SELECT count(*) FROM " + Tabelle(tabelle); }
 std::string Probe(const STabelle & tabelle) {
-    return "SELECT 1 FROM " + Tabelle(tabelle) + " NOT INDEXED LIMIT 1";
+    return "SELECT 1 FROM " + Tabelle(tabelle) + R"( ORDER BY "SCHLUESSEL1", "LFD" LIMIT 1)";
 }
 
 } // namespace orvostat::schema
