@@ -36,6 +36,8 @@ void BeendeNutzung() {
 
 #else
 
+namespace orvostat {
+
 void BeginneNutzung() {}
 void BeendeNutzung() {}
 

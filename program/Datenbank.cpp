@@ -78,7 +78,8 @@ std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EMod
 
 bool NimmUnterbrocheneZurueck(const std::string & sDatei) {
     if (!CSqliteSpeicher::Unterbrochen(sDatei)) return false;
-    (void)OeffneSpeicher(sDatei, EModus::Schreiben);
+    CString sMeldung;
+    if (!CSqliteSpeicher::NimmZurueck(sDatei, sMeldung)) Verweigere(sMeldung.Utf8());
     return true;
 }
 

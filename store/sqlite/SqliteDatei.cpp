@@ -71,7 +71,8 @@ std::unique_ptr<CSqliteDatei> CSqliteDatei::Zweite() const {
         sqlite3_file_control(Verbindung(), "main", SQLITE_FCNTL_HAS_MOVED, &iBewegt) != SQLITE_OK ||
         iBewegt != 0)
         return nullptr;
-    return std::make_unique<CSqliteDatei>(std::move(pZweite), true);
+    auto pDatei = std::make_unique<CSqliteDatei>(std::move(pZweite), true);
+    return pDatei->LiesAls(m_iVersion) ? std::move(pDatei) : nullptr;
 }
 
 int CSqliteDatei::Fehler() noexcept {

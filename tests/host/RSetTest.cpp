@@ -230,7 +230,7 @@ TEST_P(RSetTest, WithoutASetThereIsNoRow) {
     } aFaelle[] = {
         {ZEILE_KEINE, [](CTBeh & beh) { return (beh = CTBeh(dbDatabase)).First(); }},
         {ZEILE_FEHLER, [](CTBeh & beh) { return beh.ExecSQL(""); }},
-        {ZEILE_FEHLER, [](CTBeh & beh) { return beh.GetByK2(MATCH_ALLE); }}, // a key that the table lacks
+        {ZEILE_FEHLER, [](CTBeh & beh) { return beh.GetByK3(MATCH_ALLE); }}, // a key that the table lacks
         {ZEILE_FEHLER, [](CTBeh & beh) { return beh.SetKey(9), beh.GetAll(); }},
         {ZEILE_FEHLER, [](CTBeh & beh) { return beh.SetKey(0), beh.GetRecByParam({"1"}); }},
         {ZEILE_KEINE,

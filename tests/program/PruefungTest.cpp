@@ -2,6 +2,9 @@
 
 #include "orvostatbs/host/Praxispruefung.h"
 
+#include <fstream>
+#include <sstream>
+
 namespace orvostat {
 namespace {
 
@@ -113,6 +116,19 @@ TEST_F(CPruefbefehlTest, ACopyEqualsItsOriginalAndReplacesNothing) {
     EXPECT_EQ(Laufe("copy a.db c.db").sFehler, "Die Kopie verlöre Zeichen, die Windows-1252 fehlen, in " +
                                                    sTexte + " Texten, zuerst in: PAT [1003] PATNAME.\n");
     EXPECT_FALSE(std::filesystem::exists(Pfad("c.db")) || std::filesystem::exists(Pfad("c.db.neu")));
+}
+
+TEST_F(CPruefbefehlTest, AnOlderFileIsCheckedAsItIsAndCopiedIntoANewerOne) {
+    std::ostringstream sSql;
+    sSql << std::ifstream(ORVOSTATBS_SOURCE_DIR "/tests/data/praxis-v1.sql").rdbuf();
+    Sql("a.db", sSql.str());
+    const std::string sVorher = Inhalt("a.db");
+    EXPECT_EQ(Laufe("check a.db").iCode, 0);
+    EXPECT_EQ(Laufe("copy a.db b.db").iCode, 0);
+    EXPECT_TRUE(Inhalt("a.db") == sVorher);
+    EXPECT_EQ(Frage("b.db", "PRAGMA user_version"), "2");
+    EXPECT_EQ(Laufe("check b.db").iCode, 0);
+    EXPECT_EQ(Laufe("hits a.db --format csv").sAus, Laufe("hits b.db --format csv").sAus);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // All tables of a practice, in the order in which a person would read a practice, and what refers to what.
 #pragma once
 
+#include "orvostatbs/host/TabellenDatei.h"
 #include "orvostatbs/host/TabellenLabor.h"
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/TabellenPatient.h"

@@ -18,7 +18,7 @@ namespace orvostat {
     S(TEXT, Text) S(ABRMERKMAL, Text) S(PATBILL, Text) S(BEHKZ, Text) S(LFDBEFENTRY, Text) \
     S(LFDLBLOCK, Text) S(BEHINFO, Text) S(CHARGE, Text) S(ABRJJME, Text)
 // clang-format on
-ORVO_TABELLE(CTBeh, "BEH", Genau, "PATNR DATUM SITZUNG LFDBEHEINTRAG")
+ORVO_TABELLE(CTBeh, "BEH", Genau, "PATNR DATUM SITZUNG LFDBEHEINTRAG", "DATUM PATNR SITZUNG LFDBEHEINTRAG")
 #undef ORVO_SPALTEN
 class CTBeh : public CTabelle<CTBeh_Fields> {
 public:
