@@ -34,6 +34,8 @@ void BeendeNutzung() {
 
 #else
 
+namespace orvostat {
+
 void BeginneNutzung() {}
 void BeendeNutzung() {}
 
