@@ -74,6 +74,7 @@ bool CStatAccu::OnlyForZEorKFOorPAROk(CTPlan * pPlan, std::vector<CPlan> & vPlae
     CPlan & plan = vPlaene.emplace_back();
     if (!bDa || !IstPlanstandOk(pPlan, hit.ABRART, bOhne22a)) {
         plan.MovePlanNotOk(hit);
+        plan.m_bFehlt = !bDa;
         return false;
     }
     plan.MovePlan(pPlan, pBeh);

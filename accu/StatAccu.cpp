@@ -77,8 +77,11 @@ int CStatAccu::DataSumVorlauf(bool) {
     CTGO::VergissGebPkt();
     GetMemForTables();
     const int iCode = GetGlobalData(false);
-    if (iCode != 0) return iCode;
+    if (iCode == 0) LeereTabellen();
+    return iCode;
+}
 
+void CStatAccu::LeereTabellen() {
     m_vBehHits.clear();
     m_vBehErrors.clear();
     ClearP();
@@ -98,7 +101,6 @@ int CStatAccu::DataSumVorlauf(bool) {
     m_sLebsString = Lebs2String();
     m_vMischPwPlaene.clear();
     m_vPwPlaene.clear();
-    return 0;
 }
 
 void CStatAccu::DataSumNachlauf() { DeleteMemForTables(); }

@@ -133,19 +133,20 @@ constexpr SAusgabespalte GEGENSPALTEN[] = {{"Beh", EZelle::Text, 4},       {"GO"
 
 void ZeigeZahlen(std::ostream & aus, const CStatAccu & accu, const CLauf & lauf) {
     const SLaufzahlen & z = lauf.Zahlen();
-    aus << z.iBehandlungen << " Behandlungen gelesen, " << accu.m_vBehHits.size() << " Hits, "
-        << accu.m_vPat.size() << (accu.m_vPat.size() == 1 ? " Patient, " : " Patienten, ")
-        << accu.m_vBehErrors.size() << " Fehler\n";
+    aus << z.iBehandlungen << " Behandlungen gelesen, " << z.iHits << " Hits, " << accu.m_vPat.size()
+        << (accu.m_vPat.size() == 1 ? " Patient, " : " Patienten, ") << accu.m_vBehErrors.size()
+        << " Fehler\n";
     const std::pair<std::int64_t, const char *> aHinweise[] = {
         {z.iOhneBill, " Hits ohne Rechnung"},
         {z.iOhnePatient, " Hits ohne lesbaren Patienten"},
         {z.iOhneKasse, " Hits ohne Versicherung oder Kasse am Tag"},
-        {z.iOhneBehandler, " Behandlungen anderer Behandler"},
-        {static_cast<std::int64_t>(accu.m_vGlabHits.size()), " Laborrechnungen"},
-        {static_cast<std::int64_t>(accu.m_vGlabFaktHits.size()), " Sammelrechnungen"},
-        {static_cast<std::int64_t>(accu.m_vGipsHits.size()), " Gipsmodelle"},
-        {static_cast<std::int64_t>(accu.m_vRechHits.size()), " Rechnungen"},
-        {static_cast<std::int64_t>(accu.m_vVerordnungHits.size()), " Verordnungen"}};
+        {z.Weggelassen(EWeglassgrund::Behandler) + z.Weggelassen(EWeglassgrund::BehandlerUnbekannt),
+         " Behandlungen anderer Behandler"},
+        {z.iLaborrechnungen, " Laborrechnungen"},
+        {z.iSammelrechnungen, " Sammelrechnungen"},
+        {z.iGipsmodelle, " Gipsmodelle"},
+        {z.iRechnungen, " Rechnungen"},
+        {z.iVerordnungen, " Verordnungen"}};
     for (const auto & [iAnzahl, pText] : aHinweise)
         if (iAnzahl != 0) aus << "  " << iAnzahl << pText << '\n';
     ZeigeFehler(aus, accu);

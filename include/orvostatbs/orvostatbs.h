@@ -37,6 +37,7 @@
 #include "orvostatbs/host/Umgebung.h"
 #include "orvostatbs/host/Zeilenspeicher.h"
 #include "orvostatbs/hvm/HVMCf.h"
+#include "orvostatbs/lauf/Lauf.h"
 #include "orvostatbs/plan/StatZE.h"
 #include "orvostatbs/records/BehErrors.h"
 #include "orvostatbs/records/BehHitLine.h"

@@ -1,12 +1,12 @@
 // CStatAccu: one statistic from selection to hits.
 //
 // The accumulator holds what a screen has selected, the master data that a run reads, and the tables that it fills.
-// The run loop is the screen's; it keeps this order:
+// A run keeps this order; CLauf (lauf/Lauf.h) does 2 to 5:
 //
 //   1. construct, set the selection (CSelektion)
 //   2. GetAllMd, GetAllLeb
 //   3. DataSumVorlauf; on a code other than 0 DisplayGlobalDataError, DataSumNachlauf, stop
-//   4. for each treatment: the filters, then the work hit m_BehHit in the order that BehHitLine.h states, with
+//   4. for each treatment: the filters, then the work hit m_BehHit in the order that lauf/Lauf.cpp states, with
 //      GetGOData, GetPunkte and GetBetrag, then into m_vBehHits; likewise the other kinds of hit
 //   5. DoSortLines
 //   6. hand the accumulator on to files, sums or plan statistics
@@ -162,6 +162,8 @@ public:
     // a code of GetGlobalData with the tables as they were. Twice without DataSumNachlauf leaves the first record sets
     // unfreed. The flag has no effect.
     int DataSumVorlauf(bool bNeu);
+    // Empties what a run collects and lists the selected treaters anew, as a DataSumVorlauf that succeeds does.
+    void LeereTabellen();
     // Ends a run, also one that did not start: frees the record sets.
     void DataSumNachlauf();
     // The record sets of a run; freeing them twice does nothing.

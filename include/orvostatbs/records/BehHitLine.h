@@ -5,11 +5,7 @@
 // copied into the accumulator's vector, sorted, written as statistic lines and summed. All fields are public;
 // screens read and write them.
 //
-// A hit is built in this order, since each step reads what earlier ones have set:
-//
-//   Clear, MoveBeh, MoveBill, TestMultiband, MoveMdId, MovePatName, MoveVDesc, MoveKas, MoveGO (by the
-//   accumulator's GetGOData), MoveLeb, MovePw (by GetPunkte), GetBetrag of the accumulator, MoveProvision,
-//   MoveBefund (by GetBefund)
+// The moves have an order, since each reads what earlier ones have set; CLauf::Baue in lauf/Lauf.cpp states it.
 //
 // Units: quantities and points in hundredths, factors in ten-thousandths, dates YYYYMMDD, letters 0 for none.
 #pragma once

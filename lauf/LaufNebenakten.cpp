@@ -1,7 +1,9 @@
 // The side records of a run: laboratory blocks, collective invoices, plaster models, invoices, prescriptions.
 //
 // They are chosen as the treatments are: by their day, and by patient, treater and practice where they name one.
-#include "Lauf.h"
+#include "orvostatbs/lauf/Lauf.h"
+
+#include <algorithm>
 
 namespace orvostat {
 
@@ -10,9 +12,21 @@ CString CLauf::Blockleistung(const CString & sPatNr, const CString & sBlock, con
 }
 
 bool CLauf::LaufeNebenakten() {
-    return (!m_accu.GetELabChecked() || LaufeLaborbloecke()) &&
-           (!m_accu.GetGLabChecked() || LaufeGewerbelabor()) && LaufeSammelrechnungen() &&
-           LaufeGipsmodelle() && LaufeRechnungen() && LaufeVerordnungen();
+    const struct {
+        bool bGewaehlt;
+        bool (CLauf::*pLaufe)();
+        ELaufstelle eStelle;
+    } aArten[] = {
+        {m_accu.GetELabChecked(), &CLauf::LaufeLaborbloecke, ELaufstelle::Laborbloecke},
+        {m_accu.GetGLabChecked(), &CLauf::LaufeGewerbelabor, ELaufstelle::Gewerbelabor},
+        {true, &CLauf::LaufeSammelrechnungen, ELaufstelle::Sammelrechnungen},
+        {true, &CLauf::LaufeGipsmodelle, ELaufstelle::Gipsmodelle},
+        {true, &CLauf::LaufeRechnungen, ELaufstelle::Rechnungen},
+        {true, &CLauf::LaufeVerordnungen, ELaufstelle::Verordnungen},
+    };
+    return std::ranges::all_of(aArten, [this](const auto & art) {
+        return !art.bGewaehlt || ((this->*art.pLaufe)() && Melde(art.eStelle));
+    });
 }
 
 // A text that is empty, since the record names none, is not asked; but a run of one patient leaves out what is
@@ -21,8 +35,9 @@ bool CLauf::NebenaktePasst(const CString & sDatum, const CString & sPatNr, const
                            const CString & sPraxis) {
     const CString sPatient = m_accu.GetPatient();
     return ImZeitraum(sDatum) && (sPatient.IsEmpty() || sPatient == sPatNr) &&
-           (sLeb.IsEmpty() || m_accu.FindLeb(sLeb) >= 0) &&
-           (sPraxis.IsEmpty() || m_accu.IsFuerMandant(sPraxis)) && NimmPatient(sPatNr);
+           (sLeb.IsEmpty() || BehandlerPasst(sLeb, Behandler(sLeb) != nullptr)) &&
+           (sPraxis.IsEmpty() || Passt(EWeglassgrund::Praxis, m_accu.IsFuerMandant(sPraxis))) &&
+           Passt(EWeglassgrund::Patient, NimmPatient(sPatNr));
 }
 
 // Takes the hit of a laboratory entry; it has an amount and no fee row.
@@ -31,7 +46,7 @@ void CLauf::NimmLaborhit(CBehHitLine & hit) {
     MoveVersicherung(hit);
     if (EintragPasst(hit) && RechnungPasst(hit) && AbrechnungsartPasst(hit) && KassePasst(hit) &&
         LeistungPasst(hit))
-        m_accu.m_vBehHits.push_back(hit);
+        Behalte(hit);
 }
 
 // Blocks of the own laboratory: a hit for each entry that is not among the treatments anyway.
@@ -67,6 +82,7 @@ bool CLauf::LaufeGewerbelabor() {
     return Gehe(*pBlock, pBlock->GetAll(), [&] {
         if (!NebenaktePasst(pBlock->m_DATUM, pBlock->m_PATNR, pBlock->m_BEHANDLERNR, pBlock->m_PRAXISNR))
             return;
+        ++m_stand.zahlen.iLaborrechnungen;
         m_accu.m_GlabHit.Clear();
         m_accu.m_GlabHit.MoveLabRech(*pBlock);
         m_accu.m_vGlabHits.push_back(m_accu.m_GlabHit);
@@ -88,6 +104,7 @@ bool CLauf::LaufeSammelrechnungen() {
     Erwarte(*pFakt);
     return Gehe(*pFakt, pFakt->GetAll(), [&] {
         if (!NebenaktePasst(pFakt->m_FAKTDATUM, CString(), CString(), pFakt->m_PRAXISNR)) return;
+        ++m_stand.zahlen.iSammelrechnungen;
         m_accu.m_GlabFaktHit.Clear();
         m_accu.m_GlabFaktHit.MoveSammelLabRech(*pFakt);
         m_accu.m_vGlabFaktHits.push_back(m_accu.m_GlabFaktHit);
@@ -99,6 +116,7 @@ bool CLauf::LaufeGipsmodelle() {
     Erwarte(*pGips);
     return Gehe(*pGips, pGips->GetAll(), [&] {
         if (!NebenaktePasst(pGips->m_DATUM, pGips->m_PATNR, pGips->m_BEHANDLERNR, CString())) return;
+        ++m_stand.zahlen.iGipsmodelle;
         m_accu.m_GipsHit.Clear();
         m_accu.m_GipsHit.MoveGips(&*pGips);
         if (const CPat * const pPat = Patient()) m_accu.m_GipsHit.MovePat(*pPat);
@@ -111,6 +129,7 @@ bool CLauf::LaufeRechnungen() {
     Erwarte(*pFakt);
     return Gehe(*pFakt, pFakt->GetAll(), [&] {
         if (!NebenaktePasst(pFakt->m_DATUM, pFakt->m_PATNR, CString(), pFakt->m_PRAXISNR)) return;
+        ++m_stand.zahlen.iRechnungen;
         m_accu.m_RechHit.Clear();
         m_accu.m_RechHit.MoveFakt(&*pFakt);
         if (const CPat * const pPat = Patient()) m_accu.m_RechHit.MovePat(*pPat, m_accu.GetChTelefon());
@@ -127,6 +146,7 @@ bool CLauf::LaufeVerordnungen() {
         pHmv->m_PATNR = pRezept->m_PATNR;
         pHmv->m_REZEPTNR = pRezept->m_REZEPTNR;
         if (pHmv->GetByK1() != 0) return;
+        ++m_stand.zahlen.iVerordnungen;
         CVerordnungHitLine hit;
         hit.MoveVerordnung(*pRezept, *pHmv);
         m_accu.m_vVerordnungHits.push_back(hit);
