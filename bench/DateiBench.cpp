@@ -14,7 +14,7 @@
 // The reading includes what the plain loop has no use for: a table of hits, about a thousand bytes each. The table's
 // memory has been used before, as in a program that reopens a list.
 
-#include "Lauf.h"
+#include "orvostatbs/lauf/Lauf.h"
 #include "Muster.h"
 
 #include "orvostatbs/files/Statistikdatei.h"

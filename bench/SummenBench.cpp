@@ -7,7 +7,7 @@
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/records/Leistungsarten.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/service/LSSum.h"
 
 #include <algorithm>

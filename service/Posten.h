@@ -4,7 +4,7 @@
 
 #include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/records/BehHitLine.h"
-#include "orvostatbs/records/Leistungsarten.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/service/LSLstGrp.h"
 
 #include <algorithm>

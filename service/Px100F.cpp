@@ -4,7 +4,7 @@
 
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/records/Leistungsarten.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/service/LSSum.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "orvostatbs/lauf/Lauf.h"
 
 #include "Muster.h"
-#include "orvostatbs/records/Leistungsarten.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/store/MemorySpeicher.h"
 #include "support/Fehlerspeicher.h"
 #include "support/Rekorder.h"
