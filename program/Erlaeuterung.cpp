@@ -109,8 +109,7 @@ std::string Erlaeutere(const SBewertungsschritt & s) {
         return "Der eingetragene Betrag gilt: " + AlsGeld(s.betrag);
     case EBewertung::Eingetragen:
         return fmt::format("{}, wie eingetragen: {}",
-                           IstLaborArt(s.cArt) ? "Betrag der Laborleistung" : "Betrag",
-                           AlsGeld(s.betrag));
+                           IstLaborArt(s.cArt) ? "Betrag der Laborleistung" : "Betrag", AlsGeld(s.betrag));
     case EBewertung::Gruppenleistung:
         return fmt::format("Gruppenleistung für {} Patienten: je Kopf {}", s.iZahl, AlsGeld(s.betrag));
     case EBewertung::OhneFaktor:
