@@ -66,6 +66,10 @@ TEST_F(CPruefbefehlTest, NamesTheRowAndWhatIsWrongWithIt) {
          "PAT [1003]: PATNAME \"?ód?\" hat in der Datei Zeichen, die Windows-1252 fehlen"},
         {"UPDATE PAT SET PATNR = '      1999' WHERE PATNR = '      1003'",
          "PAT [1004]: Schlüssel 1 steht nicht an seinem Platz"},
+        {"UPDATE PAT SET PATNR = '      1003a' WHERE PATNR = '      1003'",
+         "PAT [1003a]: Schlüssel 1 passt nicht zu den Spalten"},
+        {"UPDATE GO SET LSTKUERZEL = LSTKUERZEL || 'a' WHERE GOART = 'p' AND LSTNR = '5'",
+         "GO [p, 5]: Schlüssel 2 passt nicht zu den Spalten"},
         {"INSERT INTO GOCHECK SELECT SCHLUESSEL1, LFD + 1000000, GOART, LSTNR, EXTRAFLAG, CHECKTEXT FROM "
          "GOCHECK "
          "WHERE LSTNR = '01'",

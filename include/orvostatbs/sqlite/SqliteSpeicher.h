@@ -75,6 +75,11 @@ public:
     [[nodiscard]] bool
     SucheVerluste(const STabelle & tabelle,
                   const std::function<void(CWerte vZeile, std::size_t iSpalte)> & fVerlust);
+    // Gives the rows beside which the file has another key than their columns make, by damage or another tool's hand:
+    // reads by that key pass them over. False if the file failed.
+    [[nodiscard]] bool
+    SucheFremdeSchluessel(const STabelle & tabelle,
+                          const std::function<void(CWerte vZeile, int iSchluessel)> & fFremd);
     // SQLite's own words on the last failure of this store, empty if there was none; "file too large" where the file
     // has reached the user's limit.
     [[nodiscard]] const std::string & LetzterFehler() const;
