@@ -2,6 +2,8 @@
 
 #include "Programmlauf.h"
 
+#include <fstream>
+
 namespace orvostat {
 namespace {
 
@@ -116,6 +118,12 @@ TEST_F(CPruefbefehlTest, ACopyEqualsItsOriginalAndReplacesNothing) {
     EXPECT_EQ(Laufe("copy a.db c.db").iCode, 1);
     EXPECT_EQ(Laufe("copy a.db c.db").sFehler, "Die Kopie verlöre Zeichen, die Windows-1252 fehlen, in " +
                                                    sTexte + " Texten, zuerst in: PAT [1003] PATNAME.\n");
+    std::fstream(Pfad("b.db"), std::ios::in | std::ios::out | std::ios::binary)
+        .seekp(39)
+        .put(5); // free pages
+    EXPECT_EQ(Laufe("hits b.db").iCode, 0);
+    EXPECT_EQ(Laufe("copy b.db c.db").sFehler,
+              "Die Praxisdatei hat Schäden und wird nicht kopiert. \"orvostat check\" zeigt sie.\n");
     EXPECT_FALSE(std::filesystem::exists(Pfad("c.db")) || std::filesystem::exists(Pfad("c.db.neu")));
 }
 
