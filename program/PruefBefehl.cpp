@@ -49,6 +49,10 @@ void Pruefe(const std::string & sDatei) {
                                " \"" + vZeile[iSpalte]->Utf8() +
                                "\" hat in der Datei Zeichen, die Windows-1252 fehlen");
         });
+        (void)pSpeicher->SucheFremdeSchluessel(*pTabelle, [&](CWerte vZeile, int iSchluessel) {
+            vMaengel.push_back(Zeilenname(*pTabelle, vZeile) + ": Schlüssel " + std::to_string(iSchluessel) +
+                               " passt nicht zu den Spalten");
+        });
         pAusgabe->Zeile({CString(pTabelle->pName), itoc(iZeilen),
                          itoc(static_cast<std::int64_t>(vMaengel.size() - iVorher))});
     }

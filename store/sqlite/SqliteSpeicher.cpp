@@ -311,6 +311,23 @@ std::string_view Bytes(sqlite3_stmt * pAnweisung, std::size_t iSpalte) {
             static_cast<std::size_t>(sqlite3_column_bytes(pAnweisung, static_cast<int>(iSpalte)))};
 }
 
+// Gives the rows of a walk to its end; false if the file failed.
+template <class F>
+bool JedeZeile(CSqliteDatei & datei, const CAnweisung & pAnweisung, const STabelle & tabelle, F fZeile) {
+    std::vector<CString> vTexte(tabelle.vSpalten.size());
+    std::vector<const CString *> vZeile;
+    for (const CString & sText : vTexte)
+        vZeile.push_back(&sText);
+    int iErgebnis = SQLITE_ERROR;
+    while (pAnweisung && (iErgebnis = sqlite3_step(pAnweisung.get())) == SQLITE_ROW) {
+        for (std::size_t i = 0; i < vTexte.size(); ++i)
+            if (!LiesText(pAnweisung.get(), static_cast<int>(i), vTexte[i])) return datei.Fehler(), false;
+        fZeile(vZeile);
+    }
+    if (pAnweisung && iErgebnis != SQLITE_DONE) datei.Fehler();
+    return iErgebnis == SQLITE_DONE;
+}
+
 } // namespace
 
 CSqliteSpeicher::CSqliteSpeicher(std::unique_ptr<CSqliteDatei> pDatei)
@@ -344,20 +361,27 @@ SVorausgelesen CSqliteSpeicher::Vorausgelesen() const { return m_pDatei->Vorausg
 bool CSqliteSpeicher::SucheVerluste(const STabelle & tabelle,
                                     const std::function<void(CWerte, std::size_t)> & fVerlust) {
     const CAnweisung pAnweisung = m_pDatei->NimmWeg(tabelle, {});
-    std::vector<CString> vTexte(tabelle.vSpalten.size());
-    std::vector<const CString *> vZeile;
-    for (const CString & sText : vTexte)
-        vZeile.push_back(&sText);
-    int iErgebnis = SQLITE_ERROR;
-    while (pAnweisung && (iErgebnis = sqlite3_step(pAnweisung.get())) == SQLITE_ROW) {
-        for (std::size_t i = 0; i < vTexte.size(); ++i)
-            if (!LiesText(pAnweisung.get(), static_cast<int>(i), vTexte[i])) return m_pDatei->Fehler(), false;
-        for (std::size_t i = 0; i < vTexte.size(); ++i)
-            if (const std::string_view s = Bytes(pAnweisung.get(), i); !IstAscii(s) && vTexte[i].Utf8() != s)
+    return JedeZeile(*m_pDatei, pAnweisung, tabelle, [&](CWerte vZeile) {
+        for (std::size_t i = 0; i < vZeile.size(); ++i)
+            if (const std::string_view s = Bytes(pAnweisung.get(), i); !IstAscii(s) && vZeile[i]->Utf8() != s)
                 fVerlust(vZeile, i);
+    });
+}
+
+bool CSqliteSpeicher::SucheFremdeSchluessel(const STabelle & tabelle,
+                                            const std::function<void(CWerte, int)> & fFremd) {
+    const std::size_t iSpalte = tabelle.vSpalten.size();
+    bool bGut = true;
+    for (int k = 1; k <= static_cast<int>(tabelle.vSchluessel.size()); ++k) {
+        const CAnweisung pAnweisung =
+            m_pDatei->Bereite(schema::Weg(tabelle, k, false, false, schema::EDazu::Schluessel));
+        const auto Vergleiche = [&](CWerte vZeile) {
+            if (Bytes(pAnweisung.get(), iSpalte) != Schluesselbytes(tabelle, k, vZeile)) fFremd(vZeile, k);
+        };
+        bGut = pAnweisung && BindeBytes(pAnweisung.get(), 1, "") &&
+               JedeZeile(*m_pDatei, pAnweisung, tabelle, Vergleiche) && bGut;
     }
-    if (pAnweisung && iErgebnis != SQLITE_DONE) m_pDatei->Fehler();
-    return iErgebnis == SQLITE_DONE;
+    return bGut;
 }
 
 std::vector<CString> CSqliteSpeicher::Pruefe() {

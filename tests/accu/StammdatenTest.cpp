@@ -134,7 +134,7 @@ void StammdatenTest::SchreibeBehandler() {
     Schreibe<CTLeb>({.m_LEB = "  2", .m_PID = "B", .m_PRAXISID = " 1"});
     Schreibe<CTLeb>({.m_LEB = "  3", .m_PID = "A", .m_PRAXISID = " 2"});
     Schreibe<CTLeb>({.m_LEB = "  4", .m_PID = "C", .m_PRAXISID = " 2", .m_GELOESCHT = "1"});
-    Schreibe<CTPersonal>({.m_PID = "A", .m_PERSADRNR = "70"});
+    Schreibe<CTPersonal>({.m_PID = "A", .m_PERSADRNR = "70 "});
     Schreibe<CTPersonal>({.m_PID = "B", .m_PERSADRNR = "71"});
     Schreibe<CTPersonal>({.m_PID = "D", .m_PERSADRNR = "79"});
     Schreibe<CTPersonal>({.m_PID = "E"});

@@ -238,7 +238,8 @@ TEST_P(RSetTest, WithoutASetThereIsNoRow) {
              return beh.GetRecByParam({"", "20240101"});
          }},
         {ZEILE_KEINE, [](CTBeh & beh) { return beh.LiesMit(1, MATCH_ALLE, {""}); }},
-        {ZEILE_KEINE, [](CTBeh & beh) { return beh.m_PATNR = "  ", beh.GetByK1(MATCH_TEIL); }},
+        {ZEILE_KEINE,
+         [](CTBeh & beh) { return beh.ClearKey(), beh.m_PATNR = "  ", beh.GetByK1(MATCH_ALLE); }},
         {ZEILE_FEHLER, [&](CTBeh & beh) { return m_pFehler->FehlerBei(1), beh.GetAll(); }}, // opening
         {ZEILE_FEHLER, [&](CTBeh & beh) { return m_pFehler->FehlerBei(2), beh.GetAll(); }}, // the first row
         {ZEILE_KEINE, [](CTBeh & beh) { return dbDatabase.Verbinde(nullptr), beh.GetAll(); }},

@@ -95,7 +95,13 @@ public:
     [[nodiscard]] bool
     SucheVerluste(const STabelle & tabelle,
                   const std::function<void(CWerte vZeile, std::size_t iSpalte)> & fVerlust);
-    // The cause of the last failure of this store, and SQLite's own words on it, empty if there was none.
+    // Gives the rows beside which the file has another key than their columns make, by damage or another tool's hand:
+    // reads by that key pass them over. False if the file failed.
+    [[nodiscard]] bool
+    SucheFremdeSchluessel(const STabelle & tabelle,
+                          const std::function<void(CWerte vZeile, int iSchluessel)> & fFremd);
+    // The cause of the last failure of this store, and SQLite's own words on it, empty if there was none; "file too large"
+    // where the file has reached the user's limit.
     [[nodiscard]] EUrsache LetzteUrsache() const;
     [[nodiscard]] const std::string & LetzterFehler() const;
 
