@@ -117,7 +117,7 @@ void SelektionTest::SetzeAlles() {
     m_accu.SetPraxisId("2");
     m_accu.SetEndePflegegradVon("v");
     m_accu.SetEndePflegegradBis("b");
-    Schreibe<CTMandant>({.m_MDID = " 1", .m_MDART = "b"});
+    Schreibe(R"(MANDANT MDID=" 1" MDART=b)");
     dbMKGVersion = true;
     m_accu.SetArzt(" 1");
     const SSelektion & s = m_accu.Selektion();

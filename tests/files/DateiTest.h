@@ -36,7 +36,7 @@ protected:
         for (const CString & sPool :
              {"gostattyp"_t, "gostattyp2"_t, "gostattyp3"_t, "gostattyp4"_t, "statistikspalte"_t,
               "medstatistikspalte"_t, "kassenarttyp"_t, "techlsttyp"_t, "kassengrptyp"_t, "hvmbudget"_t})
-            Schreibe<CTSelectPool>({.m_SPPOOL = sPool, .m_SPLFD = "1", .m_SPKEY = "k"});
+            Schreibe("SELECTPOOL SPLFD=1 SPKEY=k SPPOOL=" + sPool.Utf8());
     }
 
     // The columns of a line that differ from those of an empty one: "DATUM=20240101 TEXT=..."

@@ -1,5 +1,7 @@
 #include "Programmlauf.h"
 
+#include "support/Verzeichnis.h"
+
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -16,11 +18,6 @@
 namespace orvostat {
 
 namespace {
-
-std::string LiesDatei(const std::filesystem::path & pfad) {
-    std::ifstream ein(pfad, std::ios::binary);
-    return {std::istreambuf_iterator<char>(ein), std::istreambuf_iterator<char>()};
-}
 
 void Lenke(const std::filesystem::path & pfad, int iArt, int iNummer) {
     const int iDatei = open(pfad.c_str(), iArt, 0600);

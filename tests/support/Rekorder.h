@@ -3,6 +3,7 @@
 
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Umgebung.h"
+#include "support/Verzeichnis.h"
 
 #include <deque>
 #include <filesystem>
@@ -35,8 +36,8 @@ public:
 
     // Recorded.
     std::vector<SPrompt> m_vPrompts;
-    // Per opening; title and text with " / " between them, if there is a title.
-    std::vector<CString> m_vBoxTexte;
+    std::vector<CString>
+        m_vBoxTexte; // per opening; title and text with " / " between them, if there is a title
     std::vector<std::pair<long, long>> m_vSchritte;
     bool m_bBoxOffen = false;
     bool m_bWartezeiger = false;
@@ -61,13 +62,14 @@ public:
 // directories (made for this test, removed after it) are in place, and the settings of the workstation have their
 // values of the start. All of it is as before when the test has ended.
 class CHostTest : public ::testing::Test {
-protected:
+public:
     CHostTest();
     ~CHostTest() override;
 
     CRekorder m_rekorder;
     CFesteUhr m_uhr;
-    std::filesystem::path m_verzeichnis; // holds the three directories
+    std::shared_ptr<CTempVerzeichnis> m_pVerzeichnis = CTempVerzeichnis::Gemeinsam();
+    const std::filesystem::path & m_verzeichnis = *m_pVerzeichnis; // holds the three directories
     SPfade m_pfade;
     CBibliotheken m_bibliotheken;
 
