@@ -6,46 +6,20 @@
 #pragma once
 
 #include "orvostatbs/accu/StatAccu.h"
-#include "orvostatbs/store/MemorySpeicher.h"
-#include "support/Fehlerspeicher.h"
-#include "support/Rekorder.h"
-
-#include <memory>
-#include <utility>
+#include "support/Hitfelder.h"
+#include "support/Praxis.h"
 
 // A row names the fields it sets; the others are empty.
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 
 namespace orvostat {
 
-// As long as it lives, both database handles work on its store.
-class CPraxisErsatz {
-public:
-    CPraxisErsatz() {
-        dbDatabase.Verbinde(m_pSpeicher);
-        dbDatabaseRO.Verbinde(m_pLesend);
-    }
-    ~CPraxisErsatz() {
-        dbDatabase.Verbinde(m_pVorher);
-        dbDatabaseRO.Verbinde(m_pVorherRO);
-    }
-    CPraxisErsatz(const CPraxisErsatz &) = delete;
-    CPraxisErsatz & operator=(const CPraxisErsatz &) = delete;
-    [[nodiscard]] int Lesezugriffe() const { return m_pLesend->Operationen(); }
-
-private:
-    std::shared_ptr<CMemorySpeicher> m_pSpeicher = std::make_shared<CMemorySpeicher>();
-    std::shared_ptr<CFehlerspeicher> m_pLesend = std::make_shared<CFehlerspeicher>(m_pSpeicher);
-    std::shared_ptr<CZeilenspeicher> m_pVorher = dbDatabase.Speicher();
-    std::shared_ptr<CZeilenspeicher> m_pVorherRO = dbDatabaseRO.Speicher();
-};
-
 // The struct of a table class's fields.
 template <class TFelder> TFelder FelderVon(const CTabelle<TFelder> *);
 template <class T> using CZeileVon = decltype(FelderVon(static_cast<T *>(nullptr)));
 
-class CAccuTest : public CHostTest {
-protected:
+class CAccuTest : public CPraxisTest {
+public:
     ~CAccuTest() override { m_accu.DeleteMemForTables(); }
 
     // Adds a row to the table of class T.
@@ -61,18 +35,21 @@ protected:
         Schreibe<CTAdr>({.m_ADRNR = sPatNr, .m_ADRART = "p"});
     }
 
-    // Whether the read-only handle has touched the store since the last question.
-    [[nodiscard]] bool HatGelesen() {
-        const int iVorher = std::exchange(m_iZugriffe, m_praxis.Lesezugriffe());
-        return iVorher != m_iZugriffe;
-    }
-
-private:
-    int m_iZugriffe = 0;
-    CPraxisErsatz m_praxis; // before the accumulator, whose record sets must not outlive the store
-
-protected:
     CStatAccu m_accu;
 };
+
+// Sets what a case names of the selection.
+inline void Waehle(CStatAccu & accu, CFall & fall) {
+#define FELD(TYP, NAME, SETTER, START) accu.Set##SETTER(fall.Ein<TYP>(#NAME, accu.Get##NAME()));
+#define PAAR(SETTER, ERSTES, ZWEITES)                                                                        \
+    accu.Set##SETTER(fall.Ein(#ERSTES, accu.Get##ERSTES()), fall.Ein(#ZWEITES, accu.Get##ZWEITES()));
+#define EIGEN(TYP, NAME, START)
+#include "orvostatbs/accu/Selektion.def"
+    if (fall.Hat("Mandant")) accu.SetMandant(fall.Ein("Mandant"));
+    if (fall.Hat("Lebs")) accu.SetLebs(fall.Ein<std::vector<CString>>("Lebs"));
+    accu.SetRecallData(fall.Ein("RecallArt", accu.GetRecallArt()),
+                       fall.Ein("RecallIntervall", accu.GetRecallIntervall()),
+                       fall.Ein("RecallLast", accu.GetRecallLast()));
+}
 
 } // namespace orvostat

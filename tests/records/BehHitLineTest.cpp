@@ -3,7 +3,7 @@
 #include "orvostatbs/host/TabellenPatient.h"
 #include "orvostatbs/records/Gebuehr.h"
 #include "orvostatbs/records/Stammdaten.h"
-#include "records/Hitfelder.h"
+#include "support/Hitfelder.h"
 #include "records/Praxisfixture.h"
 
 #include <stdexcept>

@@ -1,5 +1,5 @@
 #include "orvostatbs/host/TabellenLeistung.h"
-#include "records/Hitfelder.h"
+#include "support/Hitfelder.h"
 #include "records/Praxisfixture.h"
 
 #include <string>

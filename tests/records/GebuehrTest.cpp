@@ -1,7 +1,7 @@
 #include "orvostatbs/records/Gebuehr.h"
 
 #include "orvostatbs/host/TabellenLeistung.h"
-#include "records/Hitfelder.h"
+#include "support/Hitfelder.h"
 #include "records/Praxisfixture.h"
 
 #include <string>

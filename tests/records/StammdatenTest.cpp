@@ -4,7 +4,7 @@
 #include "orvostatbs/host/TabellenPatient.h"
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/records/Suche.h"
-#include "records/Hitfelder.h"
+#include "support/Hitfelder.h"
 #include "records/Praxisfixture.h"
 
 #include <string>

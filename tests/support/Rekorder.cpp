@@ -1,7 +1,5 @@
 #include "support/Rekorder.h"
 
-#include <cstdlib>
-#include <stdexcept>
 #include <string>
 
 void PrintTo(const CString & s, std::ostream * pAus) { *pAus << '"' << s.Utf8() << '"'; }
@@ -9,12 +7,6 @@ void PrintTo(const CString & s, std::ostream * pAus) { *pAus << '"' << s.Utf8() 
 namespace orvostat {
 
 namespace {
-
-std::filesystem::path NeuesVerzeichnis() {
-    std::string sVorlage = (std::filesystem::temp_directory_path() / "orvostatbs-XXXXXX").string();
-    if (mkdtemp(sVorlage.data()) == nullptr) throw std::runtime_error("no temporary directory for a test");
-    return sVorlage;
-}
 
 CString Unterverzeichnis(const std::filesystem::path & verzeichnis, const char * pName) {
     std::filesystem::create_directory(verzeichnis / pName);
@@ -64,9 +56,8 @@ bool CRekorder::Fortschritt(long iPos, long iMax) {
 }
 
 CHostTest::CHostTest()
-    : m_verzeichnis(NeuesVerzeichnis()), m_pfade{Unterverzeichnis(m_verzeichnis, "programm"),
-                                                 Unterverzeichnis(m_verzeichnis, "daten"),
-                                                 Unterverzeichnis(m_verzeichnis, "temp")},
+    : m_pfade{Unterverzeichnis(m_verzeichnis, "programm"), Unterverzeichnis(m_verzeichnis, "daten"),
+              Unterverzeichnis(m_verzeichnis, "temp")},
       m_vorher{dbMdId, dbPId, dbPraxisId, dbLfdWorkstation, dbPraxisLeb, dbMKGVersion} {
     dbMdId = dbPId = dbPraxisId = CString();
     dbLfdWorkstation = " 1";
@@ -80,8 +71,6 @@ CHostTest::~CHostTest() {
     dbLfdWorkstation = m_vorher.sWorkstation;
     dbPraxisLeb = m_vorher.bPraxisLeb;
     dbMKGVersion = m_vorher.bMKGVersion;
-    std::error_code fehler;
-    std::filesystem::remove_all(m_verzeichnis, fehler);
 }
 
 } // namespace orvostat

@@ -3,6 +3,7 @@
 
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Umgebung.h"
+#include "support/Verzeichnis.h"
 
 #include <deque>
 #include <filesystem>
@@ -61,13 +62,13 @@ public:
 // directories (made for this test, removed after it) are in place, and the settings of the workstation have their
 // values of the start. All of it is as before when the test has ended.
 class CHostTest : public ::testing::Test {
-protected:
+public:
     CHostTest();
     ~CHostTest() override;
 
     CRekorder m_rekorder;
     CFesteUhr m_uhr;
-    std::filesystem::path m_verzeichnis; // holds the three directories
+    CTempVerzeichnis m_verzeichnis; // holds the three directories
     SPfade m_pfade;
     CBibliotheken m_bibliotheken;
 

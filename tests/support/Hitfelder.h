@@ -3,6 +3,7 @@
 
 #include "orvostatbs/host/Tabelle.h"
 #include "orvostatbs/records/BehHitLine.h"
+#include "support/Wert.h"
 
 #include <string>
 #include <type_traits>
@@ -38,24 +39,6 @@ template <class THit, class F> void JedesFeld(THit & hit, F f) {
     FELD(GEBUEHRENBEFREITBIS) FELD(m_sAbrJJME)
 #undef FELD
     // clang-format on
-}
-
-// A value as the tests write it; empty, 0 and false are "".
-inline std::string Wert(const CString & s) { return s.Utf8(); }
-inline std::string Wert(char c) { return c == 0 ? "" : std::string(1, c); }
-inline std::string Wert(bool b) { return b ? "ja" : ""; }
-inline std::string Wert(std::int32_t i) { return i == 0 ? "" : std::to_string(i); }
-inline std::string Wert(const CDBetrag & betrag) { return betrag.ToDb(0, true, false, 0.0, 0.0).Utf8(); }
-inline std::string Wert(const CDPw & pw) { return pw.ToDb(0, true, false, 0.0, 0.0).Utf8(); }
-template <class T> std::string Wert(const std::vector<T> & v) {
-    return v.empty() ? "" : std::to_string(v.size());
-}
-
-// Some fields with "|" between them.
-template <class... T> std::string Werte(const T &... felder) {
-    std::string s;
-    ((s += (s.empty() ? "" : "|") + Wert(felder)), ...);
-    return s;
 }
 
 // A row in which each column has its own name as its text.

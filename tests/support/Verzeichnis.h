@@ -1,0 +1,25 @@
+// The one way to a temporary directory.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace orvostat {
+
+// A directory of its own, removed at the end with all that is in it.
+class CTempVerzeichnis {
+public:
+    CTempVerzeichnis();
+    ~CTempVerzeichnis();
+    CTempVerzeichnis(const CTempVerzeichnis &) = delete;
+    CTempVerzeichnis & operator=(const CTempVerzeichnis &) = delete;
+    [[nodiscard]] std::filesystem::path operator/(const std::string & sName) const { return m_pfad / sName; }
+    operator const std::filesystem::path &() const { return m_pfad; } // NOLINT(google-explicit-constructor)
+
+private:
+    std::filesystem::path m_pfad;
+};
+
+[[nodiscard]] std::string LiesDatei(const std::filesystem::path & pfad);
+
+} // namespace orvostat
