@@ -22,6 +22,7 @@ class CAccuTest : public CPraxisTest {
 public:
     ~CAccuTest() override { m_accu.DeleteMemForTables(); }
 
+    static void Schreibe(const std::string & sZeilen) { orvostat::Schreibe(sZeilen); }
     // Adds a row to the table of class T.
     template <class T> static void Schreibe(const CZeileVon<T> & zeile) {
         T tabelle(dbDatabase);

@@ -106,7 +106,7 @@ void SelektionTest::SetzeAlles() {
     m_accu.SetStdKTraeger("k");
     m_accu.SetGipsArt("g");
     m_accu.SetPraxisId("2");
-    Schreibe<CTMandant>({.m_MDID = " 1", .m_MDART = "b"});
+    Schreibe(R"(MANDANT MDID=" 1" MDART=b)");
     dbMKGVersion = true;
     m_accu.SetArzt(" 1");
     const SSelektion & s = m_accu.Selektion();

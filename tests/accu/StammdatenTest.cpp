@@ -20,14 +20,51 @@ template <class V, class T> std::vector<CString> Spalte(const V & v, CString T::
 using CTexte = std::vector<CString>;
 
 class StammdatenTest : public CAccuTest {
-protected:
-    // From here on the reads are counted, and one of them can be made to fail.
-    static std::shared_ptr<CFehlerspeicher> ZaehleZugriffe() {
-        auto pSpeicher = std::make_shared<CFehlerspeicher>(dbDatabaseRO.Speicher());
-        dbDatabase.Verbinde(pSpeicher);
-        dbDatabaseRO.Verbinde(pSpeicher);
-        return pSpeicher;
+public:
+    void MandantenFall(CFall & fall) {
+        SchreibeMandanten();
+        dbMdId = fall.Ein("MDID");
+        Waehle(m_accu, fall);
+        fall.Aus("JA", m_accu.GetAllMd(fall.Ein<bool>("FILTER"), fall.Ein<bool>("EIGENES")));
+        fall.Aus("MD", Mandanten());
     }
+    void BehandlerFall(CFall & fall) {
+        SchreibeBehandler();
+        dbPraxisId = " 2";
+        dbPId = fall.Ein("PID");
+        fall.Nimm("PRAXISLEB", dbPraxisLeb);
+        Waehle(m_accu, fall);
+        fall.Aus("JA", m_accu.GetAllLeb(fall.Ein<bool>("FILTER"), fall.Ein<bool>("ALLE")));
+        fall.Aus("LEB", Behandler());
+        fall.Aus("LEBALLE", AlleBehandler());
+    }
+    void Lebsliste(CFall & fall) {
+        for (const auto & [pLeb, pKasse, pPrivat] :
+             {std::tuple("1", " 1", " 1"), {"2", " 2", ""}, {"3", "", " 2"}}) {
+            if (fall.Ein<bool>("KEINE")) break;
+            CLebStruct & leb = m_accu.m_vLeb.emplace_back();
+            leb.m_sLeb = pLeb;
+            leb.m_sMdKasse = pKasse;
+            leb.m_sMdPrivat = pPrivat;
+        }
+        Waehle(m_accu, fall);
+        m_accu.m_bAlleLebsPassen = !fall.Erwartet("ALLE");
+        fall.Aus("LEBS", m_accu.Lebs2String());
+        fall.Aus("ALLE", m_accu.m_bAlleLebsPassen);
+    }
+    void Punktwert(CFall & fall) {
+        EXPECT_TRUE(m_accu.GetAllPw());
+        const CPw * pPw = m_accu.FindPw(fall.Ein("GRP"), fall.Ein<char>("ART"), fall.Ein("DATUM"));
+        fall.Aus("AB", pPw ? pPw->m_sPwAb : CString());
+    }
+    void Ersatzliste(CFall & fall) {
+        using CErsatz = std::pair<CString, CString>;
+        m_accu.m_vLstErsatz.resize(1);
+        EXPECT_TRUE(m_accu.ReadParPoolData(fall.Ein<int>("NR")));
+        fall.Aus("ALT", Spalte(m_accu.m_vLstErsatz, &CErsatz::first));
+        fall.Aus("NEU", Spalte(m_accu.m_vLstErsatz, &CErsatz::second));
+    }
+
     static void SchreibeMandanten();
     static void SchreibeBehandler();
     [[nodiscard]] CTexte Mandanten() const { return Spalte(m_accu.m_vMd, &CMdStruct::m_sMdId); }
@@ -36,40 +73,25 @@ protected:
     [[nodiscard]] CTexte Gebuehren() const { return Spalte(m_accu.m_vGO.Lesend(), &CGOStruct::m_sGoText); }
 };
 
+TEST_F(StammdatenTest, Faelle) {
+    PruefeFaelle<StammdatenTest>(ORVOSTATBS_SOURCE_DIR "/tests/accu/faelle/stammdaten.txt",
+                                 {{"mandanten", &StammdatenTest::MandantenFall},
+                                  {"behandler", &StammdatenTest::BehandlerFall},
+                                  {"lebsliste", &StammdatenTest::Lebsliste},
+                                  {"punktwert", &StammdatenTest::Punktwert},
+                                  {"ersatzliste", &StammdatenTest::Ersatzliste}});
+}
+
 // ---- practices
 
 // Two first owners, one branch each, and a deleted owner.
 void StammdatenTest::SchreibeMandanten() {
-    Schreibe<CTPraxis>({.m_PRAXISID = " 1", .m_KZVNR = "04"});
-    Schreibe<CTMandant>({.m_MDID = " 4", .m_MDZWEIG = "z"});
-    Schreibe<CTMandant>({.m_MDID = " 3", .m_GELOESCHT = "1"});
-    Schreibe<CTMandant>({.m_MDID = " 2", .m_MDNAME = "Gold", .m_MDZWEIG = "z", .m_MDADRNR = "7"});
-    Schreibe<CTMandant>({.m_MDID = " 1"});
-    Schreibe<CTAdr>(
-        {.m_ADRNR = "7", .m_ADRART = "m", .m_PATVORNAME = "Eva", .m_PATNAME = "Gold", .m_PATORT = "Ulm"});
-}
-
-TEST_F(StammdatenTest, MandantenNachAuswahlUndZweig) {
-    SchreibeMandanten();
-    const struct {
-        bool bFilter, bNurEigenes;
-        CString sMdId, sMandant;
-        CTexte vErwartet;
-    } vFaelle[] = {
-        {true, false, " 2", "", {" 1", " 2", " 4"}},
-        {false, true, " 2", "", {" 1", " 2", " 4"}},
-        {true, true, " 2", "", {" 1", " 2"}},
-        {true, true, "", "", {" 1"}},
-        {false, false, "", "2", {" 2"}},
-        {true, true, " 4", "2", {}},
-    };
-    for (const auto & fall : vFaelle) {
-        dbMdId = fall.sMdId;
-        m_accu.SetMandant(fall.sMandant);
-        EXPECT_EQ(m_accu.GetAllMd(fall.bFilter, fall.bNurEigenes), !fall.vErwartet.empty())
-            << &fall - vFaelle;
-        EXPECT_EQ(Mandanten(), fall.vErwartet) << &fall - vFaelle;
-    }
+    Schreibe(R"(PRAXIS PRAXISID=" 1" KZVNR=04
+                MANDANT MDID=" 4" MDZWEIG=z
+                MANDANT MDID=" 3" GELOESCHT=1
+                MANDANT MDID=" 2" MDNAME=Gold MDZWEIG=z MDADRNR=7
+                MANDANT MDID=" 1"
+                ADR ADRNR=7 ADRART=m PATVORNAME=Eva PATNAME=Gold PATORT=Ulm)");
 }
 
 TEST_F(StammdatenTest, MandantenSindSortiertUndBringenIhreAdresseMit) {
@@ -86,9 +108,9 @@ TEST_F(StammdatenTest, MandantenSindSortiertUndBringenIhreAdresseMit) {
 
 TEST_F(StammdatenTest, OhnePraxisOderMandantBleibtDieTabelle) {
     m_accu.m_vMd.resize(1);
-    Schreibe<CTMandant>({.m_MDID = " 1"});
+    Schreibe(R"(MANDANT MDID=" 1")");
     EXPECT_FALSE(m_accu.GetAllMd(false, false));
-    Schreibe<CTPraxis>({.m_PRAXISID = " 1"});
+    Schreibe(R"(PRAXIS PRAXISID=" 1")");
     m_accu.SetMandant("5");
     EXPECT_FALSE(m_accu.GetAllMd(false, false));
     EXPECT_EQ(Mandanten(), CTexte{""});
@@ -130,63 +152,16 @@ TEST_F(StammdatenTest, AbrechnungsbibliothekWirdJeMandantGefragt) {
 
 // Two sites, two persons with an address, a deleted treater.
 void StammdatenTest::SchreibeBehandler() {
-    Schreibe<CTLeb>({.m_LEB = "  1", .m_PID = "A", .m_PRAXISID = " 1"});
-    Schreibe<CTLeb>({.m_LEB = "  2", .m_PID = "B", .m_PRAXISID = " 1"});
-    Schreibe<CTLeb>({.m_LEB = "  3", .m_PID = "A", .m_PRAXISID = " 2"});
-    Schreibe<CTLeb>({.m_LEB = "  4", .m_PID = "C", .m_PRAXISID = " 2", .m_GELOESCHT = "1"});
-    Schreibe<CTPersonal>({.m_PID = "A", .m_PERSADRNR = "70"});
-    Schreibe<CTPersonal>({.m_PID = "B", .m_PERSADRNR = "71"});
-    Schreibe<CTPersonal>({.m_PID = "D", .m_PERSADRNR = "79"});
-    Schreibe<CTAdr>(
-        {.m_ADRNR = "70", .m_ADRART = "w", .m_PATTITEL = "Dr.", .m_PATVORNAME = "Eva", .m_PATNAME = "Gold"});
-    Schreibe<CTAdr>({.m_ADRNR = "71", .m_ADRART = "p", .m_PATNAME = "Patient"_t});
-    Schreibe<CTAdr>({.m_ADRNR = "72", .m_ADRART = "w", .m_PATNAME = "Fremd"});
-}
-
-TEST_F(StammdatenTest, BehandlerNachAuswahlPersonUndStandort) {
-    SchreibeBehandler();
-    const struct {
-        bool bFilter, bAlle;
-        CString sPId;
-        bool bPraxisLeb;
-        CTexte vLebs, vErwartet, vAlle; // vLebs: the selection
-    } vFaelle[] = {
-        {false, false, "A", false, {}, {"  1", "  2", "  3"}, {"  1", "  2", "  3"}},
-        {true, false, "A", false, {}, {"  1", "  3"}, {"  1", "  3"}},
-        {true, true, "A", false, {}, {"  1", "  2", "  3"}, {"  1", "  2", "  3"}},
-        {true, false, "X", false, {}, {}, {}},
-        {true, false, "A", true, {}, {"  3"}, {"  1", "  3"}},
-        {false, false, "A", false, {"  2", "2"}, {"  2"}, {"  1", "  2", "  3"}},
-        {true, false, "B", false, {"  1", "  2"}, {"  2"}, {"  2", "  3"}}, // 3: only the selected by person
-        {true, false, "B", true, {"  1", "  2"}, {}, {"  2", "  3"}},
-    };
-    dbPraxisId = " 2";
-    for (const auto & fall : vFaelle) {
-        dbPId = fall.sPId;
-        dbPraxisLeb = fall.bPraxisLeb;
-        m_accu.SetLebs(fall.vLebs);
-        EXPECT_EQ(m_accu.GetAllLeb(fall.bFilter, fall.bAlle), !fall.vErwartet.empty()) << &fall - vFaelle;
-        EXPECT_EQ(Behandler(), fall.vErwartet) << &fall - vFaelle;
-        EXPECT_EQ(AlleBehandler(), fall.vAlle) << &fall - vFaelle;
-    }
-}
-
-TEST_F(StammdatenTest, GeloeschteBehandlerNurMitSchalter) {
-    SchreibeBehandler();
-    Schreibe<CTParPool>({.m_GRUPPE = "1", .m_KUERZEL = "showdelleb"_t, .m_WERT = "1"}); // of another group
-    EXPECT_TRUE(m_accu.GetAllLeb(false, false));
-    EXPECT_EQ(Behandler().size(), 3u);
-    for (const auto & [pWert, iErwartet] : {std::pair("0", 3u), {"1", 4u}, {"11", 3u}}) {
-        CTParPool rPool(dbDatabase);
-        rPool.m_GRUPPE = "0";
-        rPool.m_KUERZEL = "showdelleb"_t;
-        rPool.m_WERT = pWert;
-        ASSERT_EQ(rPool.Write(), 0);
-        EXPECT_TRUE(m_accu.GetAllLeb(false, false));
-        EXPECT_EQ(Behandler().size(), iErwartet) << pWert;
-        ASSERT_EQ(rPool.GetByK1(), 0);
-        ASSERT_EQ(rPool.Delete(), 0);
-    }
+    Schreibe(R"(LEB LEB="  1" PID=A PRAXISID=" 1"
+                LEB LEB="  2" PID=B PRAXISID=" 1"
+                LEB LEB="  3" PID=A PRAXISID=" 2"
+                LEB LEB="  4" PID=C PRAXISID=" 2" GELOESCHT=1
+                PERSONAL PID=A PERSADRNR=70
+                PERSONAL PID=B PERSADRNR=71
+                PERSONAL PID=D PERSADRNR=79
+                ADR ADRNR=70 ADRART=w PATTITEL=Dr. PATVORNAME=Eva PATNAME=Gold
+                ADR ADRNR=71 ADRART=p PATNAME=Patient
+                ADR ADRNR=72 ADRART=w PATNAME=Fremd)");
 }
 
 TEST_F(StammdatenTest, NurDieAusgewaehltenBehandlerSindSortiertUndBenannt) {
@@ -223,31 +198,12 @@ TEST_F(StammdatenTest, Personenadressen) {
     EXPECT_EQ(rPersonal.m_PID, "A"_t);
 }
 
-TEST_F(StammdatenTest, LebsStringNachMandant) {
-    m_accu.m_bAlleLebsPassen = false;
-    EXPECT_EQ(m_accu.Lebs2String(), ""_t);
-    EXPECT_TRUE(m_accu.m_bAlleLebsPassen);
-    for (const auto & [pLeb, pKasse, pPrivat] :
-         {std::tuple("1", " 1", " 1"), {"2", " 2", ""}, {"3", "", " 2"}}) {
-        CLebStruct & leb = m_accu.m_vLeb.emplace_back();
-        leb.m_sLeb = pLeb;
-        leb.m_sMdKasse = pKasse;
-        leb.m_sMdPrivat = pPrivat;
-    }
-    for (const auto & [pMandant, pErwartet] :
-         {std::pair("", "'1','2','3'"), {"1", "'1'"}, {"2", "'2','3'"}, {"3", ""}}) {
-        m_accu.SetMandant(pMandant);
-        EXPECT_EQ(m_accu.Lebs2String().Utf8(), pErwartet);
-        EXPECT_EQ(m_accu.m_bAlleLebsPassen, *pMandant == 0) << pMandant;
-    }
-}
-
 // ---- point values
 
 TEST_F(StammdatenTest, PunktwertgruppenWerdenAngehaengt) {
     EXPECT_FALSE(m_accu.GetAllPwGrp());
-    Schreibe<CTPwGroup>({.m_PWGRP = "vdek", .m_PWGRPNAME = "Ersatz"});
-    Schreibe<CTPwGroup>({.m_PWGRP = "AÖK", .m_PWGRPNAME = "Orts"});
+    Schreibe(R"(PWGROUP PWGRP=vdek PWGRPNAME=Ersatz
+                PWGROUP PWGRP=AÖK PWGRPNAME=Orts)");
     EXPECT_TRUE(m_accu.GetAllPwGrp());
     EXPECT_TRUE(m_accu.GetAllPwGrp());
     EXPECT_EQ(Spalte(m_accu.m_vPwGrp, &CPwGrp::m_sPwGrp), (CTexte{"AÖK", "vdek", "AÖK", "vdek"}));
@@ -256,39 +212,12 @@ TEST_F(StammdatenTest, PunktwertgruppenWerdenAngehaengt) {
     EXPECT_EQ(m_accu.FindPwGrp("vde"), -1);
 }
 
-TEST_F(StammdatenTest, NeuesterPunktwertDerAmTagGilt) {
-    EXPECT_FALSE(m_accu.GetAllPw());
-    const std::tuple<const char *, const char *, const char *> vZeilen[] = {
-        {"20230101", "Aok", "1"}, {"20240101", "AOK", "1"},  {"20220101", "aok", "1"},
-        {"20230701", "AOK", "2"}, {"20240601", "vdek", "1"},
-    };
-    for (const auto & [pAb, pGrp, pLArt] : vZeilen)
-        Schreibe<CTPunktWert>({.m_PWAB = pAb, .m_PWGRP = pGrp, .m_PWLART = pLArt});
-    EXPECT_TRUE(m_accu.GetAllPw());
-    const struct {
-        CString sGrp;
-        char cLArt;
-        CString sDatum, sErwartetAb; // empty: none
-    } vFaelle[] = {
-        {"AOK", '1', "20211231", ""},          {"AOK", '1', "20220101", "20220101"},
-        {"AOK", '1', "20221231", "20220101"},  {"AOK", '1', "20231231", "20230101"},
-        {"aOk", '1', "99991231", "20240101"},  {"AOK", '2', "20240101", "20230701"},
-        {"AOK", '2', "20230630", ""},          {"AOK", '3', "20240101", ""},
-        {"VDEK", '1', "20240601", "20240601"}, {"", '1', "20240101", ""},
-        {"bkk", '1', "20240101", ""},          {"AOK", '1', "", ""},
-    };
-    for (const auto & fall : vFaelle) {
-        const CPw * pPw = m_accu.FindPw(fall.sGrp, fall.cLArt, fall.sDatum);
-        EXPECT_EQ(pPw ? pPw->m_sPwAb : CString(), fall.sErwartetAb) << &fall - vFaelle;
-    }
-}
-
 // ---- fee rows
 
 TEST_F(StammdatenTest, GebuehrenzeileWirdEinmalGelesen) {
-    Schreibe<CTGO>({.m_GOART = "e", .m_LSTNR = "ä1", .m_LSTKUERZEL = "kä", .m_GOTEXT = "erste"});
-    Schreibe<CTGO>({.m_GOART = "p", .m_LSTNR = "Ä1", .m_LSTKUERZEL = "kä", .m_GOTEXT = "privat"});
-    Schreibe<CTGoCheck>({.m_GOART = "e", .m_LSTNR = "ä1", .m_EXTRAFLAG = "p", .m_CHECKTEXT = "x000012yy3"_t});
+    Schreibe(R"(GO GOART=e LSTNR=ä1 LSTKUERZEL=kä GOTEXT=erste
+                GO GOART=p LSTNR=Ä1 LSTKUERZEL=kä GOTEXT=privat
+                GOCHECK GOART=e LSTNR=ä1 EXTRAFLAG=p CHECKTEXT=x000012yy3)");
     EXPECT_TRUE(m_accu.GetAllGO());
     EXPECT_TRUE(m_accu.m_vGO.empty());
     EXPECT_EQ(m_accu.FindGO("Ä1", 'e'), 0);
@@ -304,25 +233,25 @@ TEST_F(StammdatenTest, GebuehrenzeileWirdEinmalGelesen) {
 }
 
 TEST_F(StammdatenTest, FehlendeGebuehrenzeileWirdJedesmalGefragt) {
-    Schreibe<CTGO>({.m_GOART = "e", .m_LSTNR = "01", .m_LSTKUERZEL = "U"});
-    const auto pZaehler = ZaehleZugriffe();
+    Schreibe("GO GOART=e LSTNR=01 LSTKUERZEL=U");
     for (int i = 1; i <= 2; ++i) {
         EXPECT_EQ(m_accu.FindGO("02", 'e'), -1);
         EXPECT_EQ(m_accu.FindGO("01", 'p'), -1);
         EXPECT_EQ(m_accu.FindGOKuerzel("V", 'e'), -1);
         EXPECT_EQ(m_accu.FindGO("", 'e'), -1);
         EXPECT_EQ(m_accu.FindGOKuerzel("", 'e'), -1);
-        EXPECT_EQ(pZaehler->Operationen(), 6 * i); // each walk and its end; an empty text is not asked for
+        EXPECT_EQ(m_praxis.Lesend().Operationen(),
+                  6 * i); // each walk and its end; an empty text is not asked for
     }
-    Schreibe<CTGO>({.m_GOART = "e", .m_LSTNR = "02", .m_LSTKUERZEL = "V"});
+    Schreibe("GO GOART=e LSTNR=02 LSTKUERZEL=V");
     EXPECT_EQ(m_accu.FindGO("02", 'e'), 0);
     EXPECT_EQ(m_accu.FindGO("01", 'e'), 1);
 }
 
 TEST_F(StammdatenTest, VonMehrerenZeilenEinesSchluesselsStehtDieErste) {
-    Schreibe<CTGO>({.m_GOART = "e", .m_LSTNR = "Ä1", .m_LSTKUERZEL = "K", .m_GOTEXT = "erste"});
-    Schreibe<CTGO>({.m_GOART = "e", .m_LSTNR = "ä1", .m_LSTKUERZEL = "K", .m_GOTEXT = "zweite"});
-    Schreibe<CTGO>({.m_GOART = "e", .m_LSTNR = "2", .m_LSTKUERZEL = "K", .m_GOTEXT = "andere"});
+    Schreibe(R"(GO GOART=e LSTNR=Ä1 LSTKUERZEL=K GOTEXT=erste
+                GO GOART=e LSTNR=ä1 LSTKUERZEL=K GOTEXT=zweite
+                GO GOART=e LSTNR=2 LSTKUERZEL=K GOTEXT=andere)");
     EXPECT_EQ(m_accu.FindGO("ä1", 'e'), 0);
     EXPECT_EQ(Gebuehren(), CTexte{"erste"});
     m_accu.m_vGO.clear();
@@ -395,11 +324,10 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
 // ---- pools
 
 TEST_F(StammdatenTest, SelectPoolMitUndOhneUnbekannt) {
-    Schreibe<CTSelectPool>(
-        {.m_SPPOOL = "p", .m_SPLFD = "2", .m_SPKEY = "b", .m_SPTEXT = "Zwei", .m_SPEXTRA = "x"});
-    Schreibe<CTSelectPool>({.m_SPPOOL = "p", .m_SPLFD = "1", .m_SPKEY = "B", .m_SPTEXT = "Eins"});
-    Schreibe<CTSelectPool>({.m_SPPOOL = "p", .m_SPLFD = "3", .m_SPTEXT = "Ohne"});
-    Schreibe<CTSelectPool>({.m_SPPOOL = "q", .m_SPLFD = "1", .m_SPTEXT = "Ohne"});
+    Schreibe(R"(SELECTPOOL SPPOOL=p SPLFD=2 SPKEY=b SPTEXT=Zwei SPEXTRA=x
+                SELECTPOOL SPPOOL=p SPLFD=1 SPKEY=B SPTEXT=Eins
+                SELECTPOOL SPPOOL=p SPLFD=3 SPTEXT=Ohne
+                SELECTPOOL SPPOOL=q SPLFD=1 SPTEXT=Ohne)");
     std::vector<CSPData> v(1);
     const auto Texte = [&v] { return Spalte(v, &CSPData::m_sText); };
     EXPECT_TRUE(m_accu.GetSelectPoolData("p", v, true));
@@ -416,38 +344,14 @@ TEST_F(StammdatenTest, SelectPoolMitUndOhneUnbekannt) {
     EXPECT_FALSE(m_accu.GetSelectPoolData("leer", v, false));
 }
 
-TEST_F(StammdatenTest, ErsatzlisteAusDemParameterpool) {
-    const struct {
-        CString sKuerzel, sWert;
-    } vZeilen[] = {
-        {"01ä1", "1 k1"},    // taken
-        {"02A2", "0 k2"},    // switched off
-        {"03A3", "ohne"},    // no service
-        {"04", "1 k4"},      // no replacement
-        {"05A5", "1 "},      // no service
-        {"06A6", "10 k6 x"}, // all behind the first blank
-        {"07A7", "1  k7"},   // a second blank belongs to the service
-        {"09A9", " k9"},     // begins with the blank
-        {"0", "1 k0"},       // too short for a replacement
-    };
-    for (const auto & [sKuerzel, sWert] : vZeilen)
-        Schreibe<CTParPool>({.m_GRUPPE = " 12", .m_KUERZEL = sKuerzel, .m_WERT = sWert});
-    Schreibe<CTParPool>({.m_GRUPPE = "1", .m_KUERZEL = "99B9", .m_WERT = "1 b9"});
-    using CErsatz = std::pair<CString, CString>;
-    EXPECT_TRUE(m_accu.ReadParPoolData(12));
-    EXPECT_EQ(Spalte(m_accu.m_vLstErsatz, &CErsatz::first), (CTexte{"k1", "k6 x", " k7", "k9"}));
-    EXPECT_EQ(Spalte(m_accu.m_vLstErsatz, &CErsatz::second), (CTexte{"ä1", "A6", "A7", "A9"}));
-    EXPECT_TRUE(m_accu.ReadParPoolData(3));
-    EXPECT_TRUE(m_accu.m_vLstErsatz.empty());
-}
-
 // ---- a store that fails
 
 TEST_F(StammdatenTest, EinGescheiterterZugriffIstEinFehlendeZeile) {
     SchreibeMandanten();
     SchreibeBehandler();
-    Schreibe<CTGO>({.m_GOART = "e", .m_LSTNR = "01"});
-    const auto pSpeicher = ZaehleZugriffe();
+    Schreibe("GO GOART=e LSTNR=01");
+    m_praxis.ZaehleAlles();
+    CFehlerspeicher * const pSpeicher = &m_praxis.Lesend();
     pSpeicher->FehlerBei(1);
     EXPECT_EQ(m_accu.FindGO("01", 'e'), -1);
     EXPECT_EQ(m_accu.FindGO("01", 'e'), 0);

@@ -1,16 +1,14 @@
 #include "accu/AccuTest.h"
-#include "support/Fehlerspeicher.h"
 
 #include <algorithm>
 #include <random>
 #include <set>
-#include <string_view>
+#include <sstream>
 #include <tuple>
 
 namespace {
 
 using namespace orvostat;
-using namespace std::string_view_literals;
 
 constexpr const char * POOLS[] = {
     "gostattyp",          "gostattyp2",   "gostattyp3", "gostattyp4",   "statistikspalte",
@@ -18,15 +16,14 @@ constexpr const char * POOLS[] = {
 };
 
 class StatAccuTest : public CAccuTest {
-protected:
+public:
     // One entry "k1" in every pool but one.
     static void SchreibePools(const std::string & sOhne = "") {
         for (const char * pPool : POOLS)
             if (pPool != sOhne) SchreibePool(pPool, "k1");
     }
     static void SchreibePool(const char * pPool, const CString & sKey) {
-        Schreibe<CTSelectPool>(
-            {.m_SPPOOL = CString(pPool), .m_SPLFD = "1", .m_SPKEY = sKey, .m_SPTEXT = "Text"});
+        Schreibe(std::string("SELECTPOOL SPLFD=1 SPTEXT=Text SPPOOL=") + pPool + " SPKEY=" + sKey.Utf8());
     }
     static CLebStruct Leb(const CString & sLeb, const CString & sMdKasse, const CString & sMdPrivat) {
         CLebStruct leb;
@@ -64,6 +61,49 @@ protected:
         return v;
     }
     [[nodiscard]] std::vector<std::size_t> Poolgroessen() const;
+
+    void Pools(CFall & fall) {
+        SchreibePools(fall.Ein<std::string>("OHNE"));
+        fall.Aus("CODE", m_accu.GetGlobalData(true));
+        fall.Aus("GROESSEN", Poolgroessen());
+    }
+    void Meldung(CFall & fall) {
+        m_accu.DisplayGlobalDataError(fall.Ein<int>("CODE"));
+        std::string s;
+        for (const SPrompt & prompt : m_rekorder.m_vPrompts)
+            s += (std::ostringstream() << prompt).str();
+        fall.Aus("PROMPT", s);
+    }
+    void Status(CFall & fall) {
+        Waehle(m_accu, fall);
+        CBehHitLine hit;
+        fall.Aus("JA", m_accu.IsLstStatusOK(fall.Fuelle(hit)));
+    }
+    void Praxis(CFall & fall) {
+        m_accu.m_vMd = {Md(" 1", "E1C1X1"), Md(" 2", "  C2"), Md(" 3", "")};
+        m_accu.m_vLebAlle = {Leb("  1", " 1", " 2"), Leb("  2", " 2", " 1"), Leb("  3", " 3", " 1"),
+                             Leb("  4", " 9", " 1")};
+        m_accu.m_vLeb = {Leb("  5", " 1", " 1")};
+        const CBehHitLine vorher = fall.Fuelle(m_accu.m_BehHit);
+        m_accu.ChangeHitMdId(fall.Ein("LEB"));
+        fall.Geaendert(vorher, m_accu.m_BehHit);
+    }
+    void BehandlersPraxis(CFall & fall) {
+        m_accu.m_vMd = {Md(" 1", "E1C1X1"), Md(" 2", "E2C2X2")};
+        m_accu.m_vLebAlle = {Leb("  1", " 1", ""), Leb("  2", " 2", "")};
+        m_accu.m_vPat.resize(2);
+        m_accu.m_vPat[0].BEHANDLERNR = "  2";
+        const CBehHitLine vorher = fall.Fuelle(m_accu.m_BehHit);
+        m_accu.Braitretru(fall.Ein<int>("MODUS"), fall.Ein<int>("PAT"));
+        fall.Geaendert(vorher, m_accu.m_BehHit);
+    }
+    void Arzt(CFall & fall) {
+        fall.Nimm("MKG", dbMKGVersion);
+        m_accu.m_vGO.resize(1);
+        m_accu.SetArzt(fall.Ein("MDID"));
+        fall.Aus("JA", m_accu.GetArzt());
+        fall.Aus("GELEERT", m_accu.m_vGO.empty());
+    }
     [[nodiscard]] std::vector<std::int32_t> Cursor() const {
         return {m_accu.m_iGlabPos, m_accu.m_iErrPos, m_accu.m_iGipsPos, m_accu.m_iRechPos};
     }
@@ -78,6 +118,16 @@ std::vector<std::size_t> StatAccuTest::Poolgroessen() const {
     return {m_accu.m_vSpGoStat.size(),    m_accu.m_vSpStatistik.size(), m_accu.m_vSpMedStatistik.size(),
             m_accu.m_vSpKassenArt.size(), m_accu.m_vSpTechLst.size(),   m_accu.m_vSpKassenGrp.size(),
             m_accu.m_vSpHvm.size()};
+}
+
+TEST_F(StatAccuTest, Faelle) {
+    PruefeFaelle<StatAccuTest>(ORVOSTATBS_SOURCE_DIR "/tests/accu/faelle/lauf.txt",
+                               {{"pools", &StatAccuTest::Pools},
+                                {"meldung", &StatAccuTest::Meldung},
+                                {"status", &StatAccuTest::Status},
+                                {"praxis", &StatAccuTest::Praxis},
+                                {"braitretru", &StatAccuTest::BehandlersPraxis},
+                                {"arzt", &StatAccuTest::Arzt}});
 }
 
 // ---- the object
@@ -152,38 +202,17 @@ TEST_F(StatAccuTest, GescheiterterVorlaufLaesstDieTabellenStehen) {
     EXPECT_TRUE(m_rekorder.m_vPrompts.empty());
 }
 
-TEST_F(StatAccuTest, JederFehlendePoolHatSeinenCode) {
-    const struct {
-        const char * pOhne;
-        int iCode;
-        std::vector<std::size_t> vGroessen;
-    } vFaelle[] = {
-        {"gostattyp", 14, {0, 0, 0, 0, 0, 0, 0}},          {"statistikspalte", 15, {5, 0, 0, 0, 0, 0, 0}},
-        {"medstatistikspalte", 15, {5, 2, 0, 0, 0, 0, 0}}, {"kassenarttyp", 16, {5, 2, 2, 0, 0, 0, 0}},
-        {"techlsttyp", 17, {5, 2, 2, 2, 0, 0, 0}},         {"kassengrptyp", 18, {5, 2, 2, 2, 2, 0, 0}},
-        {"hvmbudget", 19, {5, 2, 2, 2, 2, 2, 0}},          {"gostattyp3", 0, {4, 2, 2, 2, 2, 2, 2}},
-    };
-    for (const auto & fall : vFaelle) {
-        const auto pSpeicher = std::make_shared<CMemorySpeicher>();
-        dbDatabase.Verbinde(pSpeicher);
-        dbDatabaseRO.Verbinde(pSpeicher);
-        SchreibePools(fall.pOhne);
-        m_accu = CStatAccu();
-        EXPECT_EQ(m_accu.GetGlobalData(true), fall.iCode) << fall.pOhne;
-        EXPECT_EQ(Poolgroessen(), fall.vGroessen) << fall.pOhne;
-    }
-}
-
 TEST_F(StatAccuTest, GlobalDataLiestNurNachWasFehlt) {
     SchreibePools("hvmbudget");
     EXPECT_EQ(m_accu.GetGlobalData(false), 19);
     SchreibePool("hvmbudget", "h");
-    const auto pZaehler = std::make_shared<CFehlerspeicher>(dbDatabaseRO.Speicher());
-    dbDatabaseRO.Verbinde(pZaehler);
+    dbDatabaseRO.Verbinde(dbDatabaseRO.Speicher()); // pools are read once per store
+    const auto Zugriffe = [this] { return m_praxis.Lesend().Operationen(); };
+    const int iVorher = Zugriffe();
     EXPECT_EQ(m_accu.GetGlobalData(false), 0);
-    const int iNachlesen = pZaehler->Operationen();
+    const int iNachher = Zugriffe();
     EXPECT_EQ(m_accu.GetGlobalData(false), 0);
-    EXPECT_EQ(2 * iNachlesen - pZaehler->Operationen(), 3); // the pool's walk, its row, its end
+    EXPECT_EQ(2 * iNachher - iVorher - Zugriffe(), 3); // the pool's walk, its row, its end
     EXPECT_EQ(Poolgroessen(), (std::vector<std::size_t>{5, 2, 2, 2, 2, 2, 2}));
 }
 
@@ -200,9 +229,9 @@ TEST_F(StatAccuTest, KassenartenWerdenGrossUndStatistiktypenStehenHinterUnbekann
 }
 
 TEST_F(StatAccuTest, GlobalDataLiestRegionalfaktorUndPunktwerteNeu) {
-    Schreibe<CTPraxis>({.m_PRAXISID = " 1", .m_KZVNR = "04"});
-    Schreibe<CTKzv>({.m_KZVNR = "04", .m_LQ = "9050"});
-    Schreibe<CTPunktWert>({.m_PWAB = "20240101", .m_PWGRP = "AOK", .m_PWLART = "1"});
+    Schreibe(R"(PRAXIS PRAXISID=" 1" KZVNR=04
+                KZV KZVNR=04 LQ=9050
+                PUNKTWERT PWAB=20240101 PWGRP=AOK PWLART=1)");
     m_accu.m_mapPw["alt"].resize(1);
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(m_accu.GetGlobalData(false), 14);
@@ -210,36 +239,6 @@ TEST_F(StatAccuTest, GlobalDataLiestRegionalfaktorUndPunktwerteNeu) {
         EXPECT_EQ(m_accu.m_sKzvNr, "04"_t);
         EXPECT_EQ(m_accu.m_mapPw.size(), 1u);
         EXPECT_EQ(m_accu.m_mapPw["aok"].size(), 1u);
-    }
-}
-
-TEST_F(StatAccuTest, MeldungJeCode) {
-    const struct {
-        int iCode;
-        CString sText; // empty: no message
-    } vFaelle[] = {
-        {1, "Keine Leistungen gefunden. Bitte überprüfen Sie Ihre Einstellungen."_t},
-        {2, "Keine Patienten gefunden. Bitte überprüfen Sie Ihre Einstellungen."_t},
-        {10, "Kein Mandant verfügbar!"_t},
-        {11, "Kein Behandler verfügbar!"_t},
-        {12, "Keine Punktwerte verfügbar!"_t},
-        {13, "Keine Leistung verfügbar!"_t},
-        {14, "Keine GO-Statistiktypen im Selectpool verfügbar!"_t},
-        {15, "Keine Kassenstatistiktypen im Selectpool verfügbar!"_t},
-        {16, "Keine Kassenarten im Selectpool verfügbar!"_t},
-        {17, "Keine techn. Leistungstypen im Selectpool verfügbar!"_t},
-        {18, "Keine Kassengruppen im Selectpool verfügbar!"_t},
-        {19, "Keine HVM-Gruppen im Selectpool verfügbar!"_t},
-        {0, ""},
-        {3, ""},
-        {20, ""},
-    };
-    for (const auto & [iCode, sText] : vFaelle) {
-        const SPrompt prompt = iCode < 10 ? SPrompt{SPrompt::HALT_I, "Datensammlung gescheitert."_t, sText}
-                                          : SPrompt{SPrompt::HALT_E, "GetGlobalData()"_t, sText};
-        m_rekorder.m_vPrompts.clear();
-        m_accu.DisplayGlobalDataError(iCode);
-        EXPECT_EQ(m_rekorder.m_vPrompts, std::vector<SPrompt>(sText.IsEmpty() ? 0 : 1, prompt)) << iCode;
     }
 }
 
@@ -274,25 +273,6 @@ TEST_F(StatAccuTest, JederFehlerStehtEinmalInDerFolgeSeinesAuftretens) {
     const std::vector<CBehErrors> & v = m_accu.m_vBehErrors.Lesend();
     EXPECT_TRUE(v[0].m_iFehler == 6 && v[1].m_iFehler == 5 && v[2].PATNR == "x"_t && v[9].DATUM == "2"_t);
     EXPECT_EQ(m_accu.m_BehError.DATUM, "2"_t);
-}
-
-TEST_F(StatAccuTest, StatusDerLeistung) {
-    const auto Zugelassen = [this](bool bAbgerechnet, bool bErfasst) {
-        m_accu.SetIsAbgerechnet(bAbgerechnet);
-        m_accu.SetIsErfasst(bErfasst);
-        std::string s;
-        for (const auto & [pFakt1, pFakt2] : {std::pair("", ""), {"1", ""}, {"", "2"}, {"1", "2"}}) {
-            CBehHitLine hit;
-            hit.FAKT1 = pFakt1;
-            hit.FAKT2 = pFakt2;
-            s += m_accu.IsLstStatusOK(hit) ? 'x' : '-';
-        }
-        return s;
-    };
-    EXPECT_EQ(Zugelassen(true, true), "xxxx");
-    EXPECT_EQ(Zugelassen(true, false), "-xxx");
-    EXPECT_EQ(Zugelassen(false, true), "x---");
-    EXPECT_EQ(Zugelassen(false, false), "----");
 }
 
 // ---- sorting
@@ -369,76 +349,8 @@ TEST_F(StatAccuTest, GrosseSortierungVerliertUndVerdoppeltKeinenHit) {
 
 // ---- practice and physician
 
-TEST_F(StatAccuTest, HitZiehtInDiePraxisInDerDerBehandlerAbrechnet) {
-    m_accu.m_vMd = {Md(" 1", "E1C1X1"), Md(" 2", "  C2"), Md(" 3", "")};
-    m_accu.m_vLebAlle = {Leb("  1", " 1", " 2"), Leb("  2", " 2", " 1"), Leb("  3", " 3", " 1"),
-                         Leb("  4", " 9", " 1")};
-    m_accu.m_vLeb = {Leb("  5", " 1", " 1")};
-    const struct {
-        CString sLeb;
-        char cAbrArt;
-        bool bKasse;
-        CString sErwartet;
-    } vFaelle[] = {
-        {"  1", 'e', true, " 1"},   {"  1", 'c', true, " 1"},   {"  1", 'z', true, " 1"},
-        {"  1", 0, true, " 1"},     {"  2", 'e', true, "alt"}, // the code is blank
-        {"  2", 'c', true, " 2"},   {"  2", 'p', true, "alt"}, // the codes end before it
-        {"  3", 'c', true, "alt"},                             // no codes at all
-        {"  4", 'c', true, "alt"},                             // no such practice
-        {"  5", 'c', true, "alt"},                             // not among all treaters
-        {"  1", 'c', false, "alt"}, {"  2", 'c', false, "alt"}, {"", 'c', true, "alt"},
-    };
-    for (const auto & fall : vFaelle) {
-        m_accu.m_BehHit.PRAXISNR = "alt";
-        m_accu.m_BehHit.ABRART = fall.cAbrArt;
-        m_accu.m_BehHit.KASSENABR = fall.bKasse;
-        m_accu.ChangeHitMdId(fall.sLeb);
-        EXPECT_EQ(m_accu.m_BehHit.PRAXISNR, fall.sErwartet)
-            << fall.sLeb.Utf8() << fall.cAbrArt << fall.bKasse;
-    }
-}
-
-TEST_F(StatAccuTest, BraitretruNimmtBehandlerDesHitsOderDesPatienten) {
-    m_accu.m_vMd = {Md(" 1", "E1C1X1"), Md(" 2", "E2C2X2")};
-    m_accu.m_vLebAlle = {Leb("  1", " 1", ""), Leb("  2", " 2", "")};
-    m_accu.m_vPat.resize(2);
-    m_accu.m_vPat[0].BEHANDLERNR = "  2";
-    m_accu.m_BehHit.BEHANDLERNR = "  1";
-    const auto Praxis = [this](int iModus, int iPat) {
-        m_accu.m_BehHit.PRAXISNR = "";
-        m_accu.Braitretru(iModus, iPat);
-        return m_accu.m_BehHit.PRAXISNR.Utf8();
-    };
-    EXPECT_EQ(Praxis(0, -1), " 1");
-    EXPECT_EQ(Praxis(1, 0), " 2");
-    for (const auto & [iModus, iPat] : {std::pair(1, 1), {1, 2}, {1, -1}, {2, 0}, {-1, 0}})
-        EXPECT_EQ(Praxis(iModus, iPat), "") << iModus << ' ' << iPat;
-}
-
-TEST_F(StatAccuTest, ArztNurMitMKGUndPassenderMandantenart) {
-    for (const char * pArt : {"a", "b", "d", "bd", "B", ""})
-        Schreibe<CTMandant>({.m_MDID = CString(pArt) + "1", .m_MDART = pArt});
-    for (const bool bMKG : {true, false})
-        for (const char * pMd : {"b1", "d1", "a1", "bd1", "B1", "1", "", "x"}) {
-            dbMKGVersion = bMKG;
-            m_accu.SetArzt(pMd);
-            EXPECT_EQ(m_accu.GetArzt(), bMKG && (pMd == "b1"sv || pMd == "d1"sv)) << bMKG << pMd;
-        }
-}
-
-TEST_F(StatAccuTest, NurEinWechselDerArztartLeertDieGebuehrenzeilen) {
-    dbMKGVersion = true;
-    Schreibe<CTMandant>({.m_MDID = " 1", .m_MDART = "b"});
-    Schreibe<CTMandant>({.m_MDID = " 2", .m_MDART = "d"});
-    for (const auto & [pMd, iBleiben] : {std::pair(" 9", 1u), {" 1", 0u}, {" 2", 1u}, {"", 0u}}) {
-        m_accu.m_vGO.resize(1);
-        m_accu.SetArzt(pMd);
-        EXPECT_EQ(m_accu.m_vGO.size(), iBleiben) << pMd;
-    }
-}
-
 TEST_F(StatAccuTest, ArztnameAusDerAdresse) {
-    Schreibe<CTAdr>({.m_ADRNR = "7", .m_PATTITEL = "Dr.", .m_PATNAME = "Gold", .m_PATANREDE = "Frau"});
+    Schreibe("ADR ADRNR=7 PATTITEL=Dr. PATNAME=Gold PATANREDE=Frau");
     EXPECT_EQ(m_accu.ReadArzt("7"), "Dr. Gold"_t);
     EXPECT_EQ(m_accu.ReadArzt("8"), ""_t);
     EXPECT_EQ(m_accu.ReadArzt(""), ""_t);

@@ -151,23 +151,36 @@ private:
     std::size_t m_iEigene = 0;          // of these, written for the case before
 };
 
+// A row of any table.
+class CZeile final : public COrvoRSetEx {
+public:
+    explicit CZeile(const STabelle & tabelle)
+        : COrvoRSetEx(dbDatabase), m_tabelle(tabelle), m_vTexte(tabelle.vSpalten.size()) {
+        for (CString & s : m_vTexte)
+            m_vZeiger.push_back(&s);
+    }
+    [[nodiscard]] const STabelle & Tabelle() const override { return m_tabelle; }
+    [[nodiscard]] CFelder Felder() override { return m_vZeiger; }
+
+    const STabelle & m_tabelle;
+    std::vector<CString> m_vTexte;
+    std::vector<CString *> m_vZeiger;
+};
+
 void SchreibeZeile(const std::string & sTabelle, const CFall::CWerteliste & vWerte) {
     const auto vTabellen = AlleTabellen();
     const auto itTabelle = std::find_if(vTabellen.begin(), vTabellen.end(),
                                         [&](const STabelle * p) { return p->pName == sTabelle; });
     if (itTabelle == vTabellen.end()) throw std::invalid_argument("no table " + sTabelle);
+    CZeile zeile(**itTabelle);
     const auto vSpalten = (*itTabelle)->vSpalten;
-    std::vector<CString> vTexte(vSpalten.size());
     for (const auto & wert : vWerte) {
         const auto it = std::find_if(vSpalten.begin(), vSpalten.end(),
                                      [&](const SSpalteInfo & spalte) { return spalte.pName == wert.first; });
         if (it == vSpalten.end()) throw std::invalid_argument("no column " + sTabelle + "." + wert.first);
-        vTexte[static_cast<std::size_t>(it - vSpalten.begin())] = AusUtf8(wert.second);
+        zeile.m_vTexte[static_cast<std::size_t>(it - vSpalten.begin())] = AusUtf8(wert.second);
     }
-    std::vector<const CString *> vZeiger;
-    for (const CString & s : vTexte)
-        vZeiger.push_back(&s);
-    EXPECT_EQ(dbDatabase.Speicher()->Schreibe(**itTabelle, vZeiger), 0) << sTabelle;
+    EXPECT_EQ(zeile.Write(), 0) << sTabelle;
 }
 
 } // namespace

@@ -18,6 +18,7 @@
 // fails for an operation that the test does not have, and a test for an operation without a case.
 #pragma once
 
+#include "support/Verzeichnis.h"
 #include "support/Wert.h"
 
 #include <functional>
@@ -127,6 +128,7 @@ template <class TFixture>
 void PruefeFaelle(const std::string & sDatei,
                   const std::map<std::string, std::function<void(TFixture &, CFall &)>> & mapOperationen) {
     std::map<std::string, int> mapAnzahl;
+    const auto pVerzeichnis = CTempVerzeichnis::Gemeinsam();
     std::unique_ptr<TFixture> pBuehne;
     for (const detail::SFallzeile & zeile : detail::LiesFaelle(sDatei)) {
         const auto it = mapOperationen.find(zeile.sOperation);

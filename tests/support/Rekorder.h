@@ -68,7 +68,8 @@ public:
 
     CRekorder m_rekorder;
     CFesteUhr m_uhr;
-    CTempVerzeichnis m_verzeichnis; // holds the three directories
+    std::shared_ptr<CTempVerzeichnis> m_pVerzeichnis = CTempVerzeichnis::Gemeinsam();
+    const std::filesystem::path & m_verzeichnis = *m_pVerzeichnis; // holds the three directories
     SPfade m_pfade;
     CBibliotheken m_bibliotheken;
 

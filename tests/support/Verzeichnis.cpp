@@ -18,6 +18,13 @@ CTempVerzeichnis::~CTempVerzeichnis() {
     std::filesystem::remove_all(m_pfad, fehler);
 }
 
+std::shared_ptr<CTempVerzeichnis> CTempVerzeichnis::Gemeinsam() {
+    static std::weak_ptr<CTempVerzeichnis> s_pDas;
+    std::shared_ptr<CTempVerzeichnis> p = s_pDas.lock();
+    if (!p) s_pDas = p = std::make_shared<CTempVerzeichnis>();
+    return p;
+}
+
 std::string LiesDatei(const std::filesystem::path & pfad) {
     std::ifstream ein(pfad, std::ios::binary);
     return {std::istreambuf_iterator<char>(ein), std::istreambuf_iterator<char>()};

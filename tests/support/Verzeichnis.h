@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 
 namespace orvostat {
@@ -11,6 +12,8 @@ class CTempVerzeichnis {
 public:
     CTempVerzeichnis();
     ~CTempVerzeichnis();
+    // The one that somebody holds, or a new one: so that a thousand cases need not make a thousand.
+    [[nodiscard]] static std::shared_ptr<CTempVerzeichnis> Gemeinsam();
     CTempVerzeichnis(const CTempVerzeichnis &) = delete;
     CTempVerzeichnis & operator=(const CTempVerzeichnis &) = delete;
     [[nodiscard]] std::filesystem::path operator/(const std::string & sName) const { return m_pfad / sName; }

@@ -3,6 +3,7 @@
 
 #include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/host/CString.h"
+#include "orvostatbs/host/Tabelle.h"
 
 #include <concepts>
 #include <string>
@@ -75,6 +76,15 @@ template <class T> bool Lies(const std::string & s, std::vector<T> & ziel) {
             if (!Lies(s.substr(iVon, iBis - iVon), ziel.emplace_back())) return false;
         }
     return true;
+}
+
+// All columns of a row, with their names.
+template <class TFelder, class F>
+requires requires { SBeschreibung<std::remove_const_t<TFelder>>::aZeiger; }
+void JedesFeld(TFelder & zeile, F f) {
+    using SDieser = SBeschreibung<std::remove_const_t<TFelder>>;
+    for (std::size_t i = 0; i < std::size(SDieser::aZeiger); ++i)
+        f(SDieser::aSpalten[i].pName, zeile.*SDieser::aZeiger[i]);
 }
 
 // Some values with "|" between them.
