@@ -3,8 +3,8 @@
 #include "orvostatbs/host/TabellenPatient.h"
 #include "orvostatbs/records/Gebuehr.h"
 #include "orvostatbs/records/Stammdaten.h"
-#include "support/Hitfelder.h"
 #include "records/Praxisfixture.h"
+#include "support/Hitfelder.h"
 
 #include <stdexcept>
 
@@ -32,7 +32,7 @@ TEST_F(BehHitLine, clear_leert_alles_bis_auf_die_ausnahmen) {
         CBehHitLine hit = MarkierterHit(bFlags);
         hit.Clear();
         EXPECT_EQ(Aenderungen(leer, hit),
-                  "KASSENABR=ja, SITZUNG= , m_sBefundKuerzel=<m_sBefundKuerzel>, ISELAB=ja, ISORVOPAT=ja");
+                  "KASSENABR=1, SITZUNG= , m_sBefundKuerzel=<m_sBefundKuerzel>, ISELAB=1, ISORVOPAT=1");
         EXPECT_GE(hit.SUCHKRITERIEN.capacity(), 7u);
         EXPECT_GE(hit.m_vHitFrei1.capacity(), 7u);
         EXPECT_GE(hit.m_vHitFrei2.capacity(), 7u);
@@ -140,7 +140,7 @@ CBill Bill() {
 
 TEST_F(BehHitLine, bill) {
     EXPECT_EQ(Wirkung([](CBehHitLine & hit) { hit.MoveBill(Bill()); }),
-              "PRAXISNR=PRAXISNR, PATBILL=PATBILL, ABRART=z, KASSENABR=ja, m_bAbrArtE=ja, "
+              "PRAXISNR=PRAXISNR, PATBILL=PATBILL, ABRART=z, KASSENABR=1, m_bAbrArtE=1, "
               "PLANNR=PLANNR, FAKT1=FAKT1, FAKT2=FAKT2, m_sBillInfo1=BILLINFO1, "
               "m_sBillInfo2=BILLINFO2, m_sAbrKennung=KENNUNG1");
 }
@@ -232,7 +232,7 @@ TEST_F(BehHitLine, kasse) {
     kas.FREMDKASSE = true;
     EXPECT_EQ(Wirkung([&](CBehHitLine & hit) { hit.MoveKas(kas); }),
               "KASSENPWGRP=KASSENPWGRP, KASSTATISTIKART=KASSTATISTIKART, "
-              "KASMEDSTATISTIKART=KASMEDSTATISTIKART, KASSENART=KASSENART, FREMDKASSE=ja, KASSENGRP=2, "
+              "KASMEDSTATISTIKART=KASMEDSTATISTIKART, KASSENART=KASSENART, FREMDKASSE=1, KASSENGRP=2, "
               "m_cKasKz=K");
 }
 
@@ -520,12 +520,11 @@ TEST_F(BehHitLine, koepfe_von_bloecken_und_rechnungen) {
                               "PLANNR=PLANNR, LFDLBLOCK=LFDLBLOCK";
     CTLBlock eigen;
     Fuelle<CTLBlock_Fields>(eigen);
-    EXPECT_EQ(Wirkung([&](CBehHitLine & hit) { hit.MoveLBlock(&eigen); }),
-              sKopf + ", ISELAB=ja, ISORVOPAT=ja");
+    EXPECT_EQ(Wirkung([&](CBehHitLine & hit) { hit.MoveLBlock(&eigen); }), sKopf + ", ISELAB=1, ISORVOPAT=1");
     CTGLBloc fremd;
     Fuelle<CTGLBloc_Fields>(fremd);
     const auto MoveGLBloc = [&](CBehHitLine & hit) { hit.MoveGLBloc(&fremd); };
-    EXPECT_EQ(Wirkung(MoveGLBloc, false), sKopf + ", ISORVOPAT=ja");
+    EXPECT_EQ(Wirkung(MoveGLBloc, false), sKopf + ", ISORVOPAT=1");
     EXPECT_EQ(Wirkung(MoveGLBloc, true), sKopf + ", ISELAB=");
     fremd.m_PATREF = "";
     EXPECT_EQ(Wirkung(MoveGLBloc, true), sKopf + ", ISELAB=, ISORVOPAT=");

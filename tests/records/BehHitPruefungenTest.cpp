@@ -1,6 +1,6 @@
 #include "orvostatbs/host/TabellenLeistung.h"
-#include "support/Hitfelder.h"
 #include "records/Praxisfixture.h"
+#include "support/Hitfelder.h"
 
 #include <string>
 
@@ -12,13 +12,8 @@ using namespace orvostat;
 
 class BehHitPruefungen : public CPraxisFixture {
 protected:
-    static void Schreibe(const CString & sPat, const CString & sDatum, const CString & sLst) {
-        CTBeh beh(dbDatabase);
-        beh.m_PATNR = sPat;
-        beh.m_DATUM = sDatum;
-        beh.m_GOART = "k";
-        beh.m_LSTNR = sLst;
-        ASSERT_EQ(beh.Write(), 0);
+    static void Schreibe(const char * pPat, const char * pDatum, const char * pLst) {
+        orvostat::Schreibe(std::string("BEH GOART=k PATNR=") + pPat + " DATUM=" + pDatum + " LSTNR=" + pLst);
     }
     static CBehHitLine Hit(const CString & sPat, const CString & sDatum, char cAbrArt) {
         CBehHitLine hit;
@@ -55,7 +50,7 @@ TEST_F(BehHitPruefungen, antworten_gelten_fuer_patient_und_quartal) {
 TEST_F(BehHitPruefungen, ein_nein_wird_nicht_wiederholt_gefragt) {
     EXPECT_EQ(Multiband("1", "20240215"), 'k');
     EXPECT_FALSE(Abschlaege("1", "20240515"));
-    for (const CString & sDatum : {CString("20240215"), CString("20240515")}) {
+    for (const char * sDatum : {"20240215", "20240515"}) {
         Schreibe("1", sDatum, "127");
         Schreibe("1", sDatum, "119");
     }

@@ -4,33 +4,11 @@
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
-#include "Praxisfixture.h"
+#include "support/Praxis.h"
 
 namespace {
 
-TEST(Pat, NameFuerBriefListeUndKurzform) {
-    const struct {
-        CString sTitel, sVorname, sZusatz, sName, sBrief, sListe, sKurz;
-    } vFaelle[] = {
-        {"Dr.", "Eva", "von", "Muster", "Dr. Eva von Muster"_t, "Muster, Dr. Eva von"_t, "Muster, E."_t},
-        {"", "Eva", "", "Muster", "Eva Muster"_t, "Muster, Eva "_t, "Muster, E."_t},
-        {"Dr.", "", "", "Muster", "Dr.  Muster"_t, "Muster, Dr.  "_t, "Muster, ."_t},
-        {"", "", "", " Muster", " Muster", "Muster,  "_t, "Muster, ."_t},
-    };
-    for (const auto & fall : vFaelle) {
-        CPat pat;
-        pat.PATTITEL = fall.sTitel;
-        pat.PATVORNAME = fall.sVorname;
-        pat.PATZUSATZ = fall.sZusatz;
-        pat.PATNAME = fall.sName;
-        EXPECT_EQ(pat.GetName(), fall.sBrief);
-        EXPECT_EQ(pat.BuildNameUndVn(), fall.sListe);
-        EXPECT_EQ(pat.BuildNVPkt(), fall.sKurz);
-        EXPECT_EQ(pat.GetNameUndGeb(), fall.sBrief + " *");
-        pat.PATGEBDATUM = "19600201";
-        EXPECT_EQ(pat.GetNameVornameUndGeb(), fall.sListe + " *01.02.1960"_t);
-    }
-}
+using orvostat::Schreibe;
 
 TEST(Pat, ClearLaesstNurGelesenStehen) {
     CPat pat;
@@ -50,20 +28,13 @@ TEST(Pat, ClearLaesstNurGelesenStehen) {
     EXPECT_TRUE(pat.m_bPatGelesen);
 }
 
-class CPatTest : public orvostat::CPraxisFixture {
+class CPatTest : public orvostat::CPraxisTest {
 protected:
     CPatTest() {
-        Adresse("A1", [](CTAdr & a) { a.m_PATORT = "Anders"; });
-        Adresse("A2", [](CTAdr & a) { a.m_PATORT = "Ort"; });
+        Schreibe(R"(ADR ADRNR=A1 ADRLFD=1 PATORT=Anders
+                    ADR ADRNR=A2 ADRLFD=1 PATORT=Ort)");
         m_rPat.m_PATNR = "4711";
         m_rPat.m_ADRNR = "A2";
-    }
-    template <class F> static void Adresse(const CString & sNr, F f) {
-        Zeile<CTAdr>([&](CTAdr & a) {
-            a.m_ADRNR = sNr;
-            a.m_ADRLFD = "1";
-            f(a);
-        });
     }
     bool Move() { return m_pat.MovePatFields(&m_rPat, &m_rAdr, &m_rRecall); }
 
@@ -74,69 +45,11 @@ protected:
 };
 
 TEST_F(CPatTest, DieAdresseHatIrgendeineLaufendeNummer) {
-    Adresse("A3", [](CTAdr & a) {
-        a.m_ADRLFD = "2";
-        a.m_PATORT = "Neu";
-    });
+    Schreibe("ADR ADRNR=A3 ADRLFD=2 PATORT=Neu");
     EXPECT_TRUE(Move());
     m_rPat.m_ADRNR = "A3";
     EXPECT_TRUE(Move()) << "that of the address before does not count";
     EXPECT_EQ(m_pat.PATORT, "Neu"_t);
-}
-
-TEST_F(CPatTest, JedesFeldKommtAusSeinerSpalte) {
-    const struct {
-        CString CTPat::*pSpalte;
-        CString CPat::*pFeld;
-    } vPat[] = {{&CTPat::m_SELEKTION, &CPat::SELEKTION},
-                {&CTPat::m_PATVORNAME, &CPat::PATVORNAME},
-                {&CTPat::m_PATNAME, &CPat::PATNAME},
-                {&CTPat::m_PATGEBDATUM, &CPat::PATGEBDATUM},
-                {&CTPat::m_LASTBEHDATUM, &CPat::LASTBEHDATUM},
-                {&CTPat::m_UEBERWARZT, &CPat::UEBERWARZT},
-                {&CTPat::m_HAUSARZT, &CPat::HAUSARZT},
-                {&CTPat::m_EINTRDATUM, &CPat::EINTRDATUM},
-                {&CTPat::m_RISIKOANAMNESE, &CPat::RISIKOANAMNESE},
-                {&CTPat::m_RECALLART, &CPat::RECALLART},
-                {&CTPat::m_RECALLITV, &CPat::RECALLITV},
-                {&CTPat::m_PATFELD1, &CPat::m_sPatFeld1},
-                {&CTPat::m_PATFELD3, &CPat::m_sPatFeld3},
-                {&CTPat::m_BEHANDLERNR, &CPat::BEHANDLERNR},
-                {&CTPat::m_PFLEGEGRAD, &CPat::m_sPflegegrad},
-                {&CTPat::m_PFLEGEGRADENDE, &CPat::m_sPflegegradEnde},
-                {&CTPat::m_FALLBESONDERHEIT, &CPat::m_sFallBesonderheit}};
-    const struct {
-        CString CTAdr::*pSpalte;
-        CString CPat::*pFeld;
-    } vAdr[] = {{&CTAdr::m_PATTITEL, &CPat::PATTITEL},     {&CTAdr::m_PATZUSATZ, &CPat::PATZUSATZ},
-                {&CTAdr::m_PATSTRASSE, &CPat::PATSTRASSE}, {&CTAdr::m_PATPLZ, &CPat::PATPLZ},
-                {&CTAdr::m_PATORT, &CPat::PATORT},         {&CTAdr::m_PATANREDE, &CPat::PATANREDE},
-                {&CTAdr::m_TELEFON1, &CPat::PATTELEFON},   {&CTAdr::m_TELEFON2, &CPat::m_sTelefon2},
-                {&CTAdr::m_TELEFON3, &CPat::m_sTelefon3},  {&CTAdr::m_TELEFON4, &CPat::m_sTelefon4},
-                {&CTAdr::m_EMAIL, &CPat::PATEMAIL},        {&CTAdr::m_TELEFON6, &CPat::m_sTelefon6},
-                {&CTAdr::m_TELEFON6, &CPat::TELEFONPRIO},  {&CTAdr::m_FRUEHERENAMEN, &CPat::FRUEHERENAMEN}};
-    for (const auto & paar : vPat)
-        m_rPat.*paar.pSpalte = itoc(&paar - vPat + 100);
-    m_rPat.m_ADRNR = "A3";
-    m_rPat.m_BENACHRICHTIGUNG = "tx";
-    m_rPat.m_FRUCHT = "f";
-    m_rPat.m_INDEXMARKERS = "4294967295";
-    Adresse("A3", [&](CTAdr & a) {
-        for (const auto & paar : vAdr)
-            a.*paar.pSpalte = itoc(&paar - vAdr + 200);
-        a.m_TELEFONPRIO = "6";
-        a.m_PATNAME = a.m_PATVORNAME = "Adresse"; // the names of the person's row count
-    });
-    ASSERT_TRUE(Move());
-    for (const auto & paar : vPat)
-        EXPECT_EQ(m_pat.*paar.pFeld, itoc(&paar - vPat + 100));
-    for (const auto & paar : vAdr)
-        EXPECT_EQ(m_pat.*paar.pFeld, m_rAdr.*paar.pSpalte) << &paar - vAdr;
-    EXPECT_EQ(m_rAdr.m_TELEFON1, CString("206")); // the row was really read
-    EXPECT_EQ(m_pat.m_sAdrNr + m_pat.PATNR, CString("A34711"));
-    EXPECT_EQ(m_pat.BENACHRICHTIGUNG, 't');
-    EXPECT_EQ(m_pat.FRUCHT, 'f');
-    EXPECT_EQ(m_pat.INDEXMARKERS, 4294967295u);
 }
 
 TEST_F(CPatTest, OhneAdresseKommenNurDieErstenFelder) {
@@ -159,52 +72,9 @@ TEST_F(CPatTest, OhnePatientenzeileKommtNurDieNummer) {
     EXPECT_FALSE(m_pat.ReadAndMovePat("4712", &m_rPat, &m_rAdr, &m_rRecall));
     EXPECT_EQ(m_pat.PATNR + m_pat.BEHANDLERNR, CString("4712"));
 
-    Zeile<CTPat>([](CTPat & p) {
-        p.m_PATNR = "4712";
-        p.m_ADRNR = "A1";
-    });
+    Schreibe("PAT PATNR=4712 ADRNR=A1");
     EXPECT_TRUE(m_pat.ReadAndMovePat("4712", &m_rPat, &m_rAdr, &m_rRecall));
     EXPECT_EQ(m_pat.PATORT, CString("Anders"));
-}
-
-TEST_F(CPatTest, GeschlechtUndProzentWerdenGedeutet) {
-    const struct {
-        CString sAdresse, sProzent, sGeschlecht;
-        int iProzent;
-    } vFaelle[] = {{"f", "", "w", 100},
-                   {"m", "   ", "m", 100},
-                   {"d", "0", "d", 0},
-                   {"w", "x", "?", 0},
-                   {"", "50", "?", 50}};
-    for (const auto & fall : vFaelle) {
-        m_rPat.m_ADRNR = "C" + fall.sAdresse;
-        m_rPat.m_PATPROZENT = fall.sProzent;
-        Adresse(m_rPat.m_ADRNR, [&](CTAdr & a) { a.m_GESCHLECHT = fall.sAdresse; });
-        ASSERT_TRUE(Move());
-        EXPECT_EQ(m_pat.GESCHLECHT, fall.sGeschlecht) << fall.sAdresse.Utf8();
-        EXPECT_EQ(m_pat.m_iPatProzent, fall.iProzent) << fall.sProzent.Utf8();
-    }
-}
-
-TEST_F(CPatTest, LetzterRecallGibtDatumUndIntervall) {
-    m_rPat.m_RECALLITV = "63";
-    const struct {
-        CString sArt, sDatum, sWochen, sRecallItv;
-    } vRecalls[] = {{"1", "20230110", "26", "W26"},
-                    {"2", "20230301", "0", "63"},
-                    {"1", "20230302", "-4", "63"},
-                    {"3", "20240101", "13", "W13"}};
-    for (const auto & recall : vRecalls) {
-        Zeile<CTHistRecall>([&](CTHistRecall & r) {
-            r.m_PATNR = "4711";
-            r.m_RECALLART = recall.sArt;
-            r.m_RECALLDATUM = recall.sDatum;
-            r.m_RECALLITV = recall.sWochen;
-        });
-        ASSERT_TRUE(Move());
-        EXPECT_EQ(m_pat.LASTRECALL, recall.sDatum);
-        EXPECT_EQ(m_pat.RECALLITV, recall.sRecallItv) << recall.sDatum.Utf8();
-    }
 }
 
 } // namespace

@@ -22,7 +22,7 @@ std::string LiesInZeichen(const std::string & s, std::size_t & i) {
     std::string sWert;
     for (++i; i < s.size() && s[i] != '"'; ++i) {
         if (s[i] == '\\' && i + 1 < s.size())
-            sWert += s[++i] == 'n' ? '\n' : s[i];
+            sWert += s[++i] == 'n' ? '\n' : s[i] == 'r' ? '\r' : s[i];
         else
             sWert += s[i];
     }

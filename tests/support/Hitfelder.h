@@ -12,7 +12,9 @@
 namespace orvostat {
 
 // All fields of a hit in their order.
-template <class THit, class F> void JedesFeld(THit & hit, F f) {
+template <class THit, class F>
+requires std::same_as<std::remove_const_t<THit>, CBehHitLine>
+void JedesFeld(THit & hit, F f) {
     // clang-format off
 #define FELD(NAME) f(#NAME, hit.NAME);
     FELD(PRAXISNR) FELD(BEHANDLERNR) FELD(PATNR) FELD(PATNAME) FELD(DATUM) FELD(LSTNR) FELD(LSTKUERZEL)
@@ -39,12 +41,6 @@ template <class THit, class F> void JedesFeld(THit & hit, F f) {
     FELD(GEBUEHRENBEFREITBIS) FELD(m_sAbrJJME)
 #undef FELD
     // clang-format on
-}
-
-// A row in which each column has its own name as its text.
-template <class TFelder> void Fuelle(TFelder & zeile) {
-    for (std::size_t i = 0; i < std::size(SBeschreibung<TFelder>::aZeiger); ++i)
-        zeile.*SBeschreibung<TFelder>::aZeiger[i] = CString(SBeschreibung<TFelder>::aSpalten[i].pName);
 }
 
 inline void Markiere(CString & s, const char * pName) { s = AusUtf8("<" + std::string(pName) + ">"); }

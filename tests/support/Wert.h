@@ -87,6 +87,13 @@ void JedesFeld(TFelder & zeile, F f) {
         f(SDieser::aSpalten[i].pName, zeile.*SDieser::aZeiger[i]);
 }
 
+// A row in which each column has its own name as its text, where it has no other.
+template <class TFelder> void Fuelle(TFelder & zeile) {
+    JedesFeld(zeile, [](const char * pName, CString & s) {
+        if (s.IsEmpty()) s = CString(pName);
+    });
+}
+
 // Some values with "|" between them.
 template <class... T> std::string Werte(const T &... werte) {
     std::string s;
