@@ -3,37 +3,13 @@
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/TabellenPatient.h"
 #include "orvostatbs/host/TabellenPraxis.h"
-#include "orvostatbs/records/BehHitLine.h"
-#include "support/Praxis.h"
+#include "records/Zug.h"
 #include "support/Satzfelder.h"
 
 #include <string>
 
 namespace orvostat {
 namespace {
-
-template <class TFelder> TFelder FelderVon(const CTabelle<TFelder> *);
-
-// The first row of the table; with VOLL its empty columns have their names as texts.
-template <class T> T Zeile(CFall & fall) {
-    T zeile(dbDatabase);
-    zeile.SetKey(1);
-    (void)zeile.GetAll();
-    using TFelder = decltype(FelderVon(&zeile));
-    if (fall.Ein<bool>("VOLL")) Fuelle<TFelder>(zeile);
-    return zeile;
-}
-
-// Moves the row into a record that has the fields which the case names.
-template <class TSatz, class TZeile, class F> auto Zug(F f) {
-    return [f](CPraxisTest &, CFall & fall) {
-        TSatz satz;
-        const TSatz vorher = fall.Fuelle(satz);
-        TZeile zeile = Zeile<TZeile>(fall);
-        f(fall, satz, zeile);
-        fall.Geaendert(vorher, satz);
-    };
-}
 
 void Name(CPraxisTest &, CFall & fall) {
     CPat pat;

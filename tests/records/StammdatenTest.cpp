@@ -1,7 +1,7 @@
 #include "orvostatbs/records/Stammdaten.h"
 
-#include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/TabellenLeistung.h"
+#include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/records/Suche.h"
 #include "support/Wert.h"
 

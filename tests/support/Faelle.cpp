@@ -71,7 +71,12 @@ std::vector<CFall::CWerteliste> Auswahlen(const std::vector<SWort> & vWorte) {
     return vAlle;
 }
 
-CFall::CWerteliste Einzige(const std::string & s) { return Auswahlen(LiesWorte(s)).at(0); }
+// Of words without alternatives.
+CFall::CWerteliste Einzige(const std::vector<SWort> & vWorte) {
+    const std::vector<CFall::CWerteliste> v = Auswahlen(vWorte);
+    if (v.size() != 1) throw std::invalid_argument("alternatives in a row or an output: " + vWorte[0].sName);
+    return v[0];
+}
 
 // Later values replace earlier ones of the same name.
 std::vector<SWort> Zusammen(std::vector<SWort> v, const std::vector<SWort> & vSpaeter) {
@@ -141,7 +146,7 @@ private:
                              {ab, m_vZeilen.end()},
                              bWeiter,
                              Auswahlen(Zusammen(m_vVorgaben, LiesWorte(s.substr(iAb, iPfeil - iAb)))),
-                             Auswahlen(Zusammen(m_vErwartet, LiesWorte(s.substr(iPfeil + 2)))).at(0)});
+                             Einzige(Zusammen(m_vErwartet, LiesWorte(s.substr(iPfeil + 2))))});
         m_iEigene = m_vZeilen.size();
     }
 
@@ -188,7 +193,7 @@ void SchreibeZeile(const std::string & sTabelle, const CFall::CWerteliste & vWer
 void Schreibe(const std::string & sZeilen) {
     std::istringstream ein(sZeilen);
     for (std::string s; std::getline(ein, s);)
-        if (const CFall::CWerteliste v = Einzige(s); !v.empty())
+        if (const CFall::CWerteliste v = Einzige(LiesWorte(s)); !v.empty())
             SchreibeZeile(v[0].first, {v.begin() + 1, v.end()});
 }
 

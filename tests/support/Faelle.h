@@ -61,9 +61,9 @@ public:
         Nimm(sName, start);
         return start;
     }
-    // All fields of a record that have a list (JedesFeld) and that the case names.
-    template <class T> T & Fuelle(T & satz) {
-        JedesFeld(satz, [&](const std::string & sName, auto & wert) { Nimm(sName, wert); });
+    // All fields of a record that have a list (JedesFeld) and that the case names, behind a prefix.
+    template <class T> T & Fuelle(T & satz, const std::string & sVorsatz = {}) {
+        JedesFeld(satz, [&](const std::string & sName, auto & wert) { Nimm(sVorsatz + sName, wert); });
         return satz;
     }
 
