@@ -43,8 +43,6 @@ CString EuroAusMillionsteln(std::int64_t iMillionstel) {
     return CString(std::string_view("e" + s));
 }
 
-CString Text(const CDBetrag & betrag) { return betrag.ToDb(0, true, false, 0, 0); }
-
 class CGebuehrenTest : public CAccuTest {
 protected:
     // One service on a day; of the given kind of point value, if not of that of its fee row.
@@ -66,16 +64,13 @@ class CGozTest : public CGebuehrenTest {
 protected:
     CGozTest() {
         for (const CSpalten & zeile : m_vZeilen)
-            Schreibe<CTGO>({.m_GOART = "q",
-                            .m_LSTNR = AusUtf8(zeile[0]),
-                            .m_GOSUBART = "1",
-                            .m_GEBPKT = AusUtf8(zeile[1])});
+            Schreibe("GO GOART=q GOSUBART=1 LSTNR=\"" + zeile[0] + "\" GEBPKT=" + zeile[1]);
     }
     CString Betrag(const std::string & sNummer, int iFaktor) {
         CBehHitLine hit;
         hit.GOART = 'q';
         hit.FAKTOR = Zahltext(iFaktor);
-        return Text(Bewerte(hit, sNummer).BETRAG);
+        return AusUtf8(Wert(Bewerte(hit, sNummer).BETRAG));
     }
     std::vector<CSpalten> m_vZeilen = Lies("goz.csv");
 };
@@ -108,7 +103,8 @@ TEST_F(CGozTest, JedePunktzahlZuJedemFaktorDesRahmens) {
         hit.FAKTOR = Zahltext(iFaktor);
         for (hit.PUNKTE = 1; hit.PUNKTE <= 3000; ++hit.PUNKTE) {
             m_accu.GetBetrag(hit, nullptr);
-            ASSERT_EQ(Text(hit.BETRAG), GozBetrag(hit.PUNKTE, iFaktor)) << hit.PUNKTE << " x " << iFaktor;
+            ASSERT_EQ(AusUtf8(Wert(hit.BETRAG)), GozBetrag(hit.PUNKTE, iFaktor))
+                << hit.PUNKTE << " x " << iFaktor;
         }
     }
 }
@@ -133,15 +129,11 @@ class CBemaTest : public CGebuehrenTest {
 protected:
     CBemaTest() {
         for (const CSpalten & zeile : m_vZeilen)
-            Schreibe<CTGO>({.m_GOART = "k",
-                            .m_LSTNR = AusUtf8(zeile[0]),
-                            .m_PWLART = GRUPPEN.at(zeile[2]).sPwLArtZeile,
-                            .m_GEBPKT = AusUtf8(zeile[1] + "00")});
+            Schreibe("GO GOART=k LSTNR=\"" + zeile[0] + "\" GEBPKT=" + zeile[1] +
+                     "00 PWLART=" + GRUPPEN.at(zeile[2]).sPwLArtZeile.Utf8());
         for (const CSpalten & wert : m_vPunktwerte)
-            Schreibe<CTPunktWert>({.m_PWAB = AusUtf8(wert[2]),
-                                   .m_PWGRP = AusUtf8(wert[0]),
-                                   .m_PWLART = CString(GRUPPEN.at(wert[1]).cPwLArt),
-                                   .m_PWWEST = "e" + Zahltext(Zehntausendstel(wert[3]))});
+            Schreibe("PUNKTWERT PWAB=" + wert[2] + " PWGRP=" + wert[0] + " PWLART=" +
+                     GRUPPEN.at(wert[1]).cPwLArt + " PWWEST=e" + std::to_string(Zehntausendstel(wert[3])));
         m_accu.GetAllPw();
     }
     static CBehHitLine Leistung(const std::string & sDatum, const std::string & sKasse = "") {
@@ -164,9 +156,9 @@ TEST_F(CBemaTest, JedeZeileMitJedemPunktwert) {
             SCOPED_TRACE(zeile[0] + " x " + wert[0] + " " + wert[1] + " " + wert[2]);
             const std::int64_t iBetrag = std::int64_t{std::stoi(zeile[1])} * Zehntausendstel(wert[3]);
             CBehHitLine hit = Bewerte(Leistung(wert[2], wert[0]), zeile[0], GRUPPEN.at(wert[1]).cPwLArt);
-            EXPECT_EQ(Text(hit.BETRAG), EuroAusMillionsteln(100 * iBetrag));
+            EXPECT_EQ(AusUtf8(Wert(hit.BETRAG)), EuroAusMillionsteln(100 * iBetrag));
             hit.BETRAG.Round();
-            EXPECT_EQ(Text(hit.BETRAG), "e" + Zahltext((iBetrag + 50) / 100));
+            EXPECT_EQ(AusUtf8(Wert(hit.BETRAG)), "e" + Zahltext((iBetrag + 50) / 100));
         }
     EXPECT_TRUE(m_accu.m_vBehErrors.empty());
 }
@@ -186,7 +178,7 @@ TEST_F(CBemaTest, EinflaechigeFuellungDurchDieJahre) {
     for (const auto & [pDatum, pBetrag] : aFaelle) {
         CBehHitLine hit = Bewerte(Leistung(pDatum, "aok"), "13a", 'a');
         hit.BETRAG.Round();
-        EXPECT_EQ(Text(hit.BETRAG), CString(pBetrag)) << pDatum;
+        EXPECT_EQ(Wert(hit.BETRAG), pBetrag) << pDatum;
     }
 }
 

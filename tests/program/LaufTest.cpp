@@ -5,8 +5,7 @@
 #include "Muster.h"
 #include "Praxis.h"
 #include "orvostatbs/records/Leistungsarten.h"
-#include "orvostatbs/store/MemorySpeicher.h"
-#include "support/Fehlerspeicher.h"
+#include "support/Praxis.h"
 
 #include <algorithm>
 #include <array>
@@ -381,15 +380,9 @@ TEST_F(CLaufTest, WhatARunDoesBesideTheSelectionShows) {
 class CLaufImSpeicher : public ::testing::Test {
 protected:
     CLaufImSpeicher() {
-        EXPECT_EQ(ErzeugeMuster(*m_pSpeicher, {.iPatienten = 60, .iJahre = 1}), ZEILE_OK);
-        dbDatabase.Verbinde(m_pSpeicher);
-        dbDatabaseRO.Verbinde(m_pLesend);
+        EXPECT_EQ(ErzeugeMuster(m_praxis.Speicher(), {.iPatienten = 60, .iJahre = 1}), ZEILE_OK);
     }
-    ~CLaufImSpeicher() override {
-        EXPECT_EQ(EntlieheneRSets(), 0);
-        dbDatabase.Verbinde(nullptr);
-        dbDatabaseRO.Verbinde(nullptr);
-    }
+    ~CLaufImSpeicher() override { EXPECT_EQ(EntlieheneRSets(), 0); }
     static void Waehle(CStatAccu & accu, const CString & sPatient = {}) {
         accu.SetIsAbgerechnet(true);
         accu.SetIsErfasst(true);
@@ -413,8 +406,8 @@ protected:
     }
 
     CRekorder m_rekorder;
-    std::shared_ptr<CMemorySpeicher> m_pSpeicher = std::make_shared<CMemorySpeicher>();
-    std::shared_ptr<CFehlerspeicher> m_pLesend = std::make_shared<CFehlerspeicher>(m_pSpeicher);
+    CTestpraxis m_praxis;
+    CFehlerspeicher * const m_pLesend = &m_praxis.Lesend();
 
 private:
     COberflaecheErsatz m_ersatz{m_rekorder};
@@ -599,20 +592,7 @@ TEST_F(CLaufImSpeicher, AStoreThatFailsOnTheWayEndsTheRun) {
 // ---- the README's examples
 
 TEST_F(CProgrammTest, TheReadmeShowsWhatTheProgramSays) {
-    std::ifstream ein(std::filesystem::path(ORVOSTATBS_SOURCE_DIR) / "README.md");
-    std::string sZeile;
-    while (std::getline(ein, sZeile) && !sZeile.starts_with("$ orvostat"))
-        ;
-    int iBeispiele = 0;
-    while (sZeile.starts_with("$ orvostat ")) {
-        const std::string sBefehl = sZeile.substr(11);
-        std::string sSoll;
-        while (std::getline(ein, sZeile) && !sZeile.starts_with("$ ") && sZeile != "```")
-            sSoll += sZeile + '\n';
-        EXPECT_EQ(Laufe(sBefehl).sAus, sSoll) << sBefehl;
-        ++iBeispiele;
-    }
-    EXPECT_EQ(iBeispiele, 3);
+    EXPECT_EQ(PruefeBefehle(ORVOSTATBS_SOURCE_DIR "/README.md"), 3);
 }
 
 } // namespace

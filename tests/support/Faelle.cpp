@@ -87,21 +87,6 @@ std::vector<SWort> Zusammen(std::vector<SWort> v, const std::vector<SWort> & vSp
     return v;
 }
 
-// The lines with a meaning, continuations joined, each with its number.
-std::vector<std::pair<int, std::string>> Zeilen(const std::string & sDatei) {
-    std::ifstream ein(sDatei);
-    std::vector<std::pair<int, std::string>> v;
-    std::string s;
-    for (int iZeile = 1; std::getline(ein, s); ++iZeile) {
-        if (s.empty() || s[0] == '#') continue;
-        if (s[0] == ' ' && !v.empty())
-            v.back().second += ' ' + s.substr(s.find_first_not_of(' '));
-        else
-            v.emplace_back(iZeile, s);
-    }
-    return v;
-}
-
 // Where "->" stands; the line's end where it does not.
 std::size_t Pfeil(const std::string & s) {
     for (std::size_t i = 0; i < s.size(); ++i) {
@@ -190,6 +175,20 @@ void SchreibeZeile(const std::string & sTabelle, const CFall::CWerteliste & vWer
 
 } // namespace
 
+std::vector<std::pair<int, std::string>> LiesZeilen(const std::string & sDatei) {
+    std::ifstream ein(sDatei);
+    std::vector<std::pair<int, std::string>> v;
+    std::string s;
+    for (int iZeile = 1; std::getline(ein, s); ++iZeile) {
+        if (s.empty() || s[0] == '#') continue;
+        if (s[0] == ' ' && !v.empty())
+            v.back().second += ' ' + s.substr(s.find_first_not_of(' '));
+        else
+            v.emplace_back(iZeile, s);
+    }
+    return v;
+}
+
 void Schreibe(const std::string & sZeilen) {
     std::istringstream ein(sZeilen);
     for (std::string s; std::getline(ein, s);)
@@ -214,7 +213,7 @@ CFall::CWerteliste SchreibeEigene(const CFall::CWerteliste & vEin) {
 
 std::vector<SFallzeile> LiesFaelle(const std::string & sDatei) {
     CLeser leser;
-    for (const auto & [iZeile, s] : Zeilen(sDatei))
+    for (const auto & [iZeile, s] : LiesZeilen(sDatei))
         leser.Lies(iZeile, s);
     if (leser.m_vFaelle.empty()) ADD_FAILURE_AT(sDatei.c_str(), 1) << "no cases";
     return std::move(leser.m_vFaelle);

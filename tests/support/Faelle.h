@@ -35,6 +35,9 @@ namespace orvostat {
 // names that they have in the database.
 void Schreibe(const std::string & sZeilen);
 
+// The lines of a text file without comments, continuations joined, each with its number.
+[[nodiscard]] std::vector<std::pair<int, std::string>> LiesZeilen(const std::string & sDatei);
+
 class CFall {
 public:
     using CWerteliste = std::vector<std::pair<std::string, std::string>>;

@@ -14,19 +14,19 @@ namespace orvostat {
 
 // As long as it lives both handles work on its store, in memory if no other is given, and afterwards on what they had.
 // What the read-only one does is counted, and can be made to fail.
-class CPraxis {
+class CTestpraxis {
 public:
-    explicit CPraxis(std::shared_ptr<CZeilenspeicher> pSpeicher = std::make_shared<CMemorySpeicher>())
+    explicit CTestpraxis(std::shared_ptr<CZeilenspeicher> pSpeicher = std::make_shared<CMemorySpeicher>())
         : m_pSpeicher(std::move(pSpeicher)) {
         dbDatabase.Verbinde(m_pSpeicher);
         dbDatabaseRO.Verbinde(m_pLesend);
     }
-    ~CPraxis() {
+    ~CTestpraxis() {
         dbDatabase.Verbinde(m_pVorher);
         dbDatabaseRO.Verbinde(m_pVorherRO);
     }
-    CPraxis(const CPraxis &) = delete;
-    CPraxis & operator=(const CPraxis &) = delete;
+    CTestpraxis(const CTestpraxis &) = delete;
+    CTestpraxis & operator=(const CTestpraxis &) = delete;
 
     [[nodiscard]] CZeilenspeicher & Speicher() { return *m_pSpeicher; }
     [[nodiscard]] CFehlerspeicher & Lesend() { return *m_pLesend; }
@@ -47,7 +47,7 @@ private:
 
 class CPraxisTest : public CHostTest {
 public:
-    CPraxis m_praxis;
+    CTestpraxis m_praxis;
     [[nodiscard]] bool HatGelesen() { return m_praxis.HatGelesen(); }
 };
 
