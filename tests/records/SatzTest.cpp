@@ -48,6 +48,14 @@ void Punkte(CPraxisTest &, CFall & fall) {
     fall.Aus("PUNKTE", go.GetGebPkt(fall.Ein("DATUM")));
 }
 
+void Kassengruppe(CPraxisTest &, CFall & fall) {
+    CTOrvoKas zeile = Zeile<CTOrvoKas>(fall);
+    CKas kas;
+    kas.MoveKas(&zeile, fall.Ein("KZVNR"));
+    fall.Aus("GRP", static_cast<char>(kas.KASSENGRP));
+    fall.Aus("FREMD", kas.FREMDKASSE);
+}
+
 void Neu(CPraxisTest &, CFall & fall) {
     CPlan plan;
     fall.Fuelle(plan);
@@ -92,7 +100,10 @@ TEST(Saetze, Faelle) {
          {"leb", Zug<CLebStruct, CTLeb>([](CFall & fall, CLebStruct & leb, CTLeb & zeile) {
               leb.MoveLeb(&zeile);
               fall.Aus("ZEILE", leb.GetLebLine());
-              if (fall.Hat("GRP")) fall.Aus("PROVISION", leb.GetProvisionForGrp(fall.Ein<int>("GRP")));
+              const auto Fuer = [&](int i) { return leb.GetProvisionForGrp(i); };
+              if (fall.Erwartet("PROVISION"))
+                  fall.Aus("PROVISION",
+                           Werte(Fuer(1), Fuer(2), Fuer(3), Fuer(4), Fuer(0), Fuer(-1), Fuer(2147483647)));
           })},
          {"lebname",
           Zug<CLebStruct, CTAdr>([](CFall &, CLebStruct & leb, CTAdr & adr) { leb.MoveAdr(&adr); })},
@@ -106,6 +117,7 @@ TEST(Saetze, Faelle) {
          {"kas", Zug<CKas, CTOrvoKas>([](CFall & fall, CKas & kas, CTOrvoKas & zeile) {
               kas.MoveKas(&zeile, fall.Ein("KZVNR"));
           })},
+         {"kasgruppe", &Kassengruppe},
          {"kasgleich", Entscheidende<CKas, CTOrvoKas, CTOrvoKas_Fields>(Kas)},
          {"vdescgleich", Entscheidende<CVDesc, CTVDesc, CTVDesc_Fields>(VDesc)},
          {"pw", Zug<CPw, CTPunktWert>([](CFall &, CPw & pw, CTPunktWert & zeile) { pw.MovePw(&zeile); })},

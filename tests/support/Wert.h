@@ -5,6 +5,7 @@
 #include "orvostatbs/host/CString.h"
 #include "orvostatbs/host/Tabelle.h"
 
+#include <charconv>
 #include <concepts>
 #include <string>
 #include <string_view>
@@ -54,9 +55,10 @@ inline bool Lies(const std::string & s, char & ziel) {
 template <class T>
 requires((std::is_integral_v<T> || std::is_enum_v<T>)&&!std::same_as<T, bool> &&
          !std::same_as<T, char>) bool Lies(const std::string & s, T & ziel) {
-    std::size_t iEnde = 0;
-    ziel = s.empty() ? T{} : static_cast<T>(std::stoll(s, &iEnde));
-    return iEnde == s.size();
+    long long iWert = 0;
+    const auto [pEnde, fehler] = std::from_chars(s.data(), s.data() + s.size(), iWert);
+    ziel = static_cast<T>(iWert);
+    return s.empty() || (fehler == std::errc() && pEnde == s.data() + s.size());
 }
 inline bool Lies(const std::string & s, CChar & ziel) {
     char c = 0;
