@@ -1,5 +1,7 @@
 #include "orvostatbs/host/Betrag.h"
 
+#include "support/Wert.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,8 +13,7 @@
 
 namespace {
 
-// The stored text, which shows all that an amount holds.
-template <class T> std::string Db(const T & betrag) { return betrag.ToDb(0, true, false, 0.0, 0.0).Utf8(); }
+using orvostat::Wert; // the stored text, which shows all that an amount holds
 
 CString Text(const std::string & s) { return CString(std::string_view(s)); }
 
@@ -26,7 +27,7 @@ TEST(BetragTest, LeerIstNichtNull) {
         const CDBetrag leer{CString(pLeer)};
         EXPECT_TRUE(leer.IsEmpty() && leer.IsZero() && !leer.IsPos()) << "'" << pLeer << "'";
         EXPECT_EQ(leer.GetWaehrung(), 0);
-        EXPECT_EQ(Db(leer), "");
+        EXPECT_EQ(Wert(leer), "");
         EXPECT_TRUE(leer == CDBetrag());
     }
     for (const char * pNull : {"e0", "e", "e-0", "0", "-", "exyz"}) {
@@ -36,11 +37,11 @@ TEST(BetragTest, LeerIstNichtNull) {
     }
     CDBetrag betrag("e500");
     betrag.Zero();
-    EXPECT_EQ(Db(betrag), "e0");
+    EXPECT_EQ(Wert(betrag), "e0");
     betrag.Empty();
     EXPECT_TRUE(betrag == CDBetrag());
     betrag.Zero();
-    EXPECT_EQ(Db(betrag), "0");
+    EXPECT_EQ(Wert(betrag), "0");
 }
 
 TEST(BetragTest, GleichheitSiehtWertWaehrungUndLeere) {
@@ -56,7 +57,7 @@ TEST(BetragTest, WasDoublesNichtHaltenIstNull) {
     EXPECT_FALSE(rest == CDBetrag("e0"));
     EXPECT_TRUE(rest.IsZero() && CDBetrag("e0.000001").IsPos());
     EXPECT_FALSE((rest * -1).IsPos() || rest.IsPos());
-    EXPECT_EQ(Db(rest), "e0");
+    EXPECT_EQ(Wert(rest), "e0");
     EXPECT_FALSE(CDBetrag("e-0.000001").IsZero() || CDBetrag("e-0.000001").IsPos());
 }
 
@@ -73,8 +74,8 @@ template <class T> void PruefeSummen() {
         SCOPED_TRACE(std::string(f.pLinks) + " und " + f.pRechts);
         const T links{CString(f.pLinks)};
         const T rechts{CString(f.pRechts)};
-        EXPECT_EQ(Db(links + rechts), f.pSumme);
-        EXPECT_EQ(Db(links - rechts), f.pDifferenz);
+        EXPECT_EQ(Wert(links + rechts), f.pSumme);
+        EXPECT_EQ(Wert(links - rechts), f.pDifferenz);
     }
 }
 
@@ -82,19 +83,19 @@ TEST(BetragTest, Summen) {
     PruefeSummen<CDBetrag>();
     PruefeSummen<CWBetrag>();
     PruefeSummen<CVzW7Betrag>();
-    EXPECT_EQ(Db(CDBetrag(" 100") + CDBetrag("e100")), " 295.583");
+    EXPECT_EQ(Wert(CDBetrag(" 100") + CDBetrag("e100")), " 295.583");
     EXPECT_TRUE(CDBetrag() - CDBetrag() == CDBetrag());
     CDBetrag summe;
     summe += CDBetrag("e100");
     (summe += CDBetrag(" 195583")) += summe;
-    EXPECT_EQ(Db(summe), "e200200");
+    EXPECT_EQ(Wert(summe), "e200200");
 }
 
 TEST(BetragTest, ProdukteUndQuotienten) {
-    EXPECT_EQ(Db(CDBetrag("e100") * 2.5), "e250");
-    EXPECT_EQ(Db(2.5 * CDBetrag(" 100")), " 250");
-    EXPECT_EQ(Db(CDBetrag("e100") *= -0.5), "e-50");
-    EXPECT_EQ(Db(CDBetrag("e100") /= 0), "e100");
+    EXPECT_EQ(Wert(CDBetrag("e100") * 2.5), "e250");
+    EXPECT_EQ(Wert(2.5 * CDBetrag(" 100")), " 250");
+    EXPECT_EQ(Wert(CDBetrag("e100") *= -0.5), "e-50");
+    EXPECT_EQ(Wert(CDBetrag("e100") /= 0), "e100");
     EXPECT_TRUE(CDBetrag() * -2.0 == CDBetrag());
     EXPECT_TRUE((CDBetrag() *= HUGE_VAL) == CDBetrag());
     EXPECT_DOUBLE_EQ(CDBetrag("e100") / CDBetrag("e400"), 0.25);
@@ -118,7 +119,7 @@ TEST(BetragTest, Umrechnung) {
     for (const SFall & f : FAELLE) {
         CDBetrag betrag{CString(f.pVon)};
         EXPECT_EQ(&betrag.ToW(f.cW), &betrag);
-        EXPECT_EQ(Db(betrag), f.pNach) << "'" << f.pVon << "' nach '" << f.cW << "'";
+        EXPECT_EQ(Wert(betrag), f.pNach) << "'" << f.pVon << "' nach '" << f.cW << "'";
         EXPECT_EQ(betrag.IsEmpty(), *f.pVon == 0);
     }
 }
@@ -133,22 +134,22 @@ TEST(BetragTest, GespeicherterText) {
                                 {"e1 2", "e1"},       {"e--1", "e0"},       {"x12", "x12"}};
     for (const auto & [pText, pSoll] : FAELLE) {
         SCOPED_TRACE(pText);
-        EXPECT_EQ(Db(CDBetrag{CString(pText)}), pSoll);
-        EXPECT_EQ(Db(CW7Betrag{CString(pText)}), pSoll);
+        EXPECT_EQ(Wert(CDBetrag{CString(pText)}), pSoll);
+        EXPECT_EQ(Wert(CW7Betrag{CString(pText)}), pSoll);
         EXPECT_EQ(CString(CVzW7Betrag{CString(pText)}).Utf8(), pSoll);
         EXPECT_EQ(CString(CDPw{CString(pText)}).Utf8(), pSoll);
     }
-    EXPECT_EQ(Db(CDBetrag("€12")), "€12");
-    EXPECT_EQ(Db(CDBetrag("e900719925474099"_t)), "e900719925474099");
-    EXPECT_EQ(Db(CDBetrag("e1.2345678"_t)), "e1.234568");
-    EXPECT_EQ(Db(CDPw("e1.2345678"_t)), "e1.2346");
+    EXPECT_EQ(Wert(CDBetrag("€12")), "€12");
+    EXPECT_EQ(Wert(CDBetrag("e900719925474099"_t)), "e900719925474099");
+    EXPECT_EQ(Wert(CDBetrag("e1.2345678"_t)), "e1.234568");
+    EXPECT_EQ(Wert(CDPw("e1.2345678"_t)), "e1.2346");
     const std::string sLang(400, '7');
     const std::string sNullen(400, '0');
-    EXPECT_EQ(Db(CDBetrag(Text("e-" + sLang))).size(), 2 + 309 + 2) << "the largest double, in hundredths";
-    EXPECT_EQ(Db(CDBetrag(Text("e" + sNullen + "5"))), "e5");
-    EXPECT_EQ(Db(CDBetrag(Text("e." + sNullen + "5"))), "e0");
-    EXPECT_EQ(Db(CDBetrag(Text("e5." + sNullen))), "e5");
-    EXPECT_EQ(Db(CDBetrag("e1") *= HUGE_VAL), "");
+    EXPECT_EQ(Wert(CDBetrag(Text("e-" + sLang))).size(), 2 + 309 + 2) << "the largest double, in hundredths";
+    EXPECT_EQ(Wert(CDBetrag(Text("e" + sNullen + "5"))), "e5");
+    EXPECT_EQ(Wert(CDBetrag(Text("e." + sNullen + "5"))), "e0");
+    EXPECT_EQ(Wert(CDBetrag(Text("e5." + sNullen))), "e5");
+    EXPECT_EQ(Wert(CDBetrag("e1") *= HUGE_VAL), "");
 }
 
 TEST(BetragTest, GespeicherterTextInSpalten) {
@@ -166,8 +167,8 @@ TEST(BetragTest, GespeicherterTextInSpalten) {
 TEST(BetragTest, PunktwertZaehltZehntausendstel) {
     EXPECT_TRUE(CDPw("23000") == CDBetrag(2.3, 0));
     EXPECT_TRUE(CDPw("e13233.0001") == CDBetrag(1.32330001, 'e'));
-    EXPECT_EQ(Db(CDBetrag(CDPw("e13233") * 33.0)), "e4366.89");
-    EXPECT_EQ(Db(CDPw("e13233") * 0.5), "e6616.5");
+    EXPECT_EQ(Wert(CDBetrag(CDPw("e13233") * 33.0)), "e4366.89");
+    EXPECT_EQ(Wert(CDPw("e13233") * 0.5), "e6616.5");
     EXPECT_TRUE(CDBetrag(CDPw() * 33.0) == CDBetrag());
 }
 
@@ -187,7 +188,7 @@ TEST(BetragTest, GespeicherteTexteUeberstehenDieReise) {
         const std::string sText = (i % 2 ? "e" : " ") + std::string(i % 3 || s == "0" ? "" : "-") + s;
 
         const CDBetrag betrag{Text(sText)};
-        ASSERT_EQ(Db(betrag), sText);
+        ASSERT_EQ(Wert(betrag), sText);
         ASSERT_TRUE(betrag == CDBetrag(sText[1] == '-' ? -dWert : dWert, sText[0])) << sText;
     }
 }
@@ -209,8 +210,8 @@ TEST(BetragTest, LiestAnzeigetexteAusSpalten) {
                                 {"e1,2,3", "e120"},     {"e1,23.5", "e123"},      {"e  12345", "e12345"},
                                 {"  12345", " 12345"},  {"e4366.89", "e4366.89"}};
     for (const auto & [pText, pSoll] : FAELLE)
-        EXPECT_EQ(Db(CWBetrag{CString(pText)}), pSoll) << "'" << pText << "'";
-    EXPECT_EQ(Db(CWBetrag(12.34, 'e')), "e1234");
+        EXPECT_EQ(Wert(CWBetrag{CString(pText)}), pSoll) << "'" << pText << "'";
+    EXPECT_EQ(Wert(CWBetrag(12.34, 'e')), "e1234");
 }
 
 TEST(BetragTest, RundenUndAbschneiden) {
@@ -221,12 +222,12 @@ TEST(BetragTest, RundenUndAbschneiden) {
     const SFall faelle[] = {{1.005, "e101", "e100"}, {1.0049999, "e100", "e100"}, {-1.009, "e-101", "e-100"},
                             {0.005, "e1", "e0"},     {0.0049999, "e0", "e0"},     {-0.004, "e0", "e0"}};
     for (const SFall & f : faelle) {
-        EXPECT_EQ(Db(CDBetrag(f.dWert, 'e').Round()), f.pRound) << f.dWert;
-        EXPECT_EQ(Db(CDBetrag(f.dWert, 'e').RoundDown()), f.pRoundDown) << f.dWert;
+        EXPECT_EQ(Wert(CDBetrag(f.dWert, 'e').Round()), f.pRound) << f.dWert;
+        EXPECT_EQ(Wert(CDBetrag(f.dWert, 'e').RoundDown()), f.pRoundDown) << f.dWert;
     }
-    EXPECT_EQ(Db(CDBetrag(100000000.005, 'e').Round()), "e10000000001");
-    EXPECT_EQ(Db(CDBetrag(40000000000000.0, 'e').Round()), "e4000000000000000");
-    EXPECT_EQ(Db(CDBetrag(1e20, 'e').RoundDown()), "e10000000000000000000000");
+    EXPECT_EQ(Wert(CDBetrag(100000000.005, 'e').Round()), "e10000000001");
+    EXPECT_EQ(Wert(CDBetrag(40000000000000.0, 'e').Round()), "e4000000000000000");
+    EXPECT_EQ(Wert(CDBetrag(1e20, 'e').RoundDown()), "e10000000000000000000000");
     CDBetrag leer;
     leer.Round();
     EXPECT_TRUE(leer.RoundDown() == CDBetrag());
@@ -234,8 +235,8 @@ TEST(BetragTest, RundenUndAbschneiden) {
 
 // Rounds both ways and compares with cents from integer arithmetic: dWert is iZaehler / iNenner cents.
 void PruefeRundung(double dWert, std::int64_t iZaehler, std::int64_t iNenner) {
-    EXPECT_EQ(Db(CDBetrag(dWert, 'e').Round()), "e" + std::to_string((iZaehler + iNenner / 2) / iNenner));
-    EXPECT_EQ(Db(CDBetrag(dWert, 'e').RoundDown()), "e" + std::to_string(iZaehler / iNenner));
+    EXPECT_EQ(Wert(CDBetrag(dWert, 'e').Round()), "e" + std::to_string((iZaehler + iNenner / 2) / iNenner));
+    EXPECT_EQ(Wert(CDBetrag(dWert, 'e').RoundDown()), "e" + std::to_string(iZaehler / iNenner));
 }
 
 // Rates times factors; points of the private schedule in hundredths of their count, at 5.62421 euro: eleven decimals
