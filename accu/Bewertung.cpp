@@ -19,12 +19,13 @@ using namespace orvostat;
 
 namespace {
 
-constexpr double ZEHNTAUSENDSTEL = 0.0001;
-constexpr double HUNDERTSTEL = 0.01;
+// The denominators of quantities, points and percentages, and of factors and deductions.
+constexpr int HUNDERTSTEL = 100;
+constexpr int ZEHNTAUSENDSTEL = 10000;
 constexpr int LQ_NEUTRAL = 10000;
 // A point of the dentists' private schedule is 5.62421 cent (GOZ section 5). Its fee rows hold the number of points
 // as printed, and PUNKTE counts hundredths: 100 printed points are PUNKTE 100 and 5.62421 euro.
-constexpr double EURO_JE_PUNKT = 5.62421;
+constexpr CDBetrag EURO_JE_PUNKT = CDBetrag::AusEinheiten(562'421'000, 'e');
 
 // Print images of the group services that are billed per head, and of the examinations that have a finding.
 constexpr CString GRUPPENBILDER[] = {"7810", "7811", "7820", "7821", "7830",
@@ -130,8 +131,13 @@ bool CStatAccu::GetPunkte(CBehHitLine & hit) {
     bool bNeuerParPlan = false;
     CString sPlanDatum;
     if (!hit.PLANNR.IsEmpty()) sPlanDatum = GetPwFromPlanDatum(hit, bNeuerParPlan);
-    const bool bPunktArt = IstPunktArt(hit.GOART); // no other kind takes a value from the table
-    if (bPunktArt && hit.PUNKTWERT.IsZero()) bKeinPw = !PunktwertAusTafel(hit, sPlanDatum);
+    const bool bPunktArt = IstPunktArt(hit.GOART);
+    if (hit.PUNKTWERT.IsZero()) {
+        if (bPunktArt)
+            bKeinPw = !PunktwertAusTafel(hit, sPlanDatum);
+        else
+            FragePwGruppe(hit.KASSENPWGRP);
+    }
     if (!bNeuerParPlan && IsMischPwFaehig(hit)) PunkteAusMischwert(hit);
 
     if (bPunktArt && hit.ABRMERKMAL != '=' && hit.GOSTATISTIKART != 'n' && hit.PWLART != '0' &&
@@ -149,6 +155,15 @@ void CStatAccu::PunkteOrdination(CBehHitLine & hit) {
     hit.PUNKTE = pOrdination == nullptr ? 0 : pOrdination(m_pFachbereiche, &*pVDesc);
     if (CBewertungsspur * const pSpur = Punktspur(m_pSpur, hit))
         pSpur->Notiere({.eSchritt = EBewertung::Ordination, .iZahl = hit.PUNKTE});
+}
+
+// What FindPw leaves in the table for a hit that takes no value from it: the group, without walking it. The hits of an
+// insurer follow each other, so the last group is not asked for again.
+void CStatAccu::FragePwGruppe(const CString & sGrp) {
+    if (sGrp.IsEmpty() || (sGrp == m_sPwGruppe && m_mapPw.size() == m_iPwGruppen)) return;
+    m_sPwGruppe = sGrp;
+    m_mapPw.try_emplace(CString(sGrp).MakeLower());
+    m_iPwGruppen = m_mapPw.size();
 }
 
 // The table's value on the plan's date, on the service's own where that is empty.
@@ -272,8 +287,8 @@ bool ZweiterSatz(const CBehHitLine & hit) { return hit.m_cSonderKsArt == 'V'; }
 
 // The amount of one service out of its points.
 void EinzelbetragAusPunkten(CBehHitLine & hit, int iFaktor, CBewertungsspur * pSpur) {
-    hit.BETRAG = CDBetrag(hit.PUNKTE * HUNDERTSTEL * iFaktor * ZEHNTAUSENDSTEL * EURO_JE_PUNKT, 'e');
-    hit.BETRAG.Round();
+    hit.BETRAG = EURO_JE_PUNKT;
+    hit.BETRAG.MalBruch(std::int64_t{hit.PUNKTE} * iFaktor, HUNDERTSTEL * ZEHNTAUSENDSTEL).Round();
     if (pSpur)
         pSpur->Notiere(
             {.eSchritt = EBewertung::PunkteQ, .iZahl = hit.PUNKTE, .iZahl2 = iFaktor, .betrag = hit.BETRAG});
@@ -282,7 +297,8 @@ void EinzelbetragAusPunkten(CBehHitLine & hit, int iFaktor, CBewertungsspur * pS
 // The amount of one service out of its simple rate; the physicians' rows of the dentists' schedule are rounded down.
 void EinzelbetragAusSatz(CBehHitLine & hit, const CDBetrag & satz, int iFaktor, CBewertungsspur * pSpur) {
     const bool bAbrunden = hit.GOART == 'p' && hit.GOSUBART == '1';
-    hit.BETRAG = satz * (iFaktor * ZEHNTAUSENDSTEL);
+    hit.BETRAG = satz;
+    hit.BETRAG.MalBruch(iFaktor, ZEHNTAUSENDSTEL);
     if (bAbrunden)
         hit.BETRAG.RoundDown();
     else
@@ -322,7 +338,7 @@ bool EinzelbetragPrivat(CBehHitLine & hit, CBewertungsspur * pSpur) {
 void CStatAccu::BetragPrivat(CBehHitLine & hit, CDBetrag * pAbschlag) {
     const char cWaehrung = hit.BETRAG.GetWaehrung();
     if (!EinzelbetragPrivat(hit, m_pSpur)) return;
-    hit.BETRAG *= hit.ANZAHL * HUNDERTSTEL;
+    hit.BETRAG.MalBruch(hit.ANZAHL, HUNDERTSTEL);
     if (m_pSpur)
         m_pSpur->Notiere({.eSchritt = EBewertung::Anzahl, .iZahl = hit.ANZAHL, .betrag = hit.BETRAG});
 
@@ -334,7 +350,7 @@ void CStatAccu::BetragPrivat(CBehHitLine & hit, CDBetrag * pAbschlag) {
     if (pAbschlag != nullptr) *pAbschlag = abschlag;
 
     if (hit.m_iLebAbschlag == 0) return;
-    hit.BETRAG *= 1.0 - hit.m_iLebAbschlag * ZEHNTAUSENDSTEL;
+    hit.BETRAG.MalBruch(std::int64_t{ZEHNTAUSENDSTEL} - hit.m_iLebAbschlag, ZEHNTAUSENDSTEL);
     if (m_pSpur)
         m_pSpur->Notiere(
             {.eSchritt = EBewertung::Behandlerabschlag, .iZahl = hit.m_iLebAbschlag, .betrag = hit.BETRAG});
@@ -346,7 +362,7 @@ void CStatAccu::AbzglAbschlagOst(CBehHitLine & hit, CDBetrag & abschlag) {
         IstPrivatSachLeistung(hit.GOART, hit.GOSUBART) || OhneRegionalabschlag(hit.GOSUBART))
         return;
     abschlag = hit.BETRAG;
-    hit.BETRAG *= m_iLQPunktwert * ZEHNTAUSENDSTEL;
+    hit.BETRAG.MalBruch(m_iLQPunktwert, ZEHNTAUSENDSTEL);
     abschlag = abschlag - hit.BETRAG;
     if (m_pSpur)
         m_pSpur->Notiere({.eSchritt = EBewertung::Regionalabschlag,
@@ -373,8 +389,7 @@ void CStatAccu::BetragPunkte(CBehHitLine & hit) {
     if (IstAlternativArt(hit.GOART)) WaehlePunkte(hit);
     const int iProzent = Entfernungsprozent(hit.ENTFERNUNG);
     if (iProzent > 0 && hit.PUNKTE == 0) {
-        hit.BETRAG *= iProzent * HUNDERTSTEL;
-        hit.BETRAG *= hit.ANZAHL * HUNDERTSTEL;
+        hit.BETRAG.MalBruch(std::int64_t{iProzent} * hit.ANZAHL, HUNDERTSTEL * HUNDERTSTEL);
         if (m_pSpur)
             m_pSpur->Notiere(
                 {.eSchritt = EBewertung::EntfernungBetrag, .iZahl = iProzent, .betrag = hit.BETRAG});
@@ -392,7 +407,8 @@ void CStatAccu::BetragPunkte(CBehHitLine & hit) {
     // The product is a 32-bit one, and wraps as such.
     const auto iProdukt = static_cast<std::int32_t>(static_cast<std::uint32_t>(hit.PUNKTE) *
                                                     static_cast<std::uint32_t>(hit.ANZAHL));
-    hit.BETRAG = CDBetrag(hit.PUNKTWERT * (iProdukt * ZEHNTAUSENDSTEL));
+    hit.BETRAG = hit.PUNKTWERT;
+    hit.BETRAG.MalBruch(iProdukt, HUNDERTSTEL * HUNDERTSTEL);
     if (m_pSpur)
         m_pSpur->Notiere({.eSchritt = EBewertung::PunkteMalWert,
                           .iZahl = hit.PUNKTE,
@@ -423,7 +439,7 @@ void CStatAccu::NurDenKassenanteil(std::vector<CPlan> & vPlaene, CBehHitLine & h
         if (iPlan < 0 || static_cast<std::size_t>(iPlan) >= vPlaene.size() || (!bZE && !bMaterial)) return;
         iProzent = vPlaene[static_cast<std::size_t>(iPlan)].m_iKasProzent;
     }
-    hit.BETRAG *= iProzent * HUNDERTSTEL;
+    hit.BETRAG.MalBruch(iProzent, HUNDERTSTEL);
     if (m_pSpur)
         m_pSpur->Notiere({.eSchritt = EBewertung::Kassenanteil, .iZahl = iProzent, .betrag = hit.BETRAG});
 }

@@ -44,9 +44,7 @@ char Recallziffer(const CString & s, int iArt) { return iArt >= 0 && iArt < s.Ge
 bool NurNullen(CString s) { return s.TrimRight('0').IsEmpty(); }
 
 bool HatteRecall(CTHistRecall & rHistRecall, const CString & sPatNr) {
-    rHistRecall.ClearKey();
-    rHistRecall.m_PATNR = sPatNr;
-    return rHistRecall.GetByK1(MATCH_ALLE) == 0;
+    return rHistRecall.LiesMit(1, MATCH_ALLE, {sPatNr}) == 0;
 }
 
 } // namespace
@@ -54,7 +52,7 @@ bool HatteRecall(CTHistRecall & rHistRecall, const CString & sPatNr) {
 std::size_t SPatientenHash::operator()(const CString & sPatNr) const {
     const CSicht sicht = sPatNr.Sicht();
     const std::string_view s = sicht;
-    const std::size_t iSchritt = s.size() / 10 + 1;
+    const std::size_t iSchritt = s.size() / 11 + 1; // all ten of a stored number
     std::uint32_t iHash = 2166136261U;
     for (std::size_t i = 0; i < s.size(); i += iSchritt)
         iHash = (iHash * 16777619U) ^ static_cast<unsigned char>(s[i]);
@@ -65,8 +63,7 @@ std::size_t SPatientenHash::operator()(const CString & sPatNr) const {
 
 bool CStatAccu::ReadPat(const CString & sPatNr) {
     m_pRPat->SetKey(1, true);
-    m_pRPat->m_PATNR = sPatNr;
-    return m_pRPat->GetByK1() == 0;
+    return m_pRPat->GetByPatNr(sPatNr) == 0;
 }
 
 int CStatAccu::FindPat(const CString & sPatNr, bool bNurIndex) {

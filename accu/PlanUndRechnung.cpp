@@ -4,8 +4,6 @@
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/Leistungsarten.h"
 
-#include <algorithm>
-
 using namespace orvostat;
 
 namespace {
@@ -108,22 +106,30 @@ bool CStatAccu::IsKFOPlan(CTPlan * pPlan) { return Ist(pPlan->m_PLANART, KFOArt)
 bool CStatAccu::IsKFOPlanOK(CTPlan * pPlan) { return IsKFOPlan(pPlan) && HatPlanNum(*pPlan); }
 
 int CStatAccu::FindPlan(const std::vector<CPlan> & vPlaene, const CBehHitLine & hit) {
-    for (std::size_t i = vPlaene.size(); i-- > 0;)
-        if (vPlaene[i] == hit) return static_cast<int>(i);
-    return -1;
+    const auto Schluessel = [](const auto & satz) {
+        return CTexte(Schluesseltext(satz.PATNR), Schluesseltext(satz.PLANNR));
+    };
+    return m_indexPlan.Finde(
+        vPlaene,
+        [&](const CPlan & plan) { // ==, in the loop
+            return GleicherSchluessel(plan.PATNR, hit.PATNR) && GleicherSchluessel(plan.PLANNR, hit.PLANNR);
+        },
+        Schluessel, [&] { return Schluessel(hit); });
 }
 
 // ---- bills
 
 CBill * CStatAccu::FindBill(const CString & sPatNr, const CString & sPatBill) {
     std::vector<CBill> & vBills = m_mapBill[sPatNr];
-    const auto it = std::find_if(vBills.rbegin(), vBills.rend(),
-                                 [&](const CBill & bill) { return bill.PATBILL == sPatBill; });
-    return it == vBills.rend() ? nullptr : &*it;
+    const int iPos = m_indexBill.Finde(
+        vBills, [&](const CBill & bill) { return GleicherSchluessel(bill.PATBILL, sPatBill); },
+        [](const CBill & bill) { return Schluesseltext(bill.PATBILL); },
+        [&] { return Schluesseltext(sPatBill); });
+    return iPos < 0 ? nullptr : &vBills[static_cast<std::size_t>(iPos)];
 }
 
 CBill * CStatAccu::GetBill(const CString & sPatNr, const CString & sPatBill) {
-    if (sPatNr.IsEmpty() || sPatBill.IsEmpty() || sPatBill == " ") return nullptr;
+    if (Blank(sPatNr) || Blank(sPatBill)) return nullptr;
     if (CBill * const pBill = FindBill(sPatNr, sPatBill)) return pBill;
     m_rBill.m_PATNR = sPatNr;
     m_rBill.m_PATBILL = sPatBill;

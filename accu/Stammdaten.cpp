@@ -12,6 +12,11 @@ using namespace orvostat;
 namespace {
 
 CString Kleintext(CString s) { return s.MakeLower(); }
+// Of a fee row's key.
+std::pair<CString, char> Kleinschluessel(std::pair<CString, char> schluessel) {
+    schluessel.first.MakeLower();
+    return schluessel;
+}
 
 template <class T> int Groesse(const T & v) { return static_cast<int>(v.size()); }
 
@@ -110,10 +115,10 @@ void CStatAccu::GetPersAdrCache(std::map<CString, CTAdr_Fields> & mapAdr) {
     const CAutoRSet<CTAdr> pAdr(OPEN_TABELLE, true);
     pAdr->m_ADRART = "w";
     for (int i = pAdr->GetByK3(MATCH_ALLE); i == 0; i = pAdr->Next())
-        mapNachNr[pAdr->m_ADRNR] = *pAdr;
+        if (!Blank(pAdr->m_ADRNR)) mapNachNr[TrimRight(pAdr->m_ADRNR)] = *pAdr;
     const CAutoRSet<CTPersonal> pPersonal(OPEN_TABELLE, true);
     for (int i = pPersonal->GetAll(); i == 0; i = pPersonal->Next()) {
-        const auto it = mapNachNr.find(pPersonal->m_PERSADRNR);
+        const auto it = mapNachNr.find(TrimRight(pPersonal->m_PERSADRNR));
         if (it != mapNachNr.end()) mapAdr[pPersonal->m_PID] = it->second;
     }
 }
@@ -168,36 +173,32 @@ int CStatAccu::FillGOStruct(CTGO * pGO) {
 }
 
 int CStatAccu::FindGO(const CString & sLst, CChar cGoArt) {
-    const int iPos = m_indexGoLst.Finde(m_vGO, {Kleintext(sLst), cGoArt}, [](const CGOStruct & go) {
-        return SGoSchluessel(Kleintext(go.m_sLst), go.m_cGoArt);
-    });
+    const int iPos = m_indexGoLst.Finde(
+        m_vGO, {sLst, cGoArt}, [](const CGOStruct & go) { return SGoSchluessel(go.m_sLst, go.m_cGoArt); },
+        Kleinschluessel);
     if (iPos >= 0) return iPos;
     return GetGOLstFromTable(sLst, cGoArt) ? Groesse(m_vGO) - 1 : -1;
 }
 
 int CStatAccu::FindGOKuerzel(const CString & sKuerzel, CChar cGoArt) {
-    const int iPos = m_indexGoKuerzel.Finde(m_vGO, {Kleintext(sKuerzel), cGoArt}, [](const CGOStruct & go) {
-        return SGoSchluessel(Kleintext(go.m_sKuerzel), go.m_cGoArt);
-    });
+    const int iPos = m_indexGoKuerzel.Finde(
+        m_vGO, {sKuerzel, cGoArt},
+        [](const CGOStruct & go) { return SGoSchluessel(go.m_sKuerzel, go.m_cGoArt); }, Kleinschluessel);
     if (iPos >= 0) return iPos;
     return GetGOKuerzelFromTable(sKuerzel, cGoArt) ? Groesse(m_vGO) - 1 : -1;
 }
 
-bool CStatAccu::LiesGO(int iKey, CString CTGO_Fields::*pFeld, const CString & sWert, CChar cGoArt) {
+bool CStatAccu::LiesGO(int iKey, const CString & sWert, CChar cGoArt) {
     if (sWert.IsEmpty()) return false;
     m_rGO.SetKey(iKey);
-    m_rGO.ClearKey();
-    m_rGO.m_GOART = cGoArt == 0 ? CString() : CString(cGoArt);
-    m_rGO.*pFeld = sWert;
-    return m_rGO.GetRecByKey(iKey, MATCH_ALLE) == 0 && FillGOStruct(&m_rGO) > 0;
+    const CString sGoArt = cGoArt == 0 ? CString() : CString(cGoArt);
+    return m_rGO.LiesMit(iKey, MATCH_ALLE, {sGoArt, sWert}) == 0 && FillGOStruct(&m_rGO) > 0;
 }
 
-bool CStatAccu::GetGOLstFromTable(const CString & sLst, CChar cGoArt) {
-    return LiesGO(1, &CTGO_Fields::m_LSTNR, sLst, cGoArt);
-}
+bool CStatAccu::GetGOLstFromTable(const CString & sLst, CChar cGoArt) { return LiesGO(1, sLst, cGoArt); }
 
 bool CStatAccu::GetGOKuerzelFromTable(const CString & sKuerzel, CChar cGoArt) {
-    return LiesGO(2, &CTGO_Fields::m_LSTKUERZEL, sKuerzel, cGoArt);
+    return LiesGO(2, sKuerzel, cGoArt);
 }
 
 // ---- pools
@@ -205,7 +206,8 @@ bool CStatAccu::GetGOKuerzelFromTable(const CString & sKuerzel, CChar cGoArt) {
 bool CStatAccu::GetSelectPoolData(const CString & sKey, std::vector<CSPData> & vDaten, bool bNeu) {
     if (bNeu) vDaten.clear();
     std::vector<SSelectPool *> vEintraege;
-    GetSPEntries(sKey, vEintraege);
+    const int iErgebnis = dbDatabaseRO.SelectPool(sKey, vEintraege);
+    if (iErgebnis != ZEILE_OK && iErgebnis != ZEILE_KEINE) return false;
     for (const SSelectPool * pEintrag : vEintraege)
         if (!pEintrag->m_sKey.IsEmpty()) vDaten.emplace_back().MoveSP(pEintrag);
     if (vDaten.empty()) return false;

@@ -51,6 +51,7 @@ template <class T> void GibFrei(T *& pRSet) {
 } // namespace
 
 void CStatAccu::GetMemForTables() {
+    if (m_pRPat == nullptr) BeginneNutzung();
     LegeAn(m_pRPat);
     LegeAn(m_pRAdr);
     LegeAn(m_pRBeh);
@@ -60,17 +61,20 @@ void CStatAccu::GetMemForTables() {
 }
 
 void CStatAccu::DeleteMemForTables() {
+    const bool bLauf = m_pRPat != nullptr;
     GibFrei(m_pRABefund);
     GibFrei(m_pROrvoKas);
     GibFrei(m_pRVDesc);
     GibFrei(m_pRPat);
     GibFrei(m_pRBeh);
     GibFrei(m_pRAdr);
+    if (bLauf) BeendeNutzung();
 }
 
 // ---- start and end of a run
 
 int CStatAccu::DataSumVorlauf(bool) {
+    CTGO::VergissGebPkt();
     GetMemForTables();
     const int iCode = GetGlobalData(false);
     if (iCode != 0) return iCode;
@@ -124,7 +128,10 @@ bool LiesPool(CStatAccu & accu, const SPool & pool) {
     bool bNeu = true;
     for (const char * pSchluessel : pool.apSchluessel) {
         if (pSchluessel == nullptr) break;
-        if (!accu.GetSelectPoolData(CString(pSchluessel), vTabelle, bNeu)) return false;
+        if (!accu.GetSelectPoolData(CString(pSchluessel), vTabelle, bNeu)) {
+            vTabelle.clear(); // half a table would pass for a whole one the next time
+            return false;
+        }
         bNeu = false;
     }
     if (pool.bGross)
@@ -138,6 +145,7 @@ bool LiesPool(CStatAccu & accu, const SPool & pool) {
 int CStatAccu::GetGlobalData(bool) {
     m_iLQPunktwert = Zahl(GetLQPunktwert());
     m_mapPw.clear();
+    m_sPwGruppe.Empty();
     GetAllPw();
     for (const SPool & pool : POOLS)
         if ((this->*pool.pTabelle).empty() && !LiesPool(*this, pool)) return pool.iCode;
@@ -179,7 +187,7 @@ void CStatAccu::AddError(const CBehHitLine & hit, int iFehler) {
 }
 
 int CStatAccu::FindError(const CBehErrors & fehler) {
-    return m_indexFehler.Finde(m_vBehErrors, fehler, std::identity{});
+    return m_indexFehler.Finde(m_vBehErrors, fehler, std::identity{}, std::identity{});
 }
 
 // Over the fields by which CBehErrors compares.
@@ -367,8 +375,6 @@ void CStatAccu::SetArzt(const CString & sMdId) {
 }
 
 CString CStatAccu::ReadArzt(const CString & sAdrNr) {
-    if (sAdrNr.IsEmpty()) return {};
     const CAutoRSet<CTAdr> pAdr;
-    pAdr->m_ADRNR = sAdrNr;
-    return pAdr->GetByK1(MATCH_ALLE) == 0 ? pAdr->MakeFullName(FULLNAME_NAME) : CString();
+    return pAdr->GetByAdrNr(sAdrNr) == 0 ? pAdr->MakeFullName(FULLNAME_NAME) : CString();
 }

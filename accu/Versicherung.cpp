@@ -40,11 +40,9 @@ bool KarteDeckt(const CVDesc & vdesc, const CString & sVon, const CString & sBis
 // ---- insurers
 
 int CStatAccu::ReadKas(const CString & sKuerzel) {
-    m_pROrvoKas->ClearKey();
     m_pROrvoKas->SetKey(1, false);
-    m_pROrvoKas->m_KASKUERZEL = sKuerzel;
     m_pROrvoKas->SetForwardOnly(true);
-    return m_pROrvoKas->GetByK1(MATCH_ALLE) == 0 ? 0 : 1;
+    return m_pROrvoKas->LiesMit(1, MATCH_ALLE, {sKuerzel}) == 0 ? 0 : 1;
 }
 
 int CStatAccu::FindKas(const CString & sKuerzel, const CString & sDatum) {
@@ -114,23 +112,23 @@ bool CStatAccu::GetKasFromAllVDesc(const CString & sPatNr) {
 
 bool CStatAccu::GetVDesc(const CString & sPatNr, const CString & sDatum) {
     CTVDesc & rVDesc = *m_pRVDesc;
-    rVDesc.ClearKey();
+    const CString sNr = sPatNr; // which may be the record set's own, and the walk moves
     rVDesc.SetKey(1, false);
     rVDesc.SetForwardOnly(true);
     bool bGefunden = false;
-    for (int i = rVDesc.GetByIntervall(sPatNr, sDatum, CString(), CString(), false); i == 0;
-         i = rVDesc.Next()) {
+    for (int i = rVDesc.GetByIntervall(sNr, sDatum, CString(), CString(), false); i == 0; i = rVDesc.Next()) {
         if (rVDesc.m_KASKUERZEL.IsEmpty()) continue;
         if (!GetKasFromVDesc(rVDesc.m_KASKUERZEL, rVDesc.m_VDABDATUM, sDatum)) continue;
-        m_mapVDesc[sPatNr].emplace_back().MoveVDesc(&rVDesc);
+        m_mapVDesc[sNr].emplace_back().MoveVDesc(&rVDesc);
         bGefunden = true;
     }
     return bGefunden;
 }
 
 CVDesc * CStatAccu::GetActVDesc(const CString & sPatNr, const CString & sDatum) {
-    if (m_pRVDesc->FindMatching(sPatNr, sDatum, 0) != 0) return nullptr;
-    CVDesc & vdesc = m_mapVDesc[sPatNr].emplace_back();
+    const CString sNr = sPatNr; // which may be the record set's own
+    if (m_pRVDesc->FindMatching(sNr, sDatum, 0) != 0) return nullptr;
+    CVDesc & vdesc = m_mapVDesc[sNr].emplace_back();
     vdesc.MoveVDesc(m_pRVDesc);
     return &vdesc;
 }

@@ -174,6 +174,35 @@ BENCHMARK(PrivatBewerten);
 BENCHMARK(KasseBewerten);
 BENCHMARK(PlanBewerten);
 
+// A run over plans of which each is looked for five times: missed, entered, found where it stands last. A sixth time
+// it is looked for when all are there.
+void PlaeneSuchen(benchmark::State & state) {
+    const bool bKlein = std::getenv("ORVOSTATBS_BENCH_SMALL") != nullptr;
+    const int iPlaene = std::min(static_cast<int>(state.range(0)), bKlein ? PLAENE : 100'000);
+    std::vector<CBehHitLine> vHits(static_cast<std::size_t>(iPlaene));
+    for (int i = 0; i < iPlaene; ++i) {
+        vHits[static_cast<std::size_t>(i)].PATNR = RightFix(itoc(i / 2), 10);
+        vHits[static_cast<std::size_t>(i)].PLANNR = i % 2 == 0 ? CString("1") : CString("2");
+    }
+    CStatAccu accu;
+    for (auto _ : state) {
+        std::vector<CPlan> vPlaene;
+        std::int64_t iSumme = 0;
+        for (const CBehHitLine & hit : vHits)
+            for (int i = 0; i < 5; ++i) {
+                const int iPos = accu.FindPlan(vPlaene, hit);
+                if (iPos < 0) vPlaene.emplace_back().MovePlanNotOk(hit);
+                iSumme += iPos;
+            }
+        for (const CBehHitLine & hit : vHits)
+            iSumme += accu.FindPlan(vPlaene, hit);
+        if (iSumme != (std::int64_t{iPlaene} - 1) * iPlaene / 2 * 5 - iPlaene)
+            return state.SkipWithError("wrong positions");
+    }
+    state.SetItemsProcessed(state.iterations() * iPlaene * 6);
+}
+BENCHMARK(PlaeneSuchen)->ArgName("plaene")->Arg(5)->Arg(400)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
 // A practice's names: a few hundred surnames and many first names, so that patients share both.
 CString Name(int iPat) {
     static const CString s_asNamen[] = {"MÜLLER"_t, "SCHMIDT-LÖWENSTEIN"_t, "VON DER HEIDE"_t, "WEIß"_t};

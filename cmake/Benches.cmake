@@ -11,7 +11,7 @@ foreach(source IN LISTS sources)
     orvo_compiler(${target})
     target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/include)
     target_link_libraries(${target} PRIVATE benchmark::benchmark ${CMAKE_DL_LIBS})
-    orvo_link_folders(${target} program ${ORVO_ENGINE} ${ORVO_STORES})
+    orvo_link_folders(${target} program muster ${ORVO_ENGINE} ${ORVO_STORES})
     add_test(NAME bench.${name} COMMAND ${target} --benchmark_min_time=0.01)
     set_tests_properties(bench.${name} PROPERTIES
         LABELS bench TIMEOUT 300 ENVIRONMENT ORVOSTATBS_BENCH_SMALL=1)

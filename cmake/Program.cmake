@@ -9,7 +9,7 @@ if(sources)
     add_library(orvo_program OBJECT ${sources})
     orvo_compiler(orvo_program)
     target_include_directories(orvo_program
-        PUBLIC ${PROJECT_SOURCE_DIR}/program PRIVATE ${PROJECT_SOURCE_DIR}/include)
+        PUBLIC ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/muster PRIVATE ${PROJECT_SOURCE_DIR}/include)
     target_link_libraries(orvo_program PUBLIC CLI11::CLI11)
     set_source_files_properties(${PROJECT_SOURCE_DIR}/program/Aufruf.cpp
         PROPERTIES COMPILE_DEFINITIONS ORVOSTATBS_VERSION="${PROJECT_VERSION}")
@@ -19,7 +19,7 @@ if(EXISTS ${main})
     add_executable(orvostat ${main})
     orvo_compiler(orvostat)
     target_include_directories(orvostat PRIVATE
-        ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/include)
+        ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/muster ${PROJECT_SOURCE_DIR}/include)
     target_link_libraries(orvostat PRIVATE CLI11::CLI11 ${CMAKE_DL_LIBS})
-    orvo_link_folders(orvostat program ${ORVO_ENGINE} ${ORVO_STORES})
+    orvo_link_folders(orvostat program muster ${ORVO_ENGINE} ${ORVO_STORES})
 endif()

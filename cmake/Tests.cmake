@@ -41,7 +41,7 @@ endfunction()
 
 # The program's tests see everything and run the built program, whose path they get as ORVOSTATBS_PROGRAM_PATH.
 function(orvo_program_tests)
-    orvo_test_executable(program ${PROJECT_SOURCE_DIR}/include program ${ORVO_ENGINE} ${ORVO_STORES})
+    orvo_test_executable(program ${PROJECT_SOURCE_DIR}/include program muster ${ORVO_ENGINE} ${ORVO_STORES})
     if(TARGET orvo_test_program AND TARGET orvostat)
         target_compile_definitions(orvo_test_program PRIVATE ORVOSTATBS_PROGRAM_PATH="$<TARGET_FILE:orvostat>")
         add_dependencies(orvo_test_program orvostat)

@@ -8,23 +8,100 @@
 #include <limits>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 namespace {
 
-// Council Regulation (EC) No 2866/98: 1 euro in the old currency.
-constexpr double EURO_KURS = 1.95583;
+__extension__ typedef unsigned __int128 UInt128;
 
-constexpr int NACHKOMMA_MAX = 8;                // decimals that a stored text keeps
-constexpr double KLEINSTER = 0.000000005;       // half of the last of them: below this nothing is stored
-constexpr double GANZ_MAX = 9007199254740992.0; // 2^53: up to here doubles hold every integer
+constexpr std::size_t NACHKOMMA = 8; // decimals of a value
+constexpr std::uint64_t EINHEITEN_JE_CENT = 1'000'000;
+constexpr std::int64_t GROESSTER = std::numeric_limits<std::int64_t>::max(); // and its negative the smallest
+
+// A number as a fraction, without its sign. Everything that a double can say to an amount fits in.
+struct SBruch {
+    UInt128 iZaehler, iNenner;
+};
+
+// Council Regulation (EC) No 2866/98: 1 euro is 1.95583 of the old currency.
+constexpr int KURS_ZAEHLER = 195583;
+constexpr int KURS_NENNER = 100000;
+
+// ---- Whole numbers -------------------------------------------------------------------------------------------------
+
+// A value without its sign, and one put together again, the largest where it is larger.
+constexpr std::uint64_t OhneVorzeichen(std::int64_t i) {
+    return i < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(i) : static_cast<std::uint64_t>(i);
+}
+constexpr std::int64_t MitVorzeichen(std::uint64_t i, bool bMinus) {
+    const auto iWert = static_cast<std::int64_t>(std::min(i, static_cast<std::uint64_t>(GROESSTER)));
+    return bMinus ? -iWert : iWert;
+}
+
+std::int64_t Summe(std::int64_t iA, std::int64_t iB) {
+    std::int64_t iSumme = 0;
+    if (__builtin_add_overflow(iA, iB, &iSumme) || iSumme < -GROESSTER)
+        return iA < 0 ? -GROESSTER : GROESSTER;
+    return iSumme;
+}
+
+// What is left of a value when the rest behind it is cut off. A last digit 0 or 5 would lie to a later rounding or
+// difference about that rest, so it goes one up.
+std::uint64_t Geschnitten(std::uint64_t iWert, bool bRest) {
+    return iWert + (bRest && iWert % 5 == 0 ? 1 : 0);
+}
+
+// The same of a product's quotient; the largest where it does not fit. Rare, and kept out of the way of the others.
+[[gnu::noinline]] std::uint64_t Geteilt(UInt128 iProdukt, UInt128 iNenner) {
+    const UInt128 iGanze = iProdukt / iNenner;
+    if (iGanze >= static_cast<std::uint64_t>(GROESSTER)) return GROESSTER;
+    return Geschnitten(static_cast<std::uint64_t>(iGanze), iProdukt % iNenner != 0);
+}
+
+// Most products of the practice fit in 64 bits, where a division is several times as fast.
+std::uint64_t MalGeteilt(std::uint64_t iWert, std::uint64_t iZaehler, std::uint64_t iNenner) {
+    std::uint64_t iProdukt = 0;
+    if (__builtin_mul_overflow(iWert, iZaehler, &iProdukt))
+        return Geteilt(static_cast<UInt128>(iWert) * iZaehler, iNenner);
+    return Geschnitten(iProdukt / iNenner, iProdukt % iNenner != 0);
+}
+
+// The same with a fraction of any size: what overflows the product overflows the result as well.
+std::uint64_t MalGeteilt(std::uint64_t iWert, const SBruch & bruch) {
+    UInt128 iProdukt = 0;
+    if (__builtin_mul_overflow(UInt128{iWert}, bruch.iZaehler, &iProdukt)) return GROESSTER;
+    return Geteilt(iProdukt, bruch.iNenner);
+}
+
+// ---- Doubles -------------------------------------------------------------------------------------------------------
 
 // The powers of ten that doubles hold exactly.
 constexpr std::array<double, 23> ZEHNER = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                            1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                            1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-double Zehner(int iStellen) { return ZEHNER[static_cast<std::size_t>(iStellen)]; }
+// The whole number nearest to d times a power of ten; the product's own rounding is taken back.
+double Ganze(double d, double dZehner) {
+    const double dGanze = std::round(d * dZehner);
+    return dGanze + std::round(std::fma(d, dZehner, -dGanze));
+}
+
+// The power of ten of as many decimals as a double means: as many as give the very double, if those of an amount do;
+// else as few as lie beside it by no more than the errors of a few multiplications. A double without such ones is
+// below 1e-7, and with 22 decimals near enough for any amount.
+double Zehner(double d) {
+    for (std::size_t i = 0; i <= NACHKOMMA; ++i)
+        if (Ganze(d, ZEHNER[i]) / ZEHNER[i] == d) return ZEHNER[i];
+    const double dSpielraum = d * 4 * std::numeric_limits<double>::epsilon();
+    for (const double dZehner : ZEHNER)
+        if (std::abs(Ganze(d, dZehner) / dZehner - d) <= dSpielraum) return dZehner;
+    return ZEHNER.back();
+}
+
+SBruch Dezimal(double dZahl) {
+    const double d = std::min(std::abs(dZahl), 0x1p63);
+    const double dNenner = Zehner(d);
+    return {static_cast<UInt128>(Ganze(d, dNenner)), static_cast<UInt128>(dNenner)};
+}
 
 bool IstZiffer(char c) { return c >= '0' && c <= '9'; }
 bool IstVorzeichen(char c) { return c == '-' || c == '+'; }
@@ -35,7 +112,7 @@ bool IstVorzeichen(char c) { return c == '-' || c == '+'; }
 struct SZahlform {
     char cKomma;
     char cTausender;
-    int iSkala;
+    std::size_t iSkala;
 };
 constexpr SZahlform HUNDERTSTEL{'.', 0, 2};
 constexpr SZahlform ZEHNTAUSENDSTEL{'.', 0, 4};
@@ -54,45 +131,53 @@ std::string_view Zahlanfang(std::string_view s, const SZahlform & form) {
     return s.substr(0, i);
 }
 
-// The value of a number with too many digits for one division.
-double WertLang(std::string_view sZahl, const SZahlform & form) {
-    std::string s;
-    for (const char c : sZahl)
-        if (c != form.cTausender) s += c == form.cKomma ? '.' : c;
-    const auto iErsteZiffer = s.find_first_not_of('0');
-    s += "e-" + std::to_string(form.iSkala);
-    double dWert = 0;
-    const auto [_, fehler] = std::from_chars(s.data(), s.data() + s.size(), dWert);
-    if (fehler == std::errc() && std::isfinite(dWert)) return dWert;
-    return IstZiffer(s[iErsteZiffer]) ? std::numeric_limits<double>::max() : 0.0;
+// The powers of ten up to a euro.
+constexpr std::array<std::uint64_t, NACHKOMMA + 1> EINER = {1,      10,      100,      1000,     10000,
+                                                            100000, 1000000, 10000000, 100000000};
+
+// The units of a number, the largest where it has too many.
+std::int64_t Wert(std::string_view sZahl, const SZahlform & form) {
+    std::uint64_t iWert = 0;
+    std::size_t iStellen = NACHKOMMA - form.iSkala; // that are still to come behind the point
+    bool bKomma = false;
+    bool bRest = false;
+    for (const char c : sZahl) {
+        bKomma |= c == form.cKomma;
+        if (!IstZiffer(c)) continue;
+        if (bKomma && iStellen == 0) {
+            bRest |= c != '0';
+            continue;
+        }
+        if (iWert > std::uint64_t{GROESSTER} / 10) return GROESSTER;
+        iWert = iWert * 10 + static_cast<std::uint64_t>(c - '0');
+        if (bKomma) --iStellen;
+    }
+    if (__builtin_mul_overflow(iWert, EINER[iStellen], &iWert)) return GROESSTER;
+    return MitVorzeichen(Geschnitten(iWert, bRest), false);
 }
 
-// The double next to a number's decimal value. Integer and power of ten are exact, so their quotient is that double.
-double Wert(std::string_view sZahl, const SZahlform & form) {
-    std::uint64_t iZiffern = 0;
-    int iStellen = form.iSkala;
-    bool bKomma = false;
-    for (const char c : sZahl) {
-        if (c == form.cKomma) bKomma = true;
-        if (!IstZiffer(c)) continue;
-        iZiffern = iZiffern * 10 + static_cast<std::uint64_t>(c - '0');
-        iStellen += bKomma ? 1 : 0;
-        if (iZiffern > static_cast<std::uint64_t>(GANZ_MAX) || iStellen >= static_cast<int>(ZEHNER.size()))
-            return WertLang(sZahl, form);
-    }
-    return static_cast<double>(iZiffern) / Zehner(iStellen);
+std::string_view OhneBlanks(std::string_view s) {
+    while (!s.empty() && s[0] == ' ')
+        s.remove_prefix(1);
+    return s;
 }
 
 CDBetrag Lies(std::string_view s, const SZahlform & form) {
-    if (s.find_first_not_of(' ') == std::string_view::npos) return {};
+    const std::string_view sText = OhneBlanks(s);
+    if (sText.empty()) return {};
+    const auto IstZahlanfang = [&form](char c) {
+        return IstZiffer(c) || IstVorzeichen(c) || c == form.cKomma;
+    };
+    if (!IstZahlanfang(sText[0])) s = sText; // a letter behind blanks is the currency, not they
     char cWaehrung = 0;
     if (!IstZiffer(s[0]) && !IstVorzeichen(s[0])) {
         cWaehrung = s[0];
-        s.remove_prefix(std::min(s.find_first_not_of(' ', 1), s.size()));
+        s = OhneBlanks(s.substr(1));
     }
-    const double dVorzeichen = !s.empty() && s[0] == '-' ? -1 : 1;
-    if (!s.empty() && IstVorzeichen(s[0])) s.remove_prefix(1);
-    return {dVorzeichen * Wert(Zahlanfang(s, form), form), cWaehrung};
+    const bool bMinus = !s.empty() && s[0] == '-';
+    if (!s.empty() && IstVorzeichen(s[0])) s = OhneBlanks(s.substr(1));
+    const std::int64_t iWert = Wert(Zahlanfang(s, form), form);
+    return CDBetrag::AusEinheiten(bMinus ? -iWert : iWert, cWaehrung);
 }
 
 CDBetrag LiesMitAnzeige(std::string_view s) {
@@ -103,48 +188,35 @@ CDBetrag LiesMitAnzeige(std::string_view s) {
 
 // ---- Rounding and writing ------------------------------------------------------------------------------------------
 
-// The cents of a value, cut off towards zero or brought to the nearest. What lies beside a half or a whole cent by no
-// more than the errors of a few multiplications is taken for it.
-double Cent(double dWert, bool bAbschneiden) {
-    const double dCent = std::abs(dWert) * 100;
-    const double dSpielraum = std::min(dCent * 4 * std::numeric_limits<double>::epsilon(), 0.25);
-    const double dGanze = std::floor(dCent);
-    const bool bAuf = dCent - dGanze >= (bAbschneiden ? 1.0 : 0.5) - dSpielraum;
-    return std::copysign(bAuf ? dGanze + 1 : dGanze, dWert);
+std::uint64_t GerundeteCent(std::int64_t iWert) {
+    return (OhneVorzeichen(iWert) + EINHEITEN_JE_CENT / 2) / EINHEITEN_JE_CENT;
 }
 
-// Long enough for the largest double with its decimals.
-using AText = std::array<char, 400>;
+// Long enough for the digits of a value, point included.
+using AText = std::array<char, 24>;
 
 std::string_view Text(const AText & acText, const char * pEnde) {
     return {acText.data(), static_cast<std::size_t>(pEnde - acText.data())};
 }
 
-// The digits of a value that is not negative, in units of the iSkala-th decimal.
-std::string_view Ziffern(double dWert, int iSkala, AText & acText) {
-    char * const pAnfang = acText.data();
-    char * const pEnde = pAnfang + acText.size();
-    const double dEinheiten = std::round(dWert * Zehner(iSkala));
-    if (dEinheiten <= GANZ_MAX && dEinheiten / Zehner(iSkala) == dWert)
-        return Text(acText, std::to_chars(pAnfang, pEnde, static_cast<std::uint64_t>(dEinheiten)).ptr);
-
-    char * const pLetzte = std::to_chars(pAnfang, pEnde, dWert, std::chars_format::fixed, NACHKOMMA_MAX).ptr;
-    char * const pKomma = std::find(pAnfang, pLetzte, '.');
-    std::rotate(pKomma, pKomma + 1, pKomma + 1 + iSkala);
-    std::string_view s = Text(acText, pLetzte);
-    s = s.substr(0, s.find_last_not_of('0') + 1);
-    if (s.back() == '.') s.remove_suffix(1);
-    return s.substr(
-        std::min(s.find_first_not_of('0'), static_cast<std::size_t>(pKomma - pAnfang + iSkala - 1)));
+// The digits of units, counted in the iSkala-th decimal.
+std::string_view Ziffern(std::uint64_t iEinheiten, std::size_t iSkala, AText & acText) {
+    std::uint64_t iTeiler = EINER[NACHKOMMA - iSkala];
+    char * p = std::to_chars(acText.data(), acText.data() + acText.size(), iEinheiten / iTeiler).ptr;
+    std::uint64_t iRest = iEinheiten % iTeiler;
+    if (iRest != 0) *p++ = '.';
+    for (; iRest != 0; iRest %= iTeiler) {
+        iTeiler /= 10;
+        *p++ = static_cast<char>('0' + iRest / iTeiler);
+    }
+    return Text(acText, p);
 }
 
 // A stored text: letter, blanks up to the width, sign and digits.
-CString Stored(double dWert, char cWaehrung, int iSkala, int iWidth, bool bSigned) {
+CString Stored(std::int64_t iWert, char cWaehrung, std::size_t iSkala, int iWidth, bool bSigned) {
     AText acText;
-    const std::string_view sZiffern = Ziffern(std::abs(dWert), iSkala, acText);
-    std::string s(1, '-');
-    s += sZiffern;
-    if (!bSigned || dWert >= 0 || sZiffern == "0") s.erase(0, 1);
+    std::string s(bSigned && iWert < 0 ? 1 : 0, '-');
+    s += Ziffern(OhneVorzeichen(iWert), iSkala, acText);
     const std::size_t iLaenge = s.size() + (cWaehrung != 0 ? 1 : 0);
     const std::size_t iBreite = static_cast<std::size_t>(std::max(iWidth, 0));
     if (iBreite > iLaenge) s.insert(cWaehrung != 0 ? 0 : s.size(), iBreite - iLaenge, ' ');
@@ -156,76 +228,97 @@ CString NurBlanks(int iWidth) { return CString(' ', iWidth); }
 
 } // namespace
 
+CWBetragBasis::CWBetragBasis(double dWert, char cWaehrung) {
+    if (std::isnan(dWert)) return;
+    m_iWert = EINHEITEN_JE_EURO;
+    m_cWaehrung = cWaehrung;
+    m_bGesetzt = true;
+    Multipliziere(dWert);
+}
+
 void CWBetragBasis::Zero() {
-    m_dWert = 0;
+    m_iWert = 0;
     m_bGesetzt = true;
 }
 
-bool CWBetragBasis::IsZero() const { return std::abs(m_dWert) < KLEINSTER; }
-
-bool CWBetragBasis::IsPos() const { return m_dWert >= KLEINSTER; }
-
 CWBetragBasis & CWBetragBasis::ToW(char cW) {
     if (IsEmpty()) return *this;
-    if (m_cWaehrung == 'e' && cW == ' ') m_dWert *= EURO_KURS;
-    if (m_cWaehrung == ' ' && cW == 'e') m_dWert /= EURO_KURS;
+    const std::uint64_t iWert = OhneVorzeichen(m_iWert);
+    if (m_cWaehrung == 'e' && cW == ' ')
+        m_iWert = MitVorzeichen(MalGeteilt(iWert, KURS_ZAEHLER, KURS_NENNER), m_iWert < 0);
+    if (m_cWaehrung == ' ' && cW == 'e')
+        m_iWert = MitVorzeichen(MalGeteilt(iWert, KURS_NENNER, KURS_ZAEHLER), m_iWert < 0);
     m_cWaehrung = cW;
     return *this;
 }
 
 CWBetragBasis & CWBetragBasis::Round() {
-    m_dWert = Cent(m_dWert, false) / 100;
+    m_iWert = MitVorzeichen(GerundeteCent(m_iWert) * EINHEITEN_JE_CENT, m_iWert < 0);
+    return *this;
+}
+
+CWBetragBasis & CWBetragBasis::MalBruch(std::int64_t iZaehler, std::int64_t iNenner) {
+    if (iNenner == 0) return *this;
+    const bool bMinus = ((m_iWert < 0) != (iZaehler < 0)) != (iNenner < 0);
+    m_iWert = MitVorzeichen(
+        MalGeteilt(OhneVorzeichen(m_iWert), OhneVorzeichen(iZaehler), OhneVorzeichen(iNenner)), bMinus);
     return *this;
 }
 
 CString CWBetragBasis::ToDb(int iWidth, bool bSigned, bool, double, double) const {
-    if (IsEmpty() || !std::isfinite(m_dWert)) return NurBlanks(iWidth);
-    return Stored(m_dWert, m_cWaehrung, HUNDERTSTEL.iSkala, iWidth, bSigned);
+    if (IsEmpty()) return NurBlanks(iWidth);
+    return Stored(m_iWert, m_cWaehrung, HUNDERTSTEL.iSkala, iWidth, bSigned);
 }
 
 CString CWBetragBasis::ToExt(int iWidth, bool bThousands) const {
-    if (IsEmpty() || !std::isfinite(m_dWert)) return NurBlanks(iWidth);
-    AText acText;
-    const double dCent = Cent(m_dWert, false);
-    std::string s(Ziffern(std::abs(dCent), 0, acText));
+    if (IsEmpty()) return NurBlanks(iWidth);
+    const std::uint64_t iCent = GerundeteCent(m_iWert);
+    std::string s = std::to_string(iCent);
     s.insert(0, s.size() < 3 ? 3 - s.size() : 0, '0');
     s.insert(s.size() - 2, 1, ',');
     for (std::size_t i = s.size() - 3; bThousands && i > 3; i -= 3)
         s.insert(i - 3, 1, '.');
-    if (dCent < 0) s.insert(0, 1, '-');
+    if (m_iWert < 0 && iCent != 0) s.insert(0, 1, '-');
     const std::size_t iBreite = static_cast<std::size_t>(std::max(iWidth, 0));
     if (s.size() < iBreite) s.insert(0, iBreite - s.size(), ' ');
     return CString(std::string_view(s));
 }
 
-void CWBetragBasis::Addiere(const CWBetragBasis & betrag, double dFaktor) {
+void CWBetragBasis::Addiere(const CWBetragBasis & betrag, bool bAbziehen) {
     if (betrag.IsEmpty()) return;
-    CWBetragBasis summand = betrag;
     if (m_cWaehrung == 0) m_cWaehrung = betrag.m_cWaehrung;
-    summand.ToW(m_cWaehrung);
-    m_dWert += dFaktor * summand.m_dWert;
+    if (betrag.m_cWaehrung != m_cWaehrung) return AddiereUmgerechnet(betrag, bAbziehen);
+    m_iWert = Summe(m_iWert, bAbziehen ? -betrag.m_iWert : betrag.m_iWert);
     m_bGesetzt = true;
 }
 
+[[gnu::noinline]] void CWBetragBasis::AddiereUmgerechnet(CWBetragBasis betrag, bool bAbziehen) {
+    Addiere(betrag.ToW(m_cWaehrung), bAbziehen);
+}
+
 double operator/(const CWBetragBasis & a, const CWBetragBasis & b) {
-    CWBetragBasis teiler = b;
-    if (a.m_cWaehrung != 0) teiler.ToW(a.m_cWaehrung);
-    return b.IsZero() ? 0.0 : a.m_dWert / teiler.m_dWert;
+    if (b.IsZero()) return 0;
+    const double dQuotient = static_cast<double>(a.m_iWert) / static_cast<double>(b.m_iWert);
+    if (a.m_cWaehrung == 'e' && b.m_cWaehrung == ' ') return dQuotient * KURS_ZAEHLER / KURS_NENNER;
+    if (a.m_cWaehrung == ' ' && b.m_cWaehrung == 'e') return dQuotient * KURS_NENNER / KURS_ZAEHLER;
+    return dQuotient;
 }
 
 void CWBetragBasis::Multipliziere(double dFaktor) {
-    if (!IsEmpty()) m_dWert *= dFaktor;
+    if (std::isnan(dFaktor)) return Empty();
+    m_iWert = MitVorzeichen(MalGeteilt(OhneVorzeichen(m_iWert), Dezimal(dFaktor)),
+                            (m_iWert < 0) != std::signbit(dFaktor));
 }
 
 CDBetrag::CDBetrag(const CString & sStored) : CDBetrag(Lies(sStored.Sicht(), HUNDERTSTEL)) {}
 
 CDBetrag & CDBetrag::RoundDown() {
-    m_dWert = Cent(m_dWert, true) / 100;
+    m_iWert -= m_iWert % static_cast<std::int64_t>(EINHEITEN_JE_CENT);
     return *this;
 }
 
 CDBetrag & CDBetrag::operator+=(const CWBetragBasis & betrag) {
-    Addiere(betrag, 1);
+    Addiere(betrag, false);
     return *this;
 }
 
@@ -233,7 +326,7 @@ CDBetrag CDBetrag::operator+(const CWBetragBasis & betrag) const { return CDBetr
 
 CDBetrag CDBetrag::operator-(const CWBetragBasis & betrag) const {
     CDBetrag differenz = *this;
-    differenz.Addiere(betrag, -1);
+    differenz.Addiere(betrag, true);
     return differenz;
 }
 
@@ -247,15 +340,21 @@ CDBetrag CDBetrag::operator*(double dFaktor) const { return CDBetrag(*this) *= d
 CDBetrag operator*(double dFaktor, const CDBetrag & betrag) { return betrag * dFaktor; }
 
 CDBetrag & CDBetrag::operator/=(double dTeiler) {
-    if (dTeiler != 0) m_dWert /= dTeiler;
+    if (dTeiler == 0) return *this;
+    if (!std::isfinite(dTeiler)) return *this *= std::isnan(dTeiler) ? dTeiler : 0;
+    const SBruch bruch = Dezimal(dTeiler);
+    const std::uint64_t iWert = OhneVorzeichen(m_iWert);
+    m_iWert = MitVorzeichen(bruch.iZaehler == 0 ? iWert == 0 ? 0 : GROESSTER
+                                                : MalGeteilt(iWert, {bruch.iNenner, bruch.iZaehler}),
+                            (m_iWert < 0) != std::signbit(dTeiler));
     return *this;
 }
 
 CDPw::CDPw(const CString & sStored) : CWBetragBasis(Lies(sStored.Sicht(), ZEHNTAUSENDSTEL)) {}
 
 CString CDPw::ToDb(int iWidth, bool bSigned, bool, double, double) const {
-    if (IsEmpty() || !std::isfinite(m_dWert)) return NurBlanks(iWidth);
-    return Stored(m_dWert, m_cWaehrung, ZEHNTAUSENDSTEL.iSkala, iWidth, bSigned);
+    if (IsEmpty()) return NurBlanks(iWidth);
+    return Stored(m_iWert, m_cWaehrung, ZEHNTAUSENDSTEL.iSkala, iWidth, bSigned);
 }
 
 CDPw::operator CString() const { return ToDb(0, true, false, 0, 0); }
@@ -270,13 +369,13 @@ CWBetrag::CWBetrag(const CString & sText) : CWBetragBasis(LiesMitAnzeige(sText.S
 
 CWBetrag CWBetrag::operator+(const CWBetragBasis & betrag) const {
     CWBetrag summe = *this;
-    summe.Addiere(betrag, 1);
+    summe.Addiere(betrag, false);
     return summe;
 }
 
 CWBetrag CWBetrag::operator-(const CWBetragBasis & betrag) const {
     CWBetrag differenz = *this;
-    differenz.Addiere(betrag, -1);
+    differenz.Addiere(betrag, true);
     return differenz;
 }
 

@@ -100,6 +100,15 @@ COberflaeche & Oberflaeche() {
     return s_terminal;
 }
 
+const CString & AbbruchTitel() {
+    static const CString s_sTitel = "Vorgang abbrechen..."_t;
+    return s_sTitel;
+}
+
+bool FrageAbbruch() {
+    return SollIch(AbbruchTitel(), "Möchten Sie wirklich den Vorgang abbrechen?"_t, 0) == SOLLICH_JA;
+}
+
 COberflaeche * SetzeOberflaeche(COberflaeche * pOberflaeche) {
     return std::exchange(s_pOberflaeche, pOberflaeche);
 }

@@ -1,7 +1,10 @@
 #include "orvostatbs/host/RSet.h"
 
 #include "orvostatbs/host/TabellenPraxis.h"
+#include "orvostatbs/host/Textfunktionen.h"
 
+#include <algorithm>
+#include <string_view>
 #include <utility>
 
 using namespace orvostat;
@@ -17,37 +20,50 @@ CMxDatabase::~CMxDatabase() = default;
 void CMxDatabase::Verbinde(std::shared_ptr<CZeilenspeicher> pSpeicher) {
     m_mapSelectPool.clear();
     m_pSpeicher = std::move(pSpeicher);
+    m_iFehlschlaege = 0;
     Geaendert();
 }
 
-const std::vector<std::unique_ptr<SSelectPool>> & CMxDatabase::SelectPool(const CString & sKey) {
-    static const std::vector<std::unique_ptr<SSelectPool>> s_vKeine;
-    if (const auto it = m_mapSelectPool.find(sKey); it != m_mapSelectPool.end()) return it->second;
-    std::vector<std::unique_ptr<SSelectPool>> vEintraege;
+int CMxDatabase::SelectPool(const CString & sKey, std::vector<SSelectPool *> & vEintraege) {
+    vEintraege.clear();
+    if (Blank(sKey)) return ZEILE_KEINE;
+    std::vector<SSelectPool> vGelesen;
     CTSelectPool pool(*this);
-    pool.m_SPPOOL = sKey;
-    int i;
-    for (i = pool.GetByK1(MATCH_ALLE); i == 0; i = pool.Next())
-        vEintraege.push_back(
-            std::make_unique<SSelectPool>(SSelectPool{pool.m_SPKEY, pool.m_SPTEXT, pool.m_SPEXTRA}));
-    if (i != ZEILE_KEINE) return s_vKeine;
-    return m_mapSelectPool[sKey] = std::move(vEintraege);
+    int i = pool.LiesMit(1, MATCH_ALLE, {sKey});
+    for (; i == ZEILE_OK; i = pool.Next())
+        vGelesen.push_back({pool.m_SPKEY, pool.m_SPTEXT, pool.m_SPEXTRA});
+    if (i != ZEILE_KEINE || vGelesen.empty()) return i;
+    auto & vVorrat = m_mapSelectPool[TrimRight(sKey)];
+    for (SSelectPool & eintrag : vGelesen) {
+        const auto itPlatz = vVorrat.begin() + std::ssize(vEintraege);
+        const auto it = std::find_if(itPlatz, vVorrat.end(), [&](const auto & p) { return *p == eintrag; });
+        if (it != vVorrat.end())
+            std::iter_swap(itPlatz, it);
+        else
+            vVorrat.insert(itPlatz, std::make_unique<SSelectPool>(std::move(eintrag)));
+        vEintraege.push_back(vVorrat[vEintraege.size()].get());
+    }
+    return ZEILE_OK;
 }
 
-int CMxDatabase::Beginne() { return m_bNurLesen || !m_pSpeicher ? ZEILE_VERWEIGERT : m_pSpeicher->Beginne(); }
+int CMxDatabase::Beginne() {
+    return m_bNurLesen || !m_pSpeicher ? ZEILE_VERWEIGERT : Zaehle(m_pSpeicher->Beginne());
+}
 
 int CMxDatabase::Beende(bool bUebernehmen) {
     if (m_bNurLesen || !m_pSpeicher) return ZEILE_VERWEIGERT;
     Geaendert();
-    return m_pSpeicher->Beende(bUebernehmen);
+    return Zaehle(m_pSpeicher->Beende(bUebernehmen));
+}
+
+std::int64_t CMxDatabase::Zeilenzahl(const STabelle & tabelle) {
+    const std::int64_t iZeilen = m_pSpeicher ? m_pSpeicher->Zeilenzahl(tabelle) : 0;
+    if (iZeilen < 0) Zaehle(ZEILE_FEHLER);
+    return iZeilen;
 }
 
 bool GetSPEntries(const CString & sKey, std::vector<SSelectPool *> & vEintraege) {
-    vEintraege.clear();
-    if (sKey.IsEmpty()) return false;
-    for (const auto & pEintrag : dbDatabaseRO.SelectPool(sKey))
-        vEintraege.push_back(pEintrag.get());
-    return !vEintraege.empty();
+    return dbDatabaseRO.SelectPool(sKey, vEintraege) == ZEILE_OK;
 }
 
 namespace orvostat {
@@ -114,10 +130,7 @@ void CMxRSet::Init() {
 }
 
 void CMxRSet::InitI() {
-    m_pWeg.reset();
-    m_pSpeicher.reset();
-    m_menge.bOffen = false;
-    m_menge.fFilter = nullptr;
+    SchliesseMenge();
     m_pZwischen.reset();
     m_fFilter = nullptr;
     m_iZustand = ZEILE_KEINE;
@@ -129,34 +142,70 @@ void CMxRSet::AddKeysBW(const CString & sVon, const CString & sBis) {
     m_pZwischen = std::make_unique<CZwischen>(sVon, sBis);
 }
 
-int CMxRSet::ExecSQL(const CString &) { return ZEILE_FEHLER; }
-
-int CMxRSet::GetAll() {
-    if (!NeueMenge(m_iKey)) return ZEILE_FEHLER;
-    return First();
+int CMxRSet::ExecSQL(const CString &) {
+    InitI();
+    return ZEILE_FEHLER;
 }
 
+int CMxRSet::GetAll() { return NeueMenge(m_iKey) ? LiesErste() : static_cast<int>(ZEILE_FEHLER); }
+
 int CMxRSet::GetRecByParam(std::initializer_list<CString> vTeile) {
+    return LiesMit(m_iKey, MATCH_GENAU, vTeile);
+}
+
+int CMxRSet::LiesMit(int iKey, MatchMode mode, std::initializer_list<CString> vTeile) {
     ClearKey();
-    const std::size_t iKey = static_cast<std::size_t>(m_iKey) - 1;
-    if (iKey >= Tabelle().vSchluessel.size()) return ZEILE_FEHLER;
-    const auto vSpalten = Tabelle().vSchluessel[iKey].Spalten();
+    const std::size_t iSchluessel = static_cast<std::size_t>(iKey) - 1;
+    if (iSchluessel >= Tabelle().vSchluessel.size()) return Lies(iKey, mode, true);
+    const auto vSpalten = Tabelle().vSchluessel[iSchluessel].Spalten();
     std::size_t i = 0;
     for (const CString & sTeil : vTeile)
         if (i < vSpalten.size()) *Felder()[vSpalten[i++]] = sTeil;
-    return GetRecByKey(m_iKey, MATCH_GENAU);
+    return Lies(iKey, mode, i > 0);
 }
 
-int CMxRSet::GetRecByKey(int iKey, MatchMode mode) {
+int CMxRSet::GetRecByKey(int iKey, MatchMode mode) { return Lies(iKey, mode, false); }
+
+// Reads by the key fields; with bGegeben the first of them is asked for even if it is empty.
+int CMxRSet::Lies(int iKey, MatchMode mode, bool bGegeben) {
     const auto pZwischen = std::move(m_pZwischen);
     if (!NeueMenge(iKey)) return ZEILE_FEHLER;
     VorZugriff();
+    if (FragtNachNiemand(mode, bGegeben)) {
+        SchliesseMenge();
+        return ZEILE_KEINE;
+    }
     Begrenze(mode, pZwischen.get());
-    return First();
+    return LiesErste();
+}
+
+// The first row of the set of a read; one that fails, or has no store, leaves no set.
+int CMxRSet::LiesErste() {
+    const int iErgebnis = First();
+    if ((iErgebnis != ZEILE_OK && iErgebnis != ZEILE_KEINE) || !m_pSpeicher) SchliesseMenge();
+    return iErgebnis;
+}
+
+void CMxRSet::SchliesseMenge() {
+    m_pWeg.reset();
+    m_pSpeicher.reset();
+    m_menge.bOffen = false;
+    m_menge.fFilter = nullptr;
+}
+
+// The key begins with the empty number of a patient or an address, and the read asks for it: in an exact read, and in
+// another where the number is given or all blank.
+bool CMxRSet::FragtNachNiemand(MatchMode mode, bool bGegeben) const {
+    const std::uint8_t iSpalte = Schluesselspalten().front();
+    const CString & sNummer = *Werte()[iSpalte];
+    if (!Blank(sNummer) || (sNummer.IsEmpty() && mode != MATCH_GENAU && !bGegeben)) return false;
+    const std::string_view sName = Tabelle().vSpalten[iSpalte].pName;
+    return sName == "PATNR" || sName == "ADRNR";
 }
 
 // Begins the set of a read with the whole table; false for a key that the table lacks.
 bool CMxRSet::NeueMenge(int iKey) {
+    SchliesseMenge();
     m_menge.bOffen = iKey >= 1 && static_cast<std::size_t>(iKey) <= Tabelle().vSchluessel.size();
     m_menge.bEineZeile = false;
     m_menge.bereich.iSchluessel = iKey;
@@ -212,7 +261,7 @@ int CMxRSet::First() {
     m_pSpeicher = m_pDb->Speicher();
     if (!m_menge.bOffen || !m_pSpeicher) return ZEILE_KEINE;
     m_pWeg = m_pSpeicher->Oeffne(Tabelle(), m_menge.bereich);
-    m_iZustand = m_pWeg ? Schritt() : ZEILE_FEHLER;
+    m_iZustand = m_pWeg ? Schritt() : m_pDb->Zaehle(ZEILE_FEHLER);
     // One row that cannot be changed needs its walk no longer, and a store may hold locks for a walk.
     if (m_menge.bEineZeile && m_pDb->NurLesen()) m_pWeg.reset();
     return m_iZustand;
@@ -224,7 +273,7 @@ int CMxRSet::Schritt() {
     const bool bFilter = m_menge.fFilter || !m_menge.vWeitereTeile.empty();
     const int iErgebnis = bFilter ? SchrittMitFilter() : m_pWeg->Naechste(Felder());
     if (iErgebnis == ZEILE_OK) NachLesen();
-    return iErgebnis;
+    return m_pDb->Zaehle(iErgebnis);
 }
 
 // A filter looks at the fields, so the row that is left when the set ends has to be put back.
@@ -258,7 +307,7 @@ int CMxRSet::WriteRec() {
     if (m_pDb->NurLesen() || !pSpeicher) return ZEILE_VERWEIGERT;
     VorZugriff();
     CMxDatabase::Geaendert();
-    return pSpeicher->Schreibe(Tabelle(), Werte());
+    return m_pDb->Zaehle(pSpeicher->Schreibe(Tabelle(), Werte()));
 }
 
 int CMxRSet::RewriteRec() {
@@ -266,14 +315,14 @@ int CMxRSet::RewriteRec() {
     if (m_iZustand != ZEILE_OK) return m_iZustand;
     VorZugriff();
     CMxDatabase::Geaendert();
-    return m_pWeg->Ersetze(Werte());
+    return m_pDb->Zaehle(m_pWeg->Ersetze(Werte()));
 }
 
 int CMxRSet::DeleteRec() {
     if (m_pDb->NurLesen()) return ZEILE_VERWEIGERT;
     if (m_iZustand != ZEILE_OK) return m_iZustand;
     CMxDatabase::Geaendert();
-    const int iErgebnis = m_pWeg->Loesche();
+    const int iErgebnis = m_pDb->Zaehle(m_pWeg->Loesche());
     if (iErgebnis == ZEILE_OK) Next();
     return iErgebnis;
 }

@@ -30,13 +30,14 @@ bool HatKassenleistung(CTBeh & beh, int iErgebnis, const std::string_view (&asNu
     return false;
 }
 
-// The table of changed points, read once and again after any change to the database: it is asked for every hit.
+// The table of changed points, read once in a run and again after a change through a handle: it is asked for every
+// hit.
 class CPunktetafel {
 public:
     const CString * Finde(char cGoArt, const CString & sLst, const CString & sDatum) {
         if (m_iStand != CMxDatabase::Stand()) Lies();
         if (m_map.empty()) return nullptr;
-        const auto it = m_map.find(CString(sLst).MakeLower());
+        const auto it = m_map.find(Nummer(sLst));
         if (it == m_map.end()) return nullptr;
         const CString * pPunkte = nullptr;
         for (const SAenderung & aenderung : it->second)
@@ -44,24 +45,35 @@ public:
         return pPunkte;
     }
 
+    void Vergiss() { m_iStand = NIE; }
+
 private:
+    static constexpr std::uint64_t NIE = ~0ULL;
+
     struct SAenderung {
         char cGoArt; // lower case
         CString sAb;
         CString sPunkte;
     };
 
+    // A number as the table's key compares it.
+    static CString Nummer(CString sLst) {
+        if (sLst.GetAt(sLst.GetLength() - 1) == ' ') sLst.TrimRight(' ');
+        sLst.MakeLower();
+        return sLst; // moved, not copied
+    }
+
     void Lies() {
         m_map.clear();
         CTGoPunkte punkte(dbDatabaseRO);
         int i = punkte.GetAll();
         for (; i == 0; i = punkte.Next())
-            m_map[CString(punkte.m_LSTNR).TrimRight(' ').MakeLower()].push_back(
-                {Klein(punkte.m_GOART.Erstes()), punkte.m_PKTAB, punkte.m_PUNKTE});
+            m_map[Nummer(punkte.m_LSTNR)].push_back(
+                {Klein(punkte.m_GOART.Erstes()), TrimRight(punkte.m_PKTAB), punkte.m_PUNKTE});
         // A table that could not be read to its end is read again for the next hit.
-        m_iStand = i == ZEILE_KEINE ? CMxDatabase::Stand() : ~0ULL;
+        m_iStand = i == ZEILE_KEINE ? CMxDatabase::Stand() : NIE;
     }
-    std::uint64_t m_iStand = ~0ULL;
+    std::uint64_t m_iStand = NIE;
     std::unordered_map<CString, std::vector<SAenderung>> m_map; // by service, each in order of kind and day
 };
 
@@ -73,15 +85,9 @@ CPunktetafel & Punktetafel() {
 } // namespace
 
 int CTBeh::OeffneZeitraum(const CString & sPat, const CString & sVon, const CString & sBis) {
-    if (sPat.IsEmpty()) { // nobody: no set
-        InitI();
-        return ZEILE_KEINE;
-    }
     SetKey(1);
-    ClearKey();
-    m_PATNR = sPat;
     AddKeysBW(sVon, sBis);
-    return GetByK1(MATCH_ALLE);
+    return LiesMit(1, MATCH_ALLE, {sPat});
 }
 
 int CTBeh::GetForPatSel(const CString & sPat, const CString & sVon, const CString & sBis,
@@ -93,8 +99,6 @@ int CTBeh::GetForPatSel(const CString & sPat, const CString & sVon, const CStrin
 
 int CTBeh::GetWithBEVX(const CString & sPat, const CString & sPlan) {
     SetKey(1);
-    ClearKey();
-    m_PATNR = sPat;
     ModifyFilter([this, sPlan] {
         if (m_LSTNR != "beva" && m_LSTNR != "bevb") return false;
         CTBill bill(Datenbank());
@@ -102,7 +106,7 @@ int CTBeh::GetWithBEVX(const CString & sPat, const CString & sPlan) {
         bill.m_PATBILL = m_PATBILL;
         return bill.GetByK1() == 0 && bill.m_PLANNR == sPlan;
     });
-    return GetByK1(MATCH_ALLE);
+    return LiesMit(1, MATCH_ALLE, {sPat});
 }
 
 bool CTBeh::IsMultibandBehandlung(const CString & sPat, const CString & sVon, const CString & sBis) {
@@ -132,9 +136,8 @@ int CTGO::GetGebPkt(char cGoArt, const CString & sLst, int iPunkte, const CStrin
     return pGeaendert ? Zahl(*pGeaendert) : iPunkte;
 }
 
+void CTGO::VergissGebPkt() { Punktetafel().Vergiss(); }
+
 int CTGoCheck::GetByExtraFlag(const CString & sGoArt, const CString & sLst, char cFlag) {
-    m_GOART = sGoArt;
-    m_LSTNR = sLst;
-    m_EXTRAFLAG = CString(cFlag);
-    return GetByK1(MATCH_GENAU);
+    return LiesMit(1, MATCH_GENAU, {sGoArt, sLst, CString(cFlag)});
 }

@@ -21,9 +21,7 @@ std::uint32_t CTPat::GetIndexMarkers() const {
 CString CTHistRecall::LastRecallDatum(const CString & sPat, int iArt, int & iErgebnis) {
     CString sLetztes;
     iErgebnis = 0;
-    ClearKey();
-    m_PATNR = sPat;
-    for (int i = GetByK1(MATCH_ALLE); i == 0; i = Next()) {
+    for (int i = LiesMit(1, MATCH_ALLE, {sPat}); i == 0; i = Next()) {
         if (iArt >= 0 && orvostat::Zahl(m_RECALLART) != iArt) continue;
         if (m_RECALLDATUM <= sLetztes) continue;
         sLetztes = m_RECALLDATUM;
@@ -36,14 +34,8 @@ bool CTVDesc::IsWsoOst(const CString & sWso, const CString &) { return sWso == "
 
 int CTVDesc::GetByIntervall(const CString & sPat, const CString & sDatum, const CString &, const CString &,
                             bool) {
-    if (sPat.IsEmpty()) { // nobody: no set
-        InitI();
-        return orvostat::ZEILE_KEINE;
-    }
-    ClearKey();
-    m_PATNR = sPat;
     ModifyFilter([this, sDatum] { return m_VDBISDATUM.IsEmpty() || m_VDBISDATUM >= sDatum; });
-    return GetByK1(MATCH_ALLE);
+    return LiesMit(1, MATCH_ALLE, {sPat});
 }
 
 // The order of preference among periods of one day, the best 0.
@@ -55,19 +47,24 @@ int CTVDesc::Rang() const {
     return bPrivat ? 2 : cArt != 0 && cArt != 'a' ? 1 : 0;
 }
 
+// Of periods of one rank the latest goes first, which the walk meets last in ascending order.
 int CTVDesc::FindMatching(const CString & sPat, const CString & sDatum, int) {
-    SetKey(1, false);
+    const CString sTag = sDatum; // which may be a field of this object
     int iBester = -1;
     CTVDesc_Fields beste;
-    for (int i = GetByIntervall(sPat, sDatum, CString(), CString(), false); i == 0; i = Next()) {
-        if (m_VDABDATUM > sDatum || (iBester >= 0 && Rang() >= iBester)) continue;
-        iBester = Rang();
+    int i = GetByIntervall(sPat, sTag, CString(), CString(), false);
+    for (; i == orvostat::ZEILE_OK; i = Next()) {
+        const int iRang = Rang();
+        if (m_VDABDATUM > sTag || (iBester >= 0 && iRang >= iBester + (Aufsteigend() ? 1 : 0))) continue;
+        iBester = iRang;
         beste = *this;
     }
-    if (iBester < 0) return orvostat::ZEILE_KEINE;
-    m_PATNR = beste.m_PATNR;
-    m_VDABDATUM = beste.m_VDABDATUM;
-    m_VDESCNR = beste.m_VDESCNR;
+    if (i != orvostat::ZEILE_KEINE || iBester < 0) {
+        InitI();
+        return i;
+    }
+    static_cast<CTVDesc_Fields &>(*this) = beste;
+    ModifyFilter([this, beste] { return static_cast<const CTVDesc_Fields &>(*this) == beste; });
     return GetByK1(MATCH_GENAU);
 }
 

@@ -8,10 +8,8 @@ namespace {
 // Fills the address part of a joined record; without a row it is empty.
 void LiesAdresse(CTAdr_Fields & ziel, const CString & sAdrNr) {
     ziel = CTAdr_Fields();
-    if (sAdrNr.IsEmpty()) return;
     const CAutoRSet<CTAdr> pAdr;
-    pAdr->m_ADRNR = sAdrNr;
-    if (pAdr->GetByK1(MATCH_ALLE) == 0) ziel = *pAdr;
+    if (pAdr->GetByAdrNr(sAdrNr) == 0) ziel = *pAdr;
 }
 
 } // namespace
@@ -19,24 +17,20 @@ void LiesAdresse(CTAdr_Fields & ziel, const CString & sAdrNr) {
 CString CTKzv::RLP(const CString & sNr) {
     const CAutoRSet<CTKzv> pKzv;
     pKzv->m_KZVNR = sNr;
-    return pKzv->GetByK1() == 0 ? pKzv->m_REGION : sNr;
+    return pKzv->GetByK1() == 0 && !Blank(pKzv->m_REGION) ? pKzv->m_REGION : TrimRight(sNr);
 }
 
 int CTMandant::GetValidMandant(const CString & sMd) {
-    ClearKey();
-    m_MDID = sMd;
     ModifyFilter([this] { return m_GELOESCHT != "1"; });
-    return GetByK1(MATCH_ALLE);
+    return LiesMit(1, MATCH_ALLE, {sMd});
 }
 
 void CTMandantAdr::NachLesen() { LiesAdresse(*this, m_MDADRNR); }
 void CTPersonalAdr::NachLesen() { LiesAdresse(*this, m_PERSADRNR); }
 
 int CTLeb::GetValidLebs(const CString & sLeb) {
-    ClearKey();
-    m_LEB = sLeb;
     ModifyFilter([this] { return m_GELOESCHT != "1"; });
-    return GetByK1(MATCH_ALLE);
+    return LiesMit(1, MATCH_ALLE, {sLeb});
 }
 
 CString CTAdr::MakeFullName(FULLNAMECONST eForm) const {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <ranges>
 #include <utility>
 
 using namespace orvostat;
@@ -34,6 +35,16 @@ constexpr struct {
     const char * pText;
 } POTTEXTE[] = {{'c', "KCH"}, {'z', "ZE"},  {'k', "KFO"}, {'b', "KBR"},
                 {'p', "PAR"}, {'i', "IMP"}, {'2', "ZE"},  {'e', "PAR"}};
+
+bool NurZiffern(const CString & s, int iStellen) {
+    return s.GetLength() == iStellen && std::ranges::all_of(CSicht(s).Text(), ismxdigit);
+}
+
+// The date at a place of a stored value; empty where there is none.
+CString Datum(const CString & sWert, int iStelle) {
+    const CString s = sWert.Mid(iStelle, LAENGE_DATUM);
+    return NurZiffern(s, LAENGE_DATUM) ? s : CString();
+}
 
 CString MandantKey(const CString & sMandant) { return RightFix(sMandant, LAENGE_MANDANT); }
 
@@ -154,6 +165,7 @@ void CHVMCf::Init() {
     m_vBgParam.clear();
     m_vUrParam.clear();
     m_vLeistungen.clear();
+    m_bVollstaendig = true;
 }
 
 void CHVMCf::SetzeSchalter() {
@@ -171,12 +183,18 @@ void CHVMCf::SetzeSchluessel(const CString & sKuerzel) {
     m_ParPool.m_KUERZEL = sKuerzel;
 }
 
+// Whether a read has given a row; notes where it has failed.
+bool CHVMCf::Gelesen(int iErgebnis) {
+    m_bVollstaendig = m_bVollstaendig && (iErgebnis == ZEILE_OK || iErgebnis == ZEILE_KEINE);
+    return iErgebnis == ZEILE_OK;
+}
+
 // A row is enough: the walk, which would lock the practice's file, ends here.
 bool CHVMCf::LiesZeile(const CString & sKuerzel, MatchMode mode) {
     SetzeSchluessel(sKuerzel);
-    const int iErgebnis = m_ParPool.GetByK1(mode);
+    const bool bZeile = Gelesen(m_ParPool.GetByK1(mode));
     m_ParPool.InitI();
-    return iErgebnis == ZEILE_OK;
+    return bZeile;
 }
 
 bool CHVMCf::Schreibe(const CString & sKuerzel, const CString & sWert) {
@@ -214,26 +232,11 @@ bool CHVMCf::ExistHVMConf() { return LiesZeile(CString(), MATCH_ALLE); }
 // may have given up the group by itself and would take further rows one by one.
 void CHVMCf::Gruppiert(bool (CHVMCf::*pSchreibe)()) {
     m_bGespeichert = false;
-    const auto pSpeicher = m_ParPool.Datenbank().Speicher();
-    if (!pSpeicher || pSpeicher->Beginne() != ZEILE_OK) return;
-    struct SEnde {
-        CTParPool & pool;
-        CZeilenspeicher & speicher;
-        bool bUebernehmen = false;
-        bool bBeendet = false;
-        int Beende() {
-            bBeendet = true;
-            pool.InitI(); // no walk stays open across the end
-            const int iErgebnis = speicher.Beende(bUebernehmen);
-            CMxDatabase::Geaendert();
-            return iErgebnis;
-        }
-        ~SEnde() {
-            if (!bBeendet) Beende();
-        }
-    } ende{m_ParPool, *pSpeicher};
-    ende.bUebernehmen = (this->*pSchreibe)();
-    m_bGespeichert = ende.Beende() == ZEILE_OK && ende.bUebernehmen;
+    if (!m_bVollstaendig) return;
+    CMxGruppe gruppe(m_ParPool.Datenbank());
+    const bool bGeschrieben = gruppe.Offen() && (this->*pSchreibe)();
+    m_ParPool.InitI(); // no walk stays open across the end
+    m_bGespeichert = gruppe.Beende(bGeschrieben);
 }
 
 bool CHVMCf::WriteParPool() {
@@ -317,7 +320,7 @@ bool CHVMCf::ReadBg(const CString & sMandant) {
 void CHVMCf::LiesBgGruppe(const CString & sMandant, char cArt, char cGruppe) {
     const CString sKey = BgKey(sMandant, cArt, cGruppe);
     SetzeSchluessel(sKey);
-    for (int i = m_ParPool.GetByTeilKuerzel(); i == ZEILE_OK; i = m_ParPool.Next()) {
+    for (int i = m_ParPool.GetByTeilKuerzel(); Gelesen(i); i = m_ParPool.Next()) {
         if (m_ParPool.m_KUERZEL.GetLength() == sKey.GetLength())
             LiesHauptzeile(m_BgArbeit, m_ParPool.m_KUERZEL, m_ParPool.m_WERT);
         else
@@ -382,37 +385,53 @@ CHVMUrParam & CHVMCf::UrParam(const CString & sMandant, const CString & sJahr) {
     return ur;
 }
 
+// Rows whose key is not of the stored form are left alone, here and in writing: read, they would come back beside their
+// copies, once more with each write.
 template <class F>
 void CHVMCf::LiesUrZeilen(const CString & sVorsatz, const CString & sMandant, F fUebernimm) {
     SetzeSchluessel(sVorsatz + MandantKey(sMandant));
-    for (int i = m_ParPool.GetByK1(MATCH_TEIL); i == ZEILE_OK; i = m_ParPool.Next()) {
+    for (int i = m_ParPool.GetByK1(MATCH_TEIL); Gelesen(i); i = m_ParPool.Next()) {
         const CString & sKuerzel = m_ParPool.m_KUERZEL;
         const CString sMandantDerZeile = sKuerzel.Mid(STELLE_MANDANT, LAENGE_MANDANT);
         if (!GleicherMandant(sMandantDerZeile, sMandant)) return;
-        fUebernimm(UrParam(sMandantDerZeile, sKuerzel.Mid(STELLE_JAHR, LAENGE_JAHR)), m_ParPool.m_WERT);
+        const CString sJahr = sKuerzel.Mid(STELLE_JAHR, LAENGE_JAHR);
+        const CString sNummer = sKuerzel.Mid(STELLE_JAHR + LAENGE_JAHR);
+        if (NurZiffern(sJahr, LAENGE_JAHR)) fUebernimm(sMandantDerZeile, sJahr, sNummer, m_ParPool.m_WERT);
     }
 }
 
 bool CHVMCf::ReadUr(const CString & sMandant) {
-    LiesUrZeilen("ur-", sMandant, [](CHVMUrParam & ur, const CString & sWert) {
-        ur.m_vUrlaub.emplace_back(sWert.Left(LAENGE_DATUM), sWert.Mid(LAENGE_DATUM, LAENGE_DATUM));
-    });
+    LiesUrZeilen("ur-", sMandant,
+                 [this](const CString & sEigner, const CString & sJahr, const CString & sNummer,
+                        const CString & sWert) {
+                     const CString sVon = Datum(sWert, 0);
+                     // an empty first day is before every day: the owner would never have worked
+                     if (sVon.IsEmpty() || !NurZiffern(sNummer, 1) || Zahl(sNummer) >= MAX_URLAUBE) return;
+                     UrParam(sEigner, sJahr).m_vUrlaub.emplace_back(sVon, Datum(sWert, LAENGE_DATUM));
+                 });
     LiesUrZeilen("at-", sMandant,
-                 [](CHVMUrParam & ur, const CString & sWert) { LiesFlags(sWert, ur.m_abArbeitstag); });
+                 [this](const CString & sEigner, const CString & sJahr, const CString & sNummer,
+                        const CString & sWert) {
+                     if (sNummer.IsEmpty()) LiesFlags(sWert, UrParam(sEigner, sJahr).m_abArbeitstag);
+                 });
     return true;
 }
 
 bool CHVMCf::WriteUr() {
-    for (const CHVMUrParam & ur : m_vUrParam) {
-        const CString sKey = MandantKey(ur.m_sMandant) + ur.m_sJahr.Left(LAENGE_JAHR);
-        if (!Ersetze(CString("at-") + sKey, FlagsWert(ur.m_abArbeitstag))) return false;
-        for (int i = 0; i < MAX_URLAUBE; ++i) {
-            const CString sUrKey = CString("ur-") + sKey + itoc(i);
-            if (!DeleteParPool(sUrKey)) return false;
-            if (static_cast<std::size_t>(i) >= ur.m_vUrlaub.size()) continue;
-            const auto & [sVon, sBis] = ur.m_vUrlaub[static_cast<std::size_t>(i)];
-            if (!Schreibe(sUrKey, LeftFix(sVon, LAENGE_DATUM) + LeftFix(sBis, LAENGE_DATUM))) return false;
-        }
+    return std::ranges::all_of(m_vUrParam, [this](const CHVMUrParam & ur) { return WriteUrJahr(ur); });
+}
+
+bool CHVMCf::WriteUrJahr(const CHVMUrParam & ur) {
+    const CString sJahr = ur.m_sJahr.Left(LAENGE_JAHR);
+    if (!NurZiffern(sJahr, LAENGE_JAHR)) return true; // no key can hold it
+    const CString sKey = MandantKey(ur.m_sMandant) + sJahr;
+    if (!Ersetze(CString("at-") + sKey, FlagsWert(ur.m_abArbeitstag))) return false;
+    for (int i = 0; i < MAX_URLAUBE; ++i) {
+        const CString sUrKey = CString("ur-") + sKey + itoc(i);
+        if (!DeleteParPool(sUrKey)) return false;
+        if (static_cast<std::size_t>(i) >= ur.m_vUrlaub.size()) continue;
+        const auto & [sVon, sBis] = ur.m_vUrlaub[static_cast<std::size_t>(i)];
+        if (!Schreibe(sUrKey, LeftFix(sVon, LAENGE_DATUM) + LeftFix(sBis, LAENGE_DATUM))) return false;
     }
     return true;
 }
@@ -430,7 +449,7 @@ int CHVMCf::FindUrParam(const CString & sMandant, CString sJahr) const {
 bool CHVMCf::ReadLs() {
     m_vLeistungen.clear();
     SetzeSchluessel("leistung"_t);
-    for (int i = m_ParPool.GetByK1(MATCH_TEIL); i == ZEILE_OK; i = m_ParPool.Next())
+    for (int i = m_ParPool.GetByK1(MATCH_TEIL); Gelesen(i); i = m_ParPool.Next())
         for (int iAb = 0; iAb < m_ParPool.m_WERT.GetLength(); iAb += LAENGE_LEISTUNG) {
             const CString sLeistung = TrimRight(m_ParPool.m_WERT.Mid(iAb, LAENGE_LEISTUNG));
             if (sLeistung.GetLength() > 1) m_vLeistungen.push_back(sLeistung);

@@ -172,9 +172,6 @@ int FuehreAus(CLI::App & app, int argc, const char * const * argv) {
         std::cerr << "Falscher Aufruf. " << Meldung(befehl, fehler) << "\nHilfe: " << Befehlszeile(befehl)
                   << " --help\n";
         return ENDE_AUFRUF;
-    } catch (const std::exception & fehler) {
-        std::cerr << "Fehler: " << fehler.what() << '\n';
-        return ENDE_FEHLER;
     }
 }
 

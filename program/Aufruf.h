@@ -11,7 +11,7 @@ namespace orvostat {
 void Beschrifte(CLI::App & app);
 
 // Reads the command line and runs the command. A command ends normally or throws CLI::RuntimeError with its exit
-// code; wrong usage is reported and is exit code 2, an exception of the library's "Fehler: ..." and 1.
+// code; wrong usage is reported and is exit code 2. Any other exception passes through.
 [[nodiscard]] int FuehreAus(CLI::App & app, int argc, const char * const * argv);
 
 // What an option takes: a whole number from iVon to iBis, one of some words. The message is German, and the help text

@@ -45,6 +45,8 @@ constexpr struct {
     {"attempt to write a readonly database", "die Datei ist schreibgeschützt"},
     {"disk I/O error", "der Datenträger meldet einen Fehler"},
     {"unable to open database file", "neben der Datei lässt sich keine anlegen"},
+    {"file too large", "die Datei würde größer als erlaubt"},
+    {"out of memory", "der Speicher reicht nicht"},
 };
 
 } // namespace
@@ -60,8 +62,15 @@ std::string Fehlergrund(const CZeilenspeicher * pSpeicher) {
 std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EModus eModus) {
     CString sMeldung;
     auto pSpeicher = CSqliteSpeicher::OeffneDatei(sDatei, eModus, sMeldung);
-    if (!pSpeicher) Verweigere(sMeldung.Utf8());
-    return pSpeicher;
+    if (pSpeicher) return pSpeicher;
+    const bool bHilftPruefen = eModus == EModus::Lesen && CSqliteSpeicher::Unterbrochen(sDatei);
+    Verweigere(sMeldung.Utf8() + (bHilftPruefen ? " \"orvostat check\" tut das." : ""));
+}
+
+bool NimmUnterbrocheneZurueck(const std::string & sDatei) {
+    if (!CSqliteSpeicher::Unterbrochen(sDatei)) return false;
+    (void)OeffneSpeicher(sDatei, EModus::Schreiben);
+    return true;
 }
 
 CNeueDatei::CNeueDatei(const std::string & sDatei, bool bErsetzen)

@@ -16,8 +16,13 @@ enum EEnde : int {
     ENDE_ABBRUCH = 130, // cancelled by the user
 };
 
-// Opens a practice file. A file that is refused ends the command with its reason and exit code 1.
+// Opens a practice file. A file that is refused ends the command with its reason and exit code 1; where a crash has
+// left a change half done, that names the command that mends it.
 [[nodiscard]] std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EModus eModus);
+
+// Takes back a change that a crash has left half done; true if there was one. A file that cannot be written ends the
+// command.
+[[nodiscard]] bool NimmUnterbrocheneZurueck(const std::string & sDatei);
 
 // Why the last read or write of a practice file failed, for behind "...: "; empty where the store does not know.
 [[nodiscard]] std::string Fehlergrund(const CZeilenspeicher * pSpeicher);

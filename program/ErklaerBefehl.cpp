@@ -72,8 +72,10 @@ public:
     }
 
     // Prints the services. Ends the command where there is none, or where the file cannot be read to the end.
-    void Zeige(const CPraxis & praxis) {
-        if (!m_lauf.Vorlauf()) throw CLI::RuntimeError(ENDE_FEHLER);
+    void Zeige() {
+        const bool bBegonnen = m_lauf.Vorlauf();
+        VerweigereNachLesefehler();
+        if (!bBegonnen) throw CLI::RuntimeError(ENDE_FEHLER);
         m_accu.m_pSpur = &m_spur;
         // All treatments of the patient up to the day: a plan's mixed point value comes from its first service.
         CTBeh & beh = *m_accu.m_pRBeh;
@@ -81,7 +83,7 @@ public:
         for (; i == ZEILE_OK; i = beh.Next())
             NimmBehandlung(beh);
         m_lauf.Nachlauf();
-        praxis.VerweigereNachLesefehler(i > ZEILE_KEINE);
+        VerweigereNachLesefehler();
         if (m_iHits == 0) Verweigere("An diesem Tag hat der Patient keine solche Leistung.");
     }
 
@@ -129,7 +131,7 @@ void FuegeExplainHinzu(CLI::App & app) {
     pApp->callback([pBefehl, pErsatz] {
         pBefehl->auftrag.bErsatz = pErsatz->count() > 0;
         const CPraxis praxis(pBefehl->sDatei, EModus::Lesen);
-        CErklaerung(*pBefehl).Zeige(praxis);
+        CErklaerung(*pBefehl).Zeige();
     });
 }
 

@@ -2,7 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <cmath>
 #include <cstdlib>
 #include <map>
 #include <memory>
@@ -13,7 +12,6 @@ namespace orvostat {
 
 namespace {
 
-constexpr double EINHEITEN_JE_EURO = 1e8;
 constexpr std::int64_t EINHEITEN_JE_CENT = 1000000;
 
 // The small tables as SQL wants them: indexed by their texts, numbers as numbers, letters as letters. A period counts
@@ -173,7 +171,8 @@ void Verbuche(std::map<CSchluessel, SGegensumme> & map, const CBehHitLine & hit,
     summe.sLeistung = hit.LSTNR;
     summe.cGoArt = hit.GOART;
     ++summe.iHits;
-    summe.iLauf += std::llround(hit.BETRAG / CDBetrag(1.0, 'e') * EINHEITEN_JE_EURO);
+    CDBetrag euro(hit.BETRAG);
+    summe.iLauf += euro.ToW('e').GetEinheiten();
     summe.iSql += iSql;
 }
 

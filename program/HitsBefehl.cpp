@@ -62,7 +62,7 @@ void Zeige(const SAuswahl & auswahl) {
     }
     tabelle.Ende();
     if (bAbbruch) BrichAb();
-    praxis.VerweigereNachLesefehler(i > ZEILE_KEINE);
+    VerweigereNachLesefehler();
     if (auswahl.eFormat == EFormat::Tabelle)
         std::cout << '\n' << iHits << (iHits == 1 ? " Hit\n" : " Hits\n");
 }

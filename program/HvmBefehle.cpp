@@ -2,9 +2,9 @@
 
 #include "Aufruf.h"
 #include "Datenbank.h"
-#include "Feiertage.h"
 #include "Praxis.h"
 
+#include "orvostatbs/calendar/Feiertage.h"
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/hvm/HVMCf.h"
@@ -53,24 +53,48 @@ const char * Schaltertext(std::string_view sName) {
 
 // ---- reading and writing
 
-// A writer stores all kinds of rows, so all that belong to no owner are read first.
-void LiesGemeinsames(CHVMCf & cf) {
-    cf.ReadEi();
-    cf.ReadFt();
-    cf.ReadLs();
-}
+// The settings of a practice, to be shown or changed. To be changed they are read and written in one group of the
+// store, so that of two who change settings at the same time the second one reads what the first has written. Ends
+// the command rather than show or write start values in the place of settings that cannot be read.
+class CEinstellungen {
+public:
+    CEinstellungen(const std::string & sDatei, bool bAendern)
+        : m_praxis(sDatei, bAendern ? EModus::Schreiben : EModus::Lesen) {
+        if (!bAendern) return;
+        m_gruppe.emplace(dbDatabase);
+        if (!m_gruppe->Offen()) VerweigereSpeichern();
+    }
 
-void PruefeGespeichert(const CHVMCf & cf) {
-    if (cf.Gespeichert()) return;
-    const std::string sGrund = Fehlergrund(dbDatabase.Speicher().get());
-    Verweigere("Die Einstellungen konnten nicht gespeichert werden" + (sGrund.empty() ? "" : ": " + sGrund) +
-               "; es gelten die alten.");
-}
+    // What belongs to no owner, since a writer stores all kinds of rows, and what fLies reads.
+    template <class F> void Lies(F fLies) {
+        m_cf.ReadEi();
+        m_cf.ReadFt();
+        m_cf.ReadLs();
+        fLies(m_cf);
+        VerweigereNachLesefehler(m_gruppe ? "Es wurde nichts geändert. " : "");
+    }
+    void Lies() {
+        Lies([](CHVMCf &) {});
+    }
+    CHVMCf & operator*() { return m_cf; }
+    CHVMCf * operator->() { return &m_cf; }
 
-void Speichere(CHVMCf & cf) {
-    cf.WriteParPool();
-    PruefeGespeichert(cf);
-}
+    void Speichere(bool (CHVMCf::*pSchreibe)() = &CHVMCf::WriteParPool) {
+        (m_cf.*pSchreibe)();
+        if (!m_gruppe->Beende(m_cf.Gespeichert())) VerweigereSpeichern();
+    }
+
+private:
+    [[noreturn]] static void VerweigereSpeichern() {
+        const std::string sGrund = Fehlergrund(dbDatabase.Speicher().get());
+        Verweigere("Die Einstellungen konnten nicht gespeichert werden" +
+                   (sGrund.empty() ? "" : ": " + sGrund) + "; es gelten die alten.");
+    }
+
+    CPraxis m_praxis; // outlives the group, and this one the walks of the settings
+    std::optional<CMxGruppe> m_gruppe;
+    CHVMCf m_cf;
+};
 
 [[noreturn]] void FalscherWert(const std::string & sOption, const std::string & sText) {
     throw CLI::ValidationError(sOption, sText);
@@ -150,18 +174,23 @@ void ZeigeJahre(const CHVMCf & cf) {
 }
 
 void Zeige(const std::string & sDatei) {
-    const CPraxis praxis(sDatei, EModus::Lesen);
-    CHVMCf cf;
-    if (!cf.ExistHVMConf())
+    CEinstellungen einstellungen(sDatei, false);
+    std::vector<std::pair<CString, CHVMCf>> vEigene; // of each owner
+    bool bVorhanden = false;
+    einstellungen.Lies([&](CHVMCf & cf) {
+        bVorhanden = cf.ExistHVMConf();
+        for (const CString & sMandant : Mandanten()) {
+            CHVMCf & eigene = vEigene.emplace_back(sMandant, CHVMCf()).second;
+            eigene.ReadBg(sMandant);
+            eigene.ReadUr(sMandant);
+        }
+    });
+    if (!bVorhanden)
         std::cout << "Die Praxis hat noch keine HVM-Einstellungen; es gelten die Anfangswerte.\n";
-    LiesGemeinsames(cf);
-    ZeigeSchalter(cf);
-    ZeigeFeiertage(cf);
-    ZeigeLeistungen(cf);
-    for (const CString & sMandant : Mandanten()) {
-        CHVMCf eigene;
-        eigene.ReadBg(sMandant);
-        eigene.ReadUr(sMandant);
+    ZeigeSchalter(*einstellungen);
+    ZeigeFeiertage(*einstellungen);
+    ZeigeLeistungen(*einstellungen);
+    for (const auto & [sMandant, eigene] : vEigene) {
         std::cout << "Praxisinhaber " << Trim(sMandant).Utf8() << '\n';
         ZeigeToepfe(eigene, sMandant, false);
         ZeigeJahre(eigene);
@@ -181,38 +210,37 @@ struct SSet {
     void Laufe() const {
         if (sName.empty() == sLand.empty() || (!sName.empty() && sWert.empty()))
             FalscherWert("set", "erwartet entweder SCHALTER WERT oder --land LAND");
-        const CPraxis praxis(*pDatei, EModus::Schreiben);
-        CHVMCf cf;
-        LiesGemeinsames(cf);
+        CEinstellungen einstellungen(*pDatei, true);
+        einstellungen.Lies();
         if (!sLand.empty())
-            SetzeLand(cf);
-        else if (!SetzeFeiertag(cf))
-            SetzeSchalter(cf);
+            SetzeLand(einstellungen);
+        else if (!SetzeFeiertag(einstellungen))
+            SetzeSchalter(einstellungen);
     }
 
-    void SetzeLand(CHVMCf & cf) const {
+    void SetzeLand(CEinstellungen & einstellungen) const {
         const CHoliday kalender = KalenderFuer(*FindeBundesland(sLand));
         for (std::size_t i = 0; i < std::size(FEIERTAGSSCHALTER); ++i)
-            cf.m_abFeiertag[i] = kalender.*FEIERTAGSSCHALTER[i];
-        SchreibeFeiertage(cf);
+            einstellungen->m_abFeiertag[i] = kalender.*FEIERTAGSSCHALTER[i];
+        SchreibeFeiertage(einstellungen);
     }
 
     // True if the name is that of a holiday.
-    bool SetzeFeiertag(CHVMCf & cf) const {
+    bool SetzeFeiertag(CEinstellungen & einstellungen) const {
         const auto it = std::ranges::find(FEIERTAGSSCHALTER, sName, NameDesSchalters);
         if (it == std::end(FEIERTAGSSCHALTER)) return false;
-        cf.m_abFeiertag[it - std::begin(FEIERTAGSSCHALTER)] = LiesAnAus(sWert);
-        SchreibeFeiertage(cf);
+        einstellungen->m_abFeiertag[it - std::begin(FEIERTAGSSCHALTER)] = LiesAnAus(sWert);
+        SchreibeFeiertage(einstellungen);
         return true;
     }
 
-    static void SchreibeFeiertage(CHVMCf & cf) {
-        cf.WriteFt();
-        PruefeGespeichert(cf);
-        ZeigeFeiertage(cf);
+    static void SchreibeFeiertage(CEinstellungen & einstellungen) {
+        einstellungen.Speichere(&CHVMCf::WriteFt);
+        ZeigeFeiertage(*einstellungen);
     }
 
-    void SetzeSchalter(CHVMCf & cf) const {
+    void SetzeSchalter(CEinstellungen & einstellungen) const {
+        CHVMCf & cf = *einstellungen;
         const auto it =
             std::ranges::find_if(HVM_SCHALTER, [&](const SHvmSchalter & s) { return s.pName == sName; });
         if (it == std::end(HVM_SCHALTER))
@@ -223,7 +251,7 @@ struct SSet {
             cf.*it->pZahl = sWert[0] - '0';
         else
             FalscherWert("WERT", sName + " ist eine Ziffer von 0 bis 9");
-        Speichere(cf);
+        einstellungen.Speichere();
         std::cout << sName << " = " << (it->pFlag ? AnAus(cf.*it->pFlag) : sWert.c_str()) << '\n';
     }
 };
@@ -259,16 +287,17 @@ struct SPots {
             FalscherWert("--gruppe", "zu einer Auswahl gehört ein Gruppenbuchstabe");
         if (!sGruppe.empty() && CHVMCf::s_sBgGruppen.Find(sGruppe[0]) < 0)
             FalscherWert("--gruppe", "erlaubt sind " + CHVMCf::s_sBgGruppen.Utf8());
-        const CPraxis praxis(*pDatei, Aendert() ? EModus::Schreiben : EModus::Lesen);
+        CEinstellungen einstellungen(*pDatei, Aendert());
         const CString sId = MandantOderErster(sMandant);
-        CHVMCf cf;
-        LiesGemeinsames(cf);
-        cf.ReadBg(sId);
-        if (Aendert()) Aendere(cf, Topf(cf, sId));
+        einstellungen.Lies([&](CHVMCf & cf) { cf.ReadBg(sId); });
+        if (Aendert()) {
+            Aendere(*einstellungen, Topf(*einstellungen, sId));
+            einstellungen.Speichere();
+        }
         if (sArt.empty())
-            ZeigeToepfe(cf, sId, true);
+            ZeigeToepfe(*einstellungen, sId, true);
         else
-            ZeigeTopf(Topf(cf, sId));
+            ZeigeTopf(Topf(*einstellungen, sId));
     }
 
     [[nodiscard]] CHVMBgParam & Topf(CHVMCf & cf, const CString & sId) const {
@@ -289,7 +318,6 @@ struct SPots {
         if (sAuswahl) SetzeAuswahl(bg);
         if (bg.m_mSel.empty())
             bg.m_mSel[CHVMCf::s_sBgGruppen.Erstes()]; // a pot's values stand in the rows of groups
-        Speichere(cf);
     }
 
     void SetzeAuswahl(CHVMBgParam & bg) const {
@@ -340,15 +368,17 @@ struct SVacation {
         if (Aendert() && sJahr.empty()) FalscherWert("JAHR", "zum Ändern fehlt das Jahr");
         if (vUrlaub.size() > 5) FalscherWert("--urlaub", "ein Jahr hat höchstens fünf Urlaube");
         const auto vZeiten = Zeiten();
-        const CPraxis praxis(*pDatei, Aendert() ? EModus::Schreiben : EModus::Lesen);
+        CEinstellungen einstellungen(*pDatei, Aendert());
         const CString sId = MandantOderErster(sMandant);
-        CHVMCf cf;
-        LiesGemeinsames(cf);
-        cf.ReadUr(sId);
-        if (Aendert()) Aendere(cf, sId, vZeiten);
+        einstellungen.Lies([&](CHVMCf & cf) { cf.ReadUr(sId); });
+        if (Aendert()) {
+            Aendere(*einstellungen, sId, vZeiten);
+            einstellungen.Speichere();
+        }
         if (!sJahr.empty())
-            std::erase_if(cf.m_vUrParam, [&](const auto & ur) { return ur.m_sJahr.Left(4) != Jahr(); });
-        ZeigeJahre(cf);
+            std::erase_if(einstellungen->m_vUrParam,
+                          [&](const auto & ur) { return ur.m_sJahr.Left(4) != Jahr(); });
+        ZeigeJahre(*einstellungen);
     }
 
     [[nodiscard]] CString Jahr() const { return AusUtf8(sJahr); }
@@ -381,7 +411,6 @@ struct SVacation {
         if (!vTage.empty())
             for (std::size_t k = 0; k < std::size(ur.m_abArbeitstag); ++k)
                 ur.m_abArbeitstag[k] = std::ranges::find(vTage, WochentagKuerzel()[k]) != vTage.end();
-        Speichere(cf);
     }
 };
 
@@ -418,14 +447,13 @@ struct SServices {
                 FalscherWert("LEISTUNG", "\"" + sText + "\" hat nicht 2 bis 7 Zeichen");
         }
         const bool bAendert = bKeine || !vNeu.empty();
-        const CPraxis praxis(*pDatei, bAendert ? EModus::Schreiben : EModus::Lesen);
-        CHVMCf cf;
-        LiesGemeinsames(cf);
+        CEinstellungen einstellungen(*pDatei, bAendert);
+        einstellungen.Lies();
         if (bAendert) {
-            cf.m_vLeistungen = vNeu;
-            Speichere(cf);
+            einstellungen->m_vLeistungen = vNeu;
+            einstellungen.Speichere();
         }
-        ZeigeLeistungen(cf);
+        ZeigeLeistungen(*einstellungen);
     }
 };
 

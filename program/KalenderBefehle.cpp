@@ -1,7 +1,7 @@
 #include "KalenderBefehle.h"
 
 #include "Aufruf.h"
-#include "Feiertage.h"
+#include "Feiertagsausgabe.h"
 #include "Praxis.h"
 
 #include "orvostatbs/host/Datum.h"
@@ -54,7 +54,8 @@ CHoliday MakeKalender(const SKalenderwahl & wahl, std::optional<CPraxis> & praxi
     CHoliday kalender = wahl.sLand.empty() ? CHoliday() : KalenderFuer(*FindeBundesland(wahl.sLand));
     if (!wahl.sPraxis.empty()) {
         praxis.emplace(wahl.sPraxis, EModus::Lesen);
-        if (!kalender.ReadFeiertage()) Verweigere("Die Feiertage der Praxis sind nicht lesbar.");
+        kalender.ReadFeiertage();
+        VerweigereNachLesefehler();
     }
     if (wahl.vWochentage.empty()) return kalender;
     std::ranges::fill(kalender.m_abWochentag, false);
@@ -154,6 +155,7 @@ struct SArbeitstageBefehl {
         CHVMCf einstellungen;
         const CString sId = MandantOderErster(wahl.sMandant);
         einstellungen.ReadUr(sId);
+        VerweigereNachLesefehler();
         for (const CHVMUrParam & ur : einstellungen.m_vUrParam)
             for (const auto & [sUrlaubVon, sUrlaubBis] : ur.m_vUrlaub)
                 kalender.m_vFerien.push_back({sUrlaubVon, sUrlaubBis, CString()});

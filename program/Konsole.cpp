@@ -27,11 +27,13 @@ void Horche(int iArt) {
     sigaction(SIGINT, &art, nullptr);
 }
 
-CString Titel() { return "Vorgang abbrechen..."_t; }
-
 } // namespace
 
-CKonsole::CKonsole() : CTerminal(std::cin, std::cerr, isatty(STDERR_FILENO) != 0) { Horche(SA_RESTART); }
+CKonsole::CKonsole() : CTerminal(std::cin, std::cerr, isatty(STDERR_FILENO) != 0) {
+    Horche(SA_RESTART);
+    // A write beyond the user's file size limit shall fail like any other.
+    std::signal(SIGXFSZ, SIG_IGN);
+}
 CKonsole::~CKonsole() { std::signal(SIGINT, SIG_DFL); }
 
 bool CKonsole::Fortschritt(long iPos, long iMax) {
@@ -39,7 +41,7 @@ bool CKonsole::Fortschritt(long iPos, long iMax) {
 }
 
 bool CKonsole::Frage(const CString & sTitel, const CString & sText, int iArt) {
-    if (sTitel != Titel()) return CTerminal::Frage(sTitel, sText, iArt);
+    if (sTitel != AbbruchTitel()) return CTerminal::Frage(sTitel, sText, iArt);
     const bool bSchonBestaetigt = s_iGedrueckt > 1;
     Horche(0);
     const bool bJa =
@@ -48,10 +50,6 @@ bool CKonsole::Frage(const CString & sTitel, const CString & sText, int iArt) {
     std::clearerr(stdin);
     std::cin.clear();
     return bJa;
-}
-
-bool FrageAbbruch() {
-    return SollIch(Titel(), "Möchten Sie wirklich den Vorgang abbrechen?"_t, 0) == SOLLICH_JA;
 }
 
 bool AbbruchVerlangt() { return s_iGedrueckt > 0 && FrageAbbruch(); }

@@ -17,9 +17,6 @@ public:
     [[nodiscard]] bool Frage(const CString & sTitel, const CString & sText, int iArt) override;
 };
 
-// Asks whether to stop, for a caller to whom OrvoUpdateProgressBox2 has returned false. True for yes.
-[[nodiscard]] bool FrageAbbruch();
-
 // True if Ctrl-C was pressed since the last question and the user means it; asks only then, and needs no progress
 // box. Costs next to nothing.
 [[nodiscard]] bool AbbruchVerlangt();

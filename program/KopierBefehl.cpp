@@ -2,6 +2,7 @@
 
 #include "Datenbank.h"
 #include "Praxis.h"
+#include "Pruefung.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Tabellen.h"
@@ -14,20 +15,51 @@ namespace orvostat {
 
 namespace {
 
+// Ends the command with a sentence and what is known of its reason.
+[[noreturn]] void Scheitere(const std::string & sSatz, const CZeilenspeicher & von,
+                            const CZeilenspeicher & nach) {
+    std::string sGrund = Fehlergrund(&von);
+    if (sGrund.empty()) sGrund = Fehlergrund(&nach);
+    Verweigere(sSatz + (sGrund.empty() ? "." : ": " + sGrund + "."));
+}
+
 // By way of memory, so that reading and writing do not wait for each other.
 void KopiereUndVergleiche(CZeilenspeicher & von, CZeilenspeicher & nach, const STabelle & tabelle) {
     CMemorySpeicher zwischen;
     if (KopiereTabelle(von, zwischen, tabelle) != ZEILE_OK ||
         KopiereTabelle(zwischen, nach, tabelle) != ZEILE_OK)
-        Verweigere(std::string("Die Tabelle ") + tabelle.pName + " lässt sich nicht kopieren.");
+        Scheitere(std::string("Die Tabelle ") + tabelle.pName + " lässt sich nicht kopieren", von, nach);
     if (!GleicheTabelle(von, nach, tabelle))
-        Verweigere(std::string("Die Kopie der Tabelle ") + tabelle.pName + " gleicht dem Original nicht.");
+        Scheitere(std::string("Die Kopie der Tabelle ") + tabelle.pName + " gleicht dem Original nicht", von,
+                  nach);
+}
+
+// Rows reach the copy by way of texts that hold less than the file does.
+void VerweigereVerluste(CSqliteSpeicher & quelle) {
+    std::int64_t iTexte = 0;
+    std::string sErster;
+    for (const STabelle * pTabelle : AlleTabellen()) {
+        const auto Zaehle = [&](CWerte vZeile, std::size_t iSpalte) {
+            if (iTexte++ == 0)
+                sErster = Zeilenname(*pTabelle, vZeile) + ' ' + pTabelle->vSpalten[iSpalte].pName;
+        };
+        if (!quelle.SucheVerluste(*pTabelle, Zaehle))
+            Scheitere(std::string("Die Tabelle ") + pTabelle->pName + " lässt sich nicht lesen", quelle,
+                      quelle);
+    }
+    if (iTexte > 0)
+        Verweigere("Die Kopie verlöre Zeichen, die Windows-1252 fehlen, in " + std::to_string(iTexte) +
+                   (iTexte == 1 ? " Text: " : " Texten, zuerst in: ") + sErster + ".");
 }
 
 void KopierePraxis(const std::string & sQuelle, const std::string & sZiel) {
     const auto pQuelle = OeffneSpeicher(sQuelle, EModus::Lesen);
     CNeueDatei ziel(sZiel, false);
-    if (ziel.Speicher().Beginne() != ZEILE_OK) Verweigere("Die Kopie lässt sich nicht schreiben.");
+    VerweigereVerluste(*pQuelle);
+    const auto ScheitereBeimSchreiben = [&] {
+        Scheitere("Die Kopie lässt sich nicht schreiben", ziel.Speicher(), ziel.Speicher());
+    };
+    if (ziel.Speicher().Beginne() != ZEILE_OK) ScheitereBeimSchreiben();
     OrvoOpenProgressBox(0, 0, "Praxisdatei wird kopiert ..."_t);
     const auto vTabellen = AlleTabellen();
     std::int64_t iZeilen = 0;
@@ -37,7 +69,7 @@ void KopierePraxis(const std::string & sQuelle, const std::string & sZiel) {
         iZeilen += ziel.Speicher().Zeilenzahl(*vTabellen[i]);
     }
     OrvoCloseProgressBox();
-    if (ziel.Speicher().Beende(true) != ZEILE_OK) Verweigere("Die Kopie lässt sich nicht schreiben.");
+    if (ziel.Speicher().Beende(true) != ZEILE_OK) ScheitereBeimSchreiben();
     ziel.Fertig();
     std::cout << vTabellen.size() << " Tabellen mit " << iZeilen << " Zeilen kopiert und verglichen\n";
 }

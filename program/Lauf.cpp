@@ -23,30 +23,43 @@ bool Gleich(const CString & sGewaehlt, const CString & sWert) {
 CLauf::CLauf(CStatAccu & accu, const SLaufauftrag & auftrag)
     : m_accu(accu), m_auftrag(auftrag), m_rPlan(dbDatabaseRO), m_rBehPlan(dbDatabaseRO) {}
 
+// Empties what the accumulator keeps from run to run, for a run after one that could not read all of it.
+void CLauf::Vergiss() {
+    m_accu.m_vGO.clear();
+    m_accu.m_mapBill.clear();
+    for (const auto pTabelle : {&CStatAccu::m_vSpGoStat, &CStatAccu::m_vSpStatistik,
+                                &CStatAccu::m_vSpMedStatistik, &CStatAccu::m_vSpKassenArt,
+                                &CStatAccu::m_vSpTechLst, &CStatAccu::m_vSpKassenGrp, &CStatAccu::m_vSpHvm})
+        (m_accu.*pTabelle).clear();
+}
+
 bool CLauf::Vorlauf() {
     Nachlauf();
+    if (Lesefehler()) Vergiss();
     m_stand = SStand();
+    m_stand.iFehlschlaege = Fehlschlaege();
     m_stand.sVon = Oder(m_accu.GetAbDatum(), ERSTER_TAG);
     m_stand.sBis = Oder(m_accu.GetBisDatum(), LETZTER_TAG);
     CBehHitLine::ClearMaps();
-    if (!m_accu.GetAllMd(true, false)) {
-        m_accu.DisplayGlobalDataError(10);
-        return false;
+    const int iCode = LiesStammdaten();
+    if (LaeuftNoch() && iCode == 0) return true;
+    if (m_stand.eLauf == ELauf::Fertig) {
+        m_stand.eLauf = ELauf::Gescheitert;
+        m_accu.DisplayGlobalDataError(iCode);
     }
-    if (!m_accu.GetAllLeb(false, true)) {
-        m_accu.DisplayGlobalDataError(11);
-        return false;
-    }
-    if (m_auftrag.bErsatz) m_accu.ReadParPoolData(m_auftrag.iErsatzgruppe);
-    const int iCode = m_accu.DataSumVorlauf(false);
-    if (iCode == 0) return true;
-    m_accu.DisplayGlobalDataError(iCode);
     Nachlauf();
     return false;
 }
 
+int CLauf::LiesStammdaten() {
+    if (!m_accu.GetAllMd(true, false)) return 10;
+    if (!m_accu.GetAllLeb(false, true)) return 11;
+    if (m_auftrag.bErsatz) m_accu.ReadParPoolData(m_auftrag.iErsatzgruppe);
+    return m_accu.DataSumVorlauf(false);
+}
+
 ELauf CLauf::Laufe() {
-    if (!Vorlauf()) return ELauf::Gescheitert;
+    if (!Vorlauf()) return m_stand.eLauf;
     OrvoOpenProgressBox(0, 0, "Datensammlung"_t);
     if (LaufeBehandlungen() && m_auftrag.bNebenakten) LaufeNebenakten();
     OrvoCloseProgressBox();
@@ -59,9 +72,7 @@ ELauf CLauf::Laufe() {
 
 // The rows of a table that is to be walked now.
 std::int64_t CLauf::Erwarte(const CMxRSet & tabelle) {
-    const auto & pSpeicher = dbDatabaseRO.Speicher();
-    const std::int64_t iZeilen = pSpeicher ? pSpeicher->Zeilenzahl(tabelle.Tabelle()) : 0;
-    m_stand.iZeilen += std::max<std::int64_t>(iZeilen, 0);
+    m_stand.iZeilen += std::max<std::int64_t>(dbDatabaseRO.Zeilenzahl(tabelle.Tabelle()), 0);
     return m_stand.iZeilen;
 }
 
@@ -219,8 +230,16 @@ bool CLauf::LeistungPasst(const CBehHitLine & hit) {
 
 // ---- progress
 
-// Moves the progress box now and then; false when the user wants to stop and says so again.
+// A read that has failed ends the run, whatever else would: the sums already miss something.
+bool CLauf::LaeuftNoch() {
+    if (Lesefehler()) m_stand.eLauf = ELauf::Unlesbar;
+    return m_stand.eLauf == ELauf::Fertig;
+}
+
+// Before each row. Moves the progress box now and then; false when the run ends, also because the user wants to stop
+// and says so again.
 bool CLauf::Weiter() {
+    if (!LaeuftNoch()) return false;
     if (++m_stand.iZeile % FORTSCHRITT_SCHRITT != 0) return true;
     if (OrvoUpdateProgressBox2(static_cast<long>(m_stand.iZeile), static_cast<long>(m_stand.iZeilen)))
         return true;

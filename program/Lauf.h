@@ -30,7 +30,7 @@ struct SLaufauftrag {
 enum class ELauf {
     Fertig,
     Abgebrochen, // the user has confirmed to stop
-    Unlesbar,    // a table could not be read to its end
+    Unlesbar,    // the store failed, be it in one look-up: the sums are not those of the rows
     Gescheitert, // master data are missing; the accumulator's message has been shown
 };
 
@@ -51,8 +51,8 @@ public:
     CLauf & operator=(const CLauf &) = delete;
     ~CLauf() { Nachlauf(); }
 
-    // Runs and sorts. After Abgebrochen and Unlesbar the tables hold what was collected until then. Nachlauf is the
-    // caller's, when he has done with the accumulator.
+    // Runs and sorts. After Abgebrochen and Unlesbar the tables hold what was collected until then; a run ends at the
+    // first row behind a read that failed. Nachlauf is the caller's, when he has done with the accumulator.
     ELauf Laufe();
     [[nodiscard]] const SLaufzahlen & Zahlen() const { return m_stand.zahlen; }
 
@@ -60,11 +60,18 @@ public:
     // Nachlauf only.
     bool BaueHit(const CTBeh & beh);
     // Start and end by hand, for a caller that walks treatments of its own. A Vorlauf that fails has shown the
-    // message. Both may be called again and again; each Vorlauf starts from nothing.
+    // message, unless Lesefehler. Both may be called again and again; each Vorlauf starts from nothing.
     bool Vorlauf();
     void Nachlauf() { m_accu.DataSumNachlauf(); }
+    // A read has failed since Vorlauf, also one of the caller's: what was built misses rows.
+    [[nodiscard]] bool Lesefehler() const { return Fehlschlaege() != m_stand.iFehlschlaege; }
 
 private:
+    [[nodiscard]] static std::uint64_t Fehlschlaege() {
+        return dbDatabase.Fehlschlaege() + dbDatabaseRO.Fehlschlaege();
+    }
+    void Vergiss();
+    [[nodiscard]] int LiesStammdaten(); // 0, or the accumulator's code
     // Whether a hit passes the sections of the selection that look at what the named steps have given.
     [[nodiscard]] bool EintragPasst(const CBehHitLine & hit);
     [[nodiscard]] bool RechnungPasst(const CBehHitLine & hit);
@@ -82,15 +89,13 @@ private:
     [[nodiscard]] const CLebStruct * Behandler(const CString & sLeb);
 
     // Calls fNimm for each row of the set that was opened with the result iErgebnis. False, and the run's end says
-    // why, if the walk did not reach its end.
+    // why, if not all was read.
     template <class TTabelle, class F> bool Gehe(TTabelle & tabelle, int iErgebnis, F fNimm) {
-        for (; iErgebnis == ZEILE_OK && m_stand.eLauf == ELauf::Fertig; iErgebnis = tabelle.Next()) {
-            if (!Weiter()) return false;
+        for (; iErgebnis == ZEILE_OK && Weiter(); iErgebnis = tabelle.Next())
             fNimm();
-        }
-        if (iErgebnis > ZEILE_KEINE) m_stand.eLauf = ELauf::Unlesbar;
-        return m_stand.eLauf == ELauf::Fertig;
+        return LaeuftNoch();
     }
+    [[nodiscard]] bool LaeuftNoch();
     [[nodiscard]] bool Weiter();
     std::int64_t Erwarte(const CMxRSet & tabelle); // rows to come in all
     void ReserviereHits(std::int64_t iZeilen);
@@ -113,6 +118,7 @@ private:
     // What belongs to one run: Vorlauf makes it anew.
     struct SStand {
         ELauf eLauf = ELauf::Fertig;
+        std::uint64_t iFehlschlaege = 0; // of both handles before the first read
         SLaufzahlen zahlen;
         std::int64_t iZeile = 0; // of iZeilen, for the progress box
         std::int64_t iZeilen = 0;

@@ -59,10 +59,11 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     CLauf lauf(accu, Auftrag(befehl.optionen));
     const ELauf eLauf = lauf.Laufe();
     if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
-    praxis.VerweigereNachLesefehler(eLauf == ELauf::Unlesbar);
+    VerweigereNachLesefehler();
     bool bAbgebrochen = eLauf == ELauf::Abgebrochen || AbbruchVerlangt();
     if (bAbgebrochen) std::cerr << "Abgebrochen. Gezeigt wird, was bis dahin gelesen war.\n";
     bAbgebrochen = !ZeigeErgebnis(befehl, accu, lauf) || bAbgebrochen || AbbruchVerlangt();
+    VerweigereNachLesefehler(); // names in the tables are read too
     lauf.Nachlauf();
     if (bAbgebrochen) throw CLI::RuntimeError(ENDE_ABBRUCH);
     if (befehl.bPruefe) Pruefe(befehl, accu);

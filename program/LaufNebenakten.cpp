@@ -44,19 +44,17 @@ bool CLauf::LaufeLaborbloecke() {
     return Gehe(*pBlock, pBlock->GetAll(), [&] {
         if (!NebenaktePasst(pBlock->m_DATUM, pBlock->m_PATNR, pBlock->m_BEHANDLERNR, pBlock->m_PRAXISNR))
             return;
-        pEntry->ClearKey();
-        pEntry->m_PATNR = pBlock->m_PATNR;
-        pEntry->m_PLANNR = pBlock->m_PLANNR;
-        pEntry->m_LFDLBLOCK = pBlock->m_LFDLBLOCK;
-        Gehe(*pEntry, pEntry->GetByK1(MATCH_ALLE), [&] {
-            if (m_stand.setBlockleistungen.contains(
-                    Blockleistung(pEntry->m_PATNR, pEntry->m_LFDLBLOCK, pEntry->m_LSTNR)))
-                return;
-            hit.Clear();
-            hit.MoveLBlock(&*pBlock);
-            hit.MoveZEKasseLBlockEntry(*pEntry);
-            NimmLaborhit(hit);
-        });
+        const auto & block = *pBlock;
+        Gehe(*pEntry, pEntry->LiesMit(1, MATCH_ALLE, {block.m_PATNR, block.m_PLANNR, block.m_LFDLBLOCK}),
+             [&] {
+                 if (m_stand.setBlockleistungen.contains(
+                         Blockleistung(pEntry->m_PATNR, pEntry->m_LFDLBLOCK, pEntry->m_LSTNR)))
+                     return;
+                 hit.Clear();
+                 hit.MoveLBlock(&*pBlock);
+                 hit.MoveZEKasseLBlockEntry(*pEntry);
+                 NimmLaborhit(hit);
+             });
     });
 }
 

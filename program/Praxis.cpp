@@ -31,17 +31,21 @@ void Verweigere(const std::string & sMeldung) {
     throw CLI::RuntimeError(ENDE_FEHLER);
 }
 
-CPraxis::CPraxis(const std::string & sDatei, EModus eModus) : m_pSpeicher(OeffneSpeicher(sDatei, eModus)) {
-    Verbinde(m_pSpeicher);
-}
+CPraxis::CPraxis(const std::string & sDatei, EModus eModus) { Verbinde(OeffneSpeicher(sDatei, eModus)); }
 
 CPraxis::~CPraxis() { Verbinde(nullptr); }
 
-void CPraxis::VerweigereNachLesefehler(bool bWegGescheitert) const {
-    const std::string sGrund = Fehlergrund(m_pSpeicher.get());
-    if (!bWegGescheitert && sGrund.empty()) return;
-    Verweigere("Die Datei ist nicht vollständig lesbar" + (sGrund.empty() ? "" : ": " + sGrund) +
-               ". \"orvostat check\" zeigt die Schäden.");
+void VerweigereNachLesefehler(const std::string & sFolge) {
+    if (dbDatabase.Fehlschlaege() + dbDatabaseRO.Fehlschlaege() == 0) return;
+    const std::string sGrund = Fehlergrund(dbDatabaseRO.Speicher().get());
+    Verweigere("UNVOLLSTÄNDIG. Die Datei ist nicht vollständig lesbar" +
+               (sGrund.empty() ? "" : ": " + sGrund) + ". " + sFolge +
+               "\"orvostat check\" zeigt die Schäden.");
+}
+
+void VerweigereFehlendes(const std::string & sMeldung) {
+    VerweigereNachLesefehler();
+    Verweigere(sMeldung);
 }
 
 std::vector<CString> Mandanten() {
@@ -54,25 +58,25 @@ std::vector<CString> Mandanten() {
 
 CString MandantOderErster(const std::string & sMandant) {
     const std::vector<CString> v = Mandanten();
-    if (v.empty()) Verweigere("Die Praxis hat keinen Praxisinhaber.");
+    if (v.empty()) VerweigereFehlendes("Die Praxis hat keinen Praxisinhaber.");
     if (sMandant.empty()) return RightFix(v.front(), 2);
     const CString sId = RightFix(AusUtf8(sMandant), 2);
     const bool bBekannt = std::ranges::any_of(v, [&](const CString & s) { return RightFix(s, 2) == sId; });
-    if (!bBekannt) Verweigere("Die Praxis hat keinen Praxisinhaber \"" + sMandant + "\".");
+    if (!bBekannt) VerweigereFehlendes("Die Praxis hat keinen Praxisinhaber \"" + sMandant + "\".");
     return sId;
 }
 
 CString PruefePatient(const std::string & sPatient) {
     CTPat pat(dbDatabaseRO);
     const CString sNr = RightFix(AusUtf8(sPatient), 10);
-    if (pat.GetByPatNr(sNr) != 0) Verweigere("Einen Patienten \"" + sPatient + "\" gibt es nicht.");
+    if (pat.GetByPatNr(sNr) != 0) VerweigereFehlendes("Einen Patienten \"" + sPatient + "\" gibt es nicht.");
     return sNr;
 }
 
 CString PruefeBehandler(const std::string & sBehandler) {
     CTLeb leb(dbDatabaseRO);
     leb.m_LEB = RightFix(AusUtf8(sBehandler), 4);
-    if (leb.GetByK1() != 0) Verweigere("Einen Behandler \"" + sBehandler + "\" gibt es nicht.");
+    if (leb.GetByK1() != 0) VerweigereFehlendes("Einen Behandler \"" + sBehandler + "\" gibt es nicht.");
     return leb.m_LEB;
 }
 

@@ -21,13 +21,13 @@ public:
     ~CPraxis();
     CPraxis(const CPraxis &) = delete;
     CPraxis & operator=(const CPraxis &) = delete;
-    // Ends the command with a message if a walk failed or the file could not be read somewhere else on the way: what
-    // the command has worked out until then misses rows.
-    void VerweigereNachLesefehler(bool bWegGescheitert) const;
-
-private:
-    std::shared_ptr<CSqliteSpeicher> m_pSpeicher;
 };
+
+// Ends the command with a message if a read of the open practice has failed since it was opened: what the command has
+// worked out until then misses rows. sFolge is a sentence about what that means.
+void VerweigereNachLesefehler(const std::string & sFolge = {});
+// Ends the command like Verweigere because some row is missing; where a read has failed, that is what it says.
+[[noreturn]] void VerweigereFehlendes(const std::string & sMeldung);
 
 // The owner's id as rows hold it, two places; for the empty text that of the practice's first owner. Ends the
 // command where the practice has no such owner.

@@ -26,6 +26,8 @@ std::int64_t AlleZeilen(CZeilenspeicher & speicher) {
 }
 
 void Pruefe(const std::string & sDatei) {
+    if (NimmUnterbrocheneZurueck(sDatei))
+        std::cout << "Eine unterbrochene Änderung wurde zurückgenommen.\n\n";
     const auto pSpeicher = OeffneSpeicher(sDatei, EModus::Lesen);
     std::vector<std::string> vMaengel;
     for (const CString & sMangel : pSpeicher->Pruefe())
@@ -41,6 +43,12 @@ void Pruefe(const std::string & sDatei) {
     for (const STabelle * pTabelle : AlleTabellen()) {
         const std::size_t iVorher = vMaengel.size();
         const std::int64_t iZeilen = pruefung.Pruefe(*pTabelle);
+        // A file that cannot be read to its end is named above.
+        (void)pSpeicher->SucheVerluste(*pTabelle, [&](CWerte vZeile, std::size_t iSpalte) {
+            vMaengel.push_back(Zeilenname(*pTabelle, vZeile) + ": " + pTabelle->vSpalten[iSpalte].pName +
+                               " \"" + vZeile[iSpalte]->Utf8() +
+                               "\" hat in der Datei Zeichen, die Windows-1252 fehlen");
+        });
         pAusgabe->Zeile({CString(pTabelle->pName), itoc(iZeilen),
                          itoc(static_cast<std::int64_t>(vMaengel.size() - iVorher))});
     }

@@ -135,6 +135,13 @@ const char * Mangel(EArt eArt, std::string_view s1252) {
     return nullptr;
 }
 
+std::string Zeilenname(const STabelle & tabelle, CWerte vZeile) {
+    std::string sSchluessel;
+    for (const std::uint8_t iSpalte : tabelle.vSchluessel[0].Spalten())
+        sSchluessel += (sSchluessel.empty() ? "" : ", ") + Trim(*vZeile[iSpalte]).Utf8();
+    return std::string(tabelle.pName) + " [" + sSchluessel + "]";
+}
+
 CPruefung::CPruefung(CZeilenspeicher & speicher, std::function<void(const std::string &)> fMangel,
                      std::function<void()> fSchritt)
     : m_speicher(speicher), m_fMangel(std::move(fMangel)), m_fSchritt(std::move(fSchritt)) {}
@@ -145,8 +152,8 @@ std::int64_t CPruefung::Pruefe(const STabelle & tabelle) {
     CZeilenlauf lauf(m_speicher, tabelle);
     for (; lauf.Naechste(); ++iZeilen) {
         m_fSchritt();
-        PruefeZeile(tabelle, lauf.Texte());
-        PruefeVerweise(tabelle, vZiele, lauf.Texte());
+        PruefeZeile(tabelle, lauf.Werte());
+        PruefeVerweise(tabelle, vZiele, lauf.Werte());
     }
     if (lauf.Ergebnis() != ZEILE_KEINE)
         m_fMangel(std::string(tabelle.pName) + ": die Tabelle ist nicht lesbar");
@@ -155,12 +162,12 @@ std::int64_t CPruefung::Pruefe(const STabelle & tabelle) {
     return iZeilen;
 }
 
-void CPruefung::PruefeZeile(const STabelle & tabelle, const std::vector<CString> & vTexte) {
-    for (std::size_t i = 0; i < vTexte.size(); ++i)
-        if (const char * pMangel = Mangel(tabelle.vSpalten[i].eArt, vTexte[i].Sicht()))
-            Melde(tabelle, vTexte,
-                  std::string(tabelle.vSpalten[i].pName) + ' ' + Zitat(vTexte[i]) + ' ' + pMangel);
-    if (Blank(vTexte[tabelle.vSchluessel[0].aiSpalten[0]])) Melde(tabelle, vTexte, "der Schlüssel ist leer");
+void CPruefung::PruefeZeile(const STabelle & tabelle, CWerte vZeile) {
+    for (std::size_t i = 0; i < vZeile.size(); ++i)
+        if (const char * pMangel = Mangel(tabelle.vSpalten[i].eArt, vZeile[i]->Sicht()))
+            Melde(tabelle, vZeile,
+                  std::string(tabelle.vSpalten[i].pName) + ' ' + Zitat(*vZeile[i]) + ' ' + pMangel);
+    if (Blank(*vZeile[tabelle.vSchluessel[0].aiSpalten[0]])) Melde(tabelle, vZeile, "der Schlüssel ist leer");
 }
 
 // The rows come in the order of the key that the file keeps beside them; it must be the order of the columns.
@@ -169,9 +176,9 @@ void CPruefung::PruefeReihenfolge(const STabelle & tabelle, int iSchluessel) {
     for (CZeilenlauf lauf(m_speicher, tabelle, iSchluessel); lauf.Naechste();) {
         std::string sDiese = Schluesselbytes(tabelle, iSchluessel, lauf.Werte());
         const std::string sName = "Schlüssel " + std::to_string(iSchluessel);
-        if (sDiese < sVorige) Melde(tabelle, lauf.Texte(), sName + " steht nicht an seinem Platz");
+        if (sDiese < sVorige) Melde(tabelle, lauf.Werte(), sName + " steht nicht an seinem Platz");
         if (iSchluessel == 1 && sDiese == sVorige)
-            Melde(tabelle, lauf.Texte(), "den Schlüssel gibt es mehrfach");
+            Melde(tabelle, lauf.Werte(), "den Schlüssel gibt es mehrfach");
         sVorige = std::move(sDiese);
     }
 }
@@ -188,17 +195,16 @@ std::vector<CPruefung::SZiel> CPruefung::Ziele(const STabelle & tabelle) {
     return v;
 }
 
-void CPruefung::PruefeVerweise(const STabelle & tabelle, const std::vector<SZiel> & vZiele,
-                               const std::vector<CString> & vTexte) {
+void CPruefung::PruefeVerweise(const STabelle & tabelle, const std::vector<SZiel> & vZiele, CWerte vZeile) {
     for (const SZiel & ziel : vZiele) {
         const std::size_t iLetzte = ziel.viSpalten.back();
-        if (Blank(vTexte[iLetzte])) continue;
+        if (Blank(*vZeile[iLetzte])) continue;
         std::string sSchluessel;
         for (const std::size_t i : ziel.viSpalten)
-            HaengeTeilAn(sSchluessel, *ziel.pTabelle, vTexte[i], false);
+            HaengeTeilAn(sSchluessel, *ziel.pTabelle, *vZeile[i], false);
         if (!ziel.pSchluessel->contains(sSchluessel))
-            Melde(tabelle, vTexte,
-                  std::string(tabelle.vSpalten[iLetzte].pName) + ' ' + Zitat(vTexte[iLetzte]) +
+            Melde(tabelle, vZeile,
+                  std::string(tabelle.vSpalten[iLetzte].pName) + ' ' + Zitat(*vZeile[iLetzte]) +
                       " gibt es in " + ziel.pTabelle->pName + " nicht");
     }
 }
@@ -215,12 +221,8 @@ const CPruefung::CSchluesselmenge & CPruefung::Schluessel(const STabelle & tabel
     return it->second;
 }
 
-void CPruefung::Melde(const STabelle & tabelle, const std::vector<CString> & vTexte,
-                      const std::string & sWas) {
-    std::string sSchluessel;
-    for (const std::uint8_t iSpalte : tabelle.vSchluessel[0].Spalten())
-        sSchluessel += (sSchluessel.empty() ? "" : ", ") + Trim(vTexte[iSpalte]).Utf8();
-    m_fMangel(std::string(tabelle.pName) + " [" + sSchluessel + "]: " + sWas);
+void CPruefung::Melde(const STabelle & tabelle, CWerte vZeile, const std::string & sWas) {
+    m_fMangel(Zeilenname(tabelle, vZeile) + ": " + sWas);
 }
 
 } // namespace orvostat

@@ -16,6 +16,9 @@ namespace orvostat {
 // blanks always are.
 [[nodiscard]] const char * Mangel(EArt eArt, std::string_view s1252);
 
+// The row as messages name it: "PAT [1003]".
+[[nodiscard]] std::string Zeilenname(const STabelle & tabelle, CWerte vZeile);
+
 // Checks tables one after the other. For each row: every column by its kind, key parts in order and not twice, and that
 // the rows it refers to are there.
 class CPruefung {
@@ -34,13 +37,12 @@ private:
         const CSchluesselmenge * pSchluessel;
     };
 
-    void PruefeZeile(const STabelle & tabelle, const std::vector<CString> & vTexte);
+    void PruefeZeile(const STabelle & tabelle, CWerte vZeile);
     void PruefeReihenfolge(const STabelle & tabelle, int iSchluessel);
     std::vector<SZiel> Ziele(const STabelle & tabelle);
-    void PruefeVerweise(const STabelle & tabelle, const std::vector<SZiel> & vZiele,
-                        const std::vector<CString> & vTexte);
+    void PruefeVerweise(const STabelle & tabelle, const std::vector<SZiel> & vZiele, CWerte vZeile);
     const CSchluesselmenge & Schluessel(const STabelle & tabelle, std::size_t iTeile);
-    void Melde(const STabelle & tabelle, const std::vector<CString> & vTexte, const std::string & sWas);
+    void Melde(const STabelle & tabelle, CWerte vZeile, const std::string & sWas);
 
     CZeilenspeicher & m_speicher;
     std::function<void(const std::string &)> m_fMangel;

@@ -129,7 +129,7 @@ CString FindeKasse(const std::string & sKasse) {
     for (int i = kas.GetAll(); i == ZEILE_OK; i = kas.Next())
         if (kas.m_KASKUERZEL.CompareNoCase(sGesucht) == 0) aGleiche.insert(kas.m_KASKUERZEL);
     if (aGleiche.contains(sGesucht)) return sGesucht;
-    if (aGleiche.empty()) Verweigere("Eine Kasse \"" + sKasse + "\" gibt es nicht.");
+    if (aGleiche.empty()) VerweigereFehlendes("Eine Kasse \"" + sKasse + "\" gibt es nicht.");
     if (aGleiche.size() > 1) Verweigere("Die Kasse \"" + sKasse + "\" ist nicht eindeutig geschrieben.");
     return *aGleiche.begin();
 }

@@ -1,5 +1,6 @@
 // orvostat: the engine's program for administrators and engineers. Here the commands are wired, nothing else.
 #include "Aufruf.h"
+#include "Datenbank.h"
 #include "Konsole.h"
 
 #include "HitsBefehl.h"
@@ -10,7 +11,12 @@
 #include "MusterBefehl.h"
 #include "PruefBefehl.h"
 
-int main(int argc, char ** argv) {
+#include <iostream>
+#include <new>
+
+namespace {
+
+int Fuehre(int argc, char ** argv) {
     orvostat::CKonsole konsole;
     const orvostat::COberflaecheErsatz ersatz(konsole);
 
@@ -24,4 +30,17 @@ int main(int argc, char ** argv) {
     orvostat::FuegeHvmHinzu(app);
     orvostat::FuegeKalenderHinzu(app);
     return orvostat::FuehreAus(app, argc, argv);
+}
+
+} // namespace
+
+int main(int argc, char ** argv) {
+    try {
+        return Fuehre(argc, argv);
+    } catch (const std::bad_alloc &) {
+        std::cerr << "Nicht genug Speicher.\n";
+    } catch (const std::exception & fehler) {
+        std::cerr << "Unerwarteter Fehler: " << fehler.what() << '\n';
+    }
+    return orvostat::ENDE_FEHLER;
 }

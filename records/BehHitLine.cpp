@@ -8,7 +8,6 @@
 #include "orvostatbs/records/Leistungsarten.h"
 #include "orvostatbs/records/Stammdaten.h"
 
-#include <memory>
 #include <utility>
 
 using namespace orvostat;
@@ -89,19 +88,14 @@ void NimmBewertung(CBehHitLine & hit, const CGOStruct & go) {
     }
 }
 
-// The name as the hits show it. A patient's treatments stand behind each other, so the last answer is kept and all
-// hits of a patient share one text.
+// The name as the hits show it.
 CString GrosserName(const CString & sName, const CString & sVorname) {
-    static struct { CString sName, sVorname, sErgebnis; } s_letzter;
-    if (sName != s_letzter.sName || sVorname != s_letzter.sVorname) {
-        CString sErgebnis = sName + " " + sVorname;
-        sErgebnis.MakeUpper();
-        int iAnfang = 0;
-        while (sErgebnis[iAnfang] == ' ')
-            ++iAnfang;
-        s_letzter = {sName, sVorname, sErgebnis.Mid(iAnfang)};
-    }
-    return s_letzter.sErgebnis;
+    CString sErgebnis = sName + " " + sVorname;
+    sErgebnis.MakeUpper();
+    int iAnfang = 0;
+    while (sErgebnis[iAnfang] == ' ')
+        ++iAnfang;
+    return sErgebnis.Mid(iAnfang);
 }
 
 // A code of up to two characters into the text of codes.
@@ -119,9 +113,7 @@ template <class TEntry> void NimmPlanEntry(CBehHitLine & hit, const TEntry & ent
     hit.LSTNR = entry.m_LSTNR;
     NimmMenge(hit, entry.m_ANZAHL);
     hit.BETRAG = CDBetrag(entry.m_BETRAG);
-    const char cWaehrung = hit.BETRAG.GetWaehrung();
-    hit.BETRAG = hit.BETRAG * hit.ANZAHL * 0.01;
-    hit.BETRAG.ToW(cWaehrung);
+    hit.BETRAG.MalBruch(hit.ANZAHL, 100);
     hit.ABRART = 'z';
     hit.GOART = sArt.Erstes();
     if (Zahl(entry.m_LBLNR) != 0) hit.m_sLblNr = entry.m_LBLNR;
@@ -138,21 +130,12 @@ template <class TBlock> void NimmBlock(CBehHitLine & hit, const TBlock & block) 
 
 } // namespace
 
-// To make the object anew takes half of what assigning to its hundred texts does.
-void CBehHitLine::Clear() {
+// Flattened, so that the compiler sees the fresh object's words and all that is left of an assignment is a store.
+[[gnu::flatten]] void CBehHitLine::Clear() {
+    const CBehHitLine frisch;
     CString sBefundKuerzel(std::move(m_sBefundKuerzel));
-    auto vSuche(std::move(SUCHKRITERIEN));
-    auto vFrei1(std::move(m_vHitFrei1));
-    auto vFrei2(std::move(m_vHitFrei2));
-    std::destroy_at(this);
-    std::construct_at(this);
+    *this = frisch;
     m_sBefundKuerzel = std::move(sBefundKuerzel);
-    vSuche.clear();
-    vFrei1.clear();
-    vFrei2.clear();
-    SUCHKRITERIEN = std::move(vSuche);
-    m_vHitFrei1 = std::move(vFrei1);
-    m_vHitFrei2 = std::move(vFrei2);
 }
 
 // ---- the entry
@@ -205,7 +188,9 @@ void CBehHitLine::MoveMdId(const CString & sMdKasse, const CString & sMdPrivat) 
 }
 
 void CBehHitLine::MovePatName(const CString & sName, const CString & sVorname) {
-    PATNAME = GrosserName(sName, sVorname);
+    if (sName != s_patname.sName || sVorname != s_patname.sVorname)
+        s_patname = {sName, sVorname, GrosserName(sName, sVorname)};
+    PATNAME = s_patname.sErgebnis;
 }
 
 // ---- bill, insurance, fee row, money
@@ -272,7 +257,8 @@ void CBehHitLine::MoveGO(const CGOStruct & go) {
     NimmBewertung(*this, go);
     GOSUBART = go.m_cGoSubArt;
     DRUCKBILD = go.m_sDruckbild;
-    ZUSCHLAG = go.m_Zuschlag * ANZAHL * 0.01;
+    ZUSCHLAG = go.m_Zuschlag;
+    ZUSCHLAG.MalBruch(ANZAHL, 100);
     F100AEV = go.m_iF100AEV;
     PRUEFZEITT = go.m_iPruefZeitT;
     PRUEFZEITQ = go.m_iPruefZeitQ;

@@ -40,10 +40,12 @@ template <std::size_t N> bool IstKassenleistung(const CBehHitLine & hit, const C
 
 CBehHitLine::CQuartalsCache CBehHitLine::s_mapMultiband;
 CBehHitLine::CQuartalsCache CBehHitLine::s_mapKfoAbschlaege;
+CBehHitLine::SPatName CBehHitLine::s_patname;
 
 void CBehHitLine::ClearMaps() {
     s_mapMultiband.clear();
     s_mapKfoAbschlaege.clear();
+    s_patname = SPatName();
 }
 
 bool CBehHitLine::ImQuartal(CQuartalsCache & cache, CFrage * pFrage) const {

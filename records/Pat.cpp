@@ -27,13 +27,6 @@ CString Geschlecht(const CString & sAdresse) {
 
 CString Geburtstag(const CPat & pat) { return " *" + StrToExt(pat.PATGEBDATUM, 5, 8); }
 
-bool LiesAdresse(CTAdr & adr, const CString & sAdrNr) {
-    adr.ClearKey();
-    adr.m_ADRNR = sAdrNr;
-    adr.m_ADRLFD.Empty();
-    return adr.GetByK1(MATCH_ALLE) == 0;
-}
-
 void MoveAdresse(CPat & pat, const CTAdr & adr) {
     pat.PATTITEL = adr.m_PATTITEL;
     pat.PATZUSATZ = adr.m_PATZUSATZ;
@@ -92,7 +85,7 @@ bool CPat::MovePatFields(CTPat * pPat, CTAdr * pAdr, CTHistRecall * pRecall) {
     m_sPatFeld1 = pPat->m_PATFELD1;
     BEHANDLERNR = pPat->m_BEHANDLERNR;
     m_iPatProzent = Blank(pPat->m_PATPROZENT) ? PROZENT_OHNE_ANGABE : orvostat::Zahl(pPat->m_PATPROZENT);
-    if (!LiesAdresse(*pAdr, pPat->m_ADRNR)) return false;
+    if (pAdr->GetByAdrNr(pPat->m_ADRNR) != 0) return false;
     MoveAdresse(*this, *pAdr);
     MovePerson(*this, *pPat);
     MoveRecall(*this, *pPat, *pRecall);

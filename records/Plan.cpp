@@ -21,6 +21,7 @@ void CPlan::Clear() {
 }
 
 void CPlan::MovePlan(const CTPlan * pPlan, CTBeh * pBeh) {
+    m_marke.Loese();
     PATNR = pPlan->m_PATNR;
     PLANNR = pPlan->m_PLANNR;
     m_sPlanArt = pPlan->m_PLANART;
@@ -46,6 +47,7 @@ void CPlan::MovePlanNotOk(const CBehHitLine & hit) {
 
 void CPlan::MovePlanForMischPw(const CString & sPat, const CString & sPlan, const CString & sArt,
                                const CDPw & pw) {
+    m_marke.Loese();
     PATNR = sPat;
     PLANNR = sPlan;
     m_sPlanArt = sArt;
@@ -59,4 +61,6 @@ void CPlan::WithLst5orAbschlag(const CBehHitLine & hit) {
 
 bool CPlan::IsNewPARPlan() const { return IstPar(*this) && m_sPlanDatum >= "20210701"; }
 
-bool CPlan::operator==(const CBehHitLine & hit) const { return PATNR == hit.PATNR && PLANNR == hit.PLANNR; }
+bool CPlan::operator==(const CBehHitLine & hit) const {
+    return orvostat::GleicherSchluessel(PATNR, hit.PATNR) && orvostat::GleicherSchluessel(PLANNR, hit.PLANNR);
+}

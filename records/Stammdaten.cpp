@@ -174,6 +174,7 @@ void CBill::Clear() { *this = CBill(); }
 
 void CBill::MoveBill(CTBill * pBill) {
     const char cArt = pBill->m_ABRART.Erstes();
+    m_marke.Loese();
     PATNR = pBill->m_PATNR;
     PATBILL = pBill->m_PATBILL;
     PRAXISNR = pBill->m_PRAXISNR;

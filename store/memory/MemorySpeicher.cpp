@@ -107,26 +107,37 @@ std::int64_t CMemorySpeicher::Zeilenzahl(const STabelle & tabelle) {
     return static_cast<std::int64_t>(Tabelle(tabelle).Anzahl());
 }
 
+// What may fail for want of memory comes before the first change, so a write happens as a whole or not at all.
+
 SMemoryZeile & CMemorySpeicher::Fuege(CMemoryTabelle & tabelle, CWerte vWerte) {
+    MachePlatz(m_vAenderungen, 1);
     SMemoryZeile & zeile = tabelle.Fuege(vWerte);
-    if (m_iTiefe > 0) m_vAenderungen.push_back({&tabelle, CHalter(&zeile), CHalter(), true});
+    Merke({&tabelle, CHalter(&zeile), CHalter(), true});
     return zeile;
 }
 
 void CMemorySpeicher::Loesche(CMemoryTabelle & tabelle, SMemoryZeile & zeile) {
+    MachePlatz(m_vAenderungen, 1);
     tabelle.Loesche(zeile);
-    if (m_iTiefe > 0) m_vAenderungen.push_back({&tabelle, CHalter(&zeile), CHalter(), false});
+    Merke({&tabelle, CHalter(&zeile), CHalter(), false});
 }
 
 SMemoryZeile & CMemorySpeicher::Aendere(CMemoryTabelle & tabelle, SMemoryZeile & zeile, CWerte vWerte) {
+    MachePlatz(m_vAenderungen, 2);
     CHalter neu = CHalter::Neu(tabelle.Beschreibung(), vWerte, zeile.iLfd);
     if (!neu->GleicheSchluessel(zeile)) {
+        SMemoryZeile & andere = Fuege(tabelle, vWerte);
         Loesche(tabelle, zeile);
-        return Fuege(tabelle, vWerte);
+        return andere;
     }
     std::swap_ranges(zeile.Spalten(), zeile.Spalten() + zeile.iSpalten, neu->Spalten());
-    if (m_iTiefe > 0) m_vAenderungen.push_back({&tabelle, CHalter(&zeile), std::move(neu), false});
+    Merke({&tabelle, CHalter(&zeile), std::move(neu), false});
     return zeile;
+}
+
+// Notes a change for which there is room, if it may have to be taken back.
+void CMemorySpeicher::Merke(SAenderung aenderung) noexcept {
+    if (m_iTiefe > 0) m_vAenderungen.push_back(std::move(aenderung));
 }
 
 int CMemorySpeicher::Beginne() {
@@ -146,7 +157,7 @@ int CMemorySpeicher::Beende(bool bUebernehmen) {
     return bUebernehmen && m_bVerworfen ? ZEILE_FEHLER : ZEILE_OK;
 }
 
-void CMemorySpeicher::NimmZurueck() {
+void CMemorySpeicher::NimmZurueck() noexcept {
     for (auto it = m_vAenderungen.rbegin(); it != m_vAenderungen.rend(); ++it) {
         if (it->vorher)
             std::swap_ranges(it->zeile->Spalten(), it->zeile->Spalten() + it->zeile->iSpalten,

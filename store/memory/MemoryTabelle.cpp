@@ -114,18 +114,21 @@ CMemoryTabelle::~CMemoryTabelle() {
 }
 
 SMemoryZeile & CMemoryTabelle::Fuege(CWerte vWerte) {
-    SMemoryZeile & zeile = *SMemoryZeile::Neu(m_tabelle, vWerte, ++m_iLfd);
+    for (COrdnung & ordnung : m_vOrdnungen)
+        ordnung.Erwarte();
+    SMemoryZeile & zeile = *SMemoryZeile::Neu(m_tabelle, vWerte, m_iLfd + 1);
+    ++m_iLfd;
     for (COrdnung & ordnung : m_vOrdnungen)
         ordnung.Fuege(zeile);
     return zeile;
 }
 
-void CMemoryTabelle::Loesche(SMemoryZeile & zeile) {
+void CMemoryTabelle::Loesche(SMemoryZeile & zeile) noexcept {
     zeile.bGeloescht = true;
     ++m_iGeloescht;
 }
 
-void CMemoryTabelle::Hole(SMemoryZeile & zeile) {
+void CMemoryTabelle::Hole(SMemoryZeile & zeile) noexcept {
     zeile.bGeloescht = false;
     --m_iGeloescht;
 }

@@ -64,12 +64,19 @@ private:
     SMemoryZeile * m_pZeile = nullptr;
 };
 
+// Makes room for iMehr further entries, so that adding them cannot fail.
+template <class T> void MachePlatz(std::vector<T> & v, std::size_t iMehr) {
+    if (v.capacity() - v.size() < iMehr) v.reserve(std::max(v.size() * 2, v.size() + iMehr));
+}
+
 // The rows under one key. What is added goes to the end, and Ordne brings it into its place.
 class COrdnung {
 public:
     explicit COrdnung(std::size_t iSchluessel) : m_iSchluessel(iSchluessel) {}
 
-    void Fuege(SMemoryZeile & zeile) { m_vZeilen.push_back(&zeile); }
+    // Makes room for the row that Fuege adds next.
+    void Erwarte() { MachePlatz(m_vZeilen, 1); }
+    void Fuege(SMemoryZeile & zeile) noexcept { m_vZeilen.push_back(&zeile); }
     void Ordne();
     // Takes the deleted rows out of the order, without giving them back.
     void Raeume();
@@ -108,10 +115,10 @@ public:
     CMemoryTabelle(const CMemoryTabelle &) = delete;
     CMemoryTabelle & operator=(const CMemoryTabelle &) = delete;
 
-    // Adds a new row; takes a row out; brings a row back that was taken out.
+    // Adds a new row, or none where memory ends; takes a row out; brings a row back that was taken out.
     SMemoryZeile & Fuege(CWerte vWerte);
-    void Loesche(SMemoryZeile & zeile);
-    void Hole(SMemoryZeile & zeile);
+    void Loesche(SMemoryZeile & zeile) noexcept;
+    void Hole(SMemoryZeile & zeile) noexcept;
     // The order under a key (from 0) with every row in its place. With bRaeumen rows taken out may be given back.
     const COrdnung & Geordnet(std::size_t iSchluessel, bool bRaeumen);
 

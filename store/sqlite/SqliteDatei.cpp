@@ -2,6 +2,8 @@
 
 #include "SqliteSchema.h"
 
+#include <cerrno>
+#include <new>
 #include <utility>
 
 namespace orvostat {
@@ -11,24 +13,31 @@ namespace {
 // Statements kept of one kind: so many walks of it may be nested cheaply.
 constexpr std::size_t FREIE_HOECHSTENS = 8;
 
-// Binds bytes that stay where they are until the statement has run.
-void BindeBytes(sqlite3_stmt * pAnweisung, int i, std::string_view s) {
-    sqlite3_bind_blob64(pAnweisung, i, s.data(), s.size(), SQLITE_STATIC);
-}
-
 } // namespace
 
 CVerbindung Verbinde(const std::string & sPfad, int iArt, int iGeduld) {
     sqlite3 * p = nullptr;
     const int iErgebnis = sqlite3_open_v2(sPfad.c_str(), &p, iArt | SQLITE_OPEN_NOMUTEX, nullptr);
     CVerbindung pVerbindung(p);
-    if (iErgebnis != SQLITE_OK) return nullptr;
+    if (iErgebnis != SQLITE_OK) {
+        const int iGrund = p != nullptr && iErgebnis != SQLITE_NOMEM ? sqlite3_system_errno(p) : ENOMEM;
+        pVerbindung.reset();
+        errno = iGrund;
+        return nullptr;
+    }
     sqlite3_busy_timeout(p, iGeduld);
     // What a file brings along never runs.
     sqlite3_db_config(p, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(p, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(p, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     return pVerbindung;
+}
+
+int Systemfehler(sqlite3 * p) {
+    int iErrno = 0;
+    if (sqlite3_file_control(p, "main", SQLITE_FCNTL_LAST_ERRNO, &iErrno) == SQLITE_OK && iErrno != 0)
+        return iErrno;
+    return sqlite3_system_errno(p);
 }
 
 std::unique_ptr<CSqliteDatei> CSqliteDatei::Zweite() const {
@@ -41,8 +50,20 @@ std::unique_ptr<CSqliteDatei> CSqliteDatei::Zweite() const {
     return std::make_unique<CSqliteDatei>(std::move(pZweite), true);
 }
 
-int CSqliteDatei::Fehler() {
-    m_sFehler = sqlite3_errmsg(Verbindung());
+int CSqliteDatei::Fehler() noexcept {
+    // SQLite has no words of its own for a file that has reached the user's limit.
+    const bool bGrenze =
+        (sqlite3_errcode(Verbindung()) & 0xFF) == SQLITE_IOERR && Systemfehler(Verbindung()) == EFBIG;
+    try {
+        m_sFehler = bGrenze ? "file too large" : sqlite3_errmsg(Verbindung());
+    } catch (const std::bad_alloc &) {
+        return KeinSpeicher();
+    }
+    return ZEILE_FEHLER;
+}
+
+int CSqliteDatei::KeinSpeicher() noexcept {
+    m_sFehler = "out of memory"; // so short that it takes none
     return ZEILE_FEHLER;
 }
 
@@ -55,10 +76,10 @@ CAnweisung CSqliteDatei::Bereite(std::string_view sSql) {
 }
 
 bool CSqliteDatei::Fuehre(sqlite3_stmt * pAnweisung) {
-    const bool bGut = sqlite3_step(pAnweisung) == SQLITE_DONE;
-    if (!bGut) Fehler();
-    sqlite3_reset(pAnweisung);
-    return bGut;
+    const bool bFertig = sqlite3_step(pAnweisung) == SQLITE_DONE;
+    if (sqlite3_reset(pAnweisung) == SQLITE_OK && bFertig) return true;
+    Fehler();
+    return false;
 }
 
 bool CSqliteDatei::Fuehre(const char * pSql) {
@@ -76,6 +97,7 @@ CAnweisung CSqliteDatei::NimmWeg(const STabelle & tabelle, const SBereich & bere
     if (bereich.iSchluessel < 1 || static_cast<std::size_t>(bereich.iSchluessel) > tabelle.vSchluessel.size())
         return nullptr;
     std::vector<CAnweisung> & vFreie = Freie(tabelle, bereich);
+    vFreie.reserve(FREIE_HOECHSTENS); // GibWeg needs no memory
     CAnweisung pAnweisung;
     if (vFreie.empty()) {
         pAnweisung = Bereite(
@@ -86,13 +108,16 @@ CAnweisung CSqliteDatei::NimmWeg(const STabelle & tabelle, const SBereich & bere
         vFreie.pop_back();
     }
     // An empty text at null would be NULL; what is bound here must outlive the call.
-    sqlite3_bind_blob64(pAnweisung.get(), 1, bereich.sVon.c_str(), bereich.sVon.size(), SQLITE_TRANSIENT);
-    if (!bereich.sBis.empty())
-        sqlite3_bind_blob64(pAnweisung.get(), 2, bereich.sBis.c_str(), bereich.sBis.size(), SQLITE_TRANSIENT);
-    return pAnweisung;
+    const auto Binde = [&](int i, const std::string & s) {
+        return sqlite3_bind_blob64(pAnweisung.get(), i, s.c_str(), s.size(), SQLITE_TRANSIENT) == SQLITE_OK;
+    };
+    if (Binde(1, bereich.sVon) && (bereich.sBis.empty() || Binde(2, bereich.sBis))) return pAnweisung;
+    Fehler();
+    return nullptr;
 }
 
-void CSqliteDatei::GibWeg(const STabelle & tabelle, const SBereich & bereich, CAnweisung pAnweisung) {
+void CSqliteDatei::GibWeg(const STabelle & tabelle, const SBereich & bereich,
+                          CAnweisung pAnweisung) noexcept {
     sqlite3_reset(pAnweisung.get());
     std::vector<CAnweisung> & vFreie = Freie(tabelle, bereich);
     if (vFreie.size() < FREIE_HOECHSTENS) vFreie.push_back(std::move(pAnweisung));
@@ -130,7 +155,7 @@ int CSqliteDatei::Beende(bool bUebernehmen) {
 }
 
 // Runs a write inside the open group, or in one of its own. SQLite itself ends a group after some failures (the disk
-// is full); then nothing more goes in it.
+// is full); then nothing more goes in it. An exception is thrown before the write reaches SQLite.
 template <class F> int CSqliteDatei::InGruppe(F f) {
     if (m_bNurLesen) return ZEILE_VERWEIGERT;
     if (m_iTiefe > 0) {
@@ -140,9 +165,22 @@ template <class F> int CSqliteDatei::InGruppe(F f) {
         return iErgebnis;
     }
     if (const int iBeginn = Beginne(); iBeginn != ZEILE_OK) return iBeginn;
-    const int iErgebnis = f();
+    int iErgebnis;
+    try {
+        iErgebnis = f();
+    } catch (...) {
+        Beende(false);
+        throw;
+    }
     const int iEnde = Beende(iErgebnis == ZEILE_OK);
     return iErgebnis == ZEILE_OK ? iEnde : iErgebnis;
+}
+
+// Runs a write whose values are bound, or tells that they could not be.
+int CSqliteDatei::Schreibe(sqlite3_stmt * pAnweisung, bool bGebunden) {
+    if (!bGebunden) return Fehler();
+    if (!Fuehre(pAnweisung)) return ZEILE_FEHLER;
+    return sqlite3_changes(Verbindung()) > 0 ? ZEILE_OK : ZEILE_KEINE;
 }
 
 bool CSqliteDatei::LiesLaufnummer() {
@@ -160,13 +198,13 @@ bool CSqliteDatei::SchreibeLaufnummer() {
     if (m_iLfd == m_iLfdAmAnfang) return true;
     const CAnweisung pAnweisung = Bereite(schema::SCHREIBE_LAUFNUMMER);
     if (!pAnweisung) return false;
-    sqlite3_bind_int64(pAnweisung.get(), 1, m_iLfd);
-    return Fuehre(pAnweisung.get());
+    return Schreibe(pAnweisung.get(), sqlite3_bind_int64(pAnweisung.get(), 1, m_iLfd) == SQLITE_OK) ==
+           ZEILE_OK;
 }
 
 // ---- writes
 
-void CSqliteDatei::Binde(sqlite3_stmt * pAnweisung, CWerte vWerte, const SPlatz & platz) {
+bool CSqliteDatei::Binde(sqlite3_stmt * pAnweisung, CWerte vWerte, const SPlatz & platz) {
     m_sTexte.clear();
     m_viEnden.clear();
     for (const CString * pWert : vWerte) {
@@ -179,18 +217,21 @@ void CSqliteDatei::Binde(sqlite3_stmt * pAnweisung, CWerte vWerte, const SPlatz 
     }
     int i = 1;
     std::size_t iAb = 0;
+    bool bGut = true;
     for (const std::size_t iEnde : m_viEnden) {
-        sqlite3_bind_text64(pAnweisung, i++, m_sTexte.data() + iAb, iEnde - iAb, SQLITE_STATIC, SQLITE_UTF8);
+        bGut = bGut && sqlite3_bind_text64(pAnweisung, i++, m_sTexte.data() + iAb, iEnde - iAb, SQLITE_STATIC,
+                                           SQLITE_UTF8) == SQLITE_OK;
         iAb = iEnde;
     }
-    sqlite3_bind_int64(pAnweisung, i++, platz.iLfd);
+    bGut = bGut && sqlite3_bind_int64(pAnweisung, i++, platz.iLfd) == SQLITE_OK;
     for (const std::string & sSchluessel : platz.vSchluessel)
-        BindeBytes(pAnweisung, i++, sSchluessel);
+        bGut = bGut && BindeBytes(pAnweisung, i++, sSchluessel);
+    return bGut;
 }
 
-void CSqliteDatei::BindePlatz(sqlite3_stmt * pAnweisung, int iAb, const SPlatz & platz) {
-    sqlite3_bind_int64(pAnweisung, iAb, platz.iLfd);
-    BindeBytes(pAnweisung, iAb + 1, platz.vSchluessel[0]);
+bool CSqliteDatei::BindePlatz(sqlite3_stmt * pAnweisung, int iAb, const SPlatz & platz) {
+    return sqlite3_bind_int64(pAnweisung, iAb, platz.iLfd) == SQLITE_OK &&
+           BindeBytes(pAnweisung, iAb + 1, platz.vSchluessel[0]);
 }
 
 namespace {
@@ -212,8 +253,7 @@ int CSqliteDatei::Fuege(const STabelle & tabelle, CWerte vWerte) {
         if (!pAnweisung) return ZEILE_FEHLER;
         LiesSchluessel(m_platz, tabelle, vWerte);
         m_platz.iLfd = ++m_iLfd;
-        Binde(pAnweisung.get(), vWerte, m_platz);
-        return Fuehre(pAnweisung.get()) ? ZEILE_OK : ZEILE_FEHLER;
+        return Schreibe(pAnweisung.get(), Binde(pAnweisung.get(), vWerte, m_platz));
     });
 }
 
@@ -222,27 +262,25 @@ int CSqliteDatei::Loesche(const STabelle & tabelle, const SPlatz & platz) {
         CAnweisung & pAnweisung = m_mapTabellen[&tabelle].pLoesche;
         if (!pAnweisung) pAnweisung = Bereite(schema::Loesche(tabelle));
         if (!pAnweisung) return ZEILE_FEHLER;
-        BindePlatz(pAnweisung.get(), 1, platz);
-        if (!Fuehre(pAnweisung.get())) return ZEILE_FEHLER;
-        return sqlite3_changes(Verbindung()) > 0 ? ZEILE_OK : ZEILE_KEINE;
+        return Schreibe(pAnweisung.get(), BindePlatz(pAnweisung.get(), 1, platz));
     });
 }
 
 int CSqliteDatei::Aendere(const STabelle & tabelle, SPlatz & platz, CWerte vWerte) {
-    return InGruppe([&]() -> int {
+    SPlatz neu;
+    const int iErgebnis = InGruppe([&]() -> int {
         CAnweisung & pAnweisung = m_mapTabellen[&tabelle].pAendere;
         if (!pAnweisung) pAnweisung = Bereite(schema::Aendere(tabelle));
         if (!pAnweisung) return ZEILE_FEHLER;
-        SPlatz neu;
         LiesSchluessel(neu, tabelle, vWerte);
         neu.iLfd = neu.vSchluessel == platz.vSchluessel ? platz.iLfd : ++m_iLfd;
-        Binde(pAnweisung.get(), vWerte, neu);
-        BindePlatz(pAnweisung.get(), static_cast<int>(vWerte.size() + 1 + neu.vSchluessel.size() + 1), platz);
-        if (!Fuehre(pAnweisung.get())) return ZEILE_FEHLER;
-        if (sqlite3_changes(Verbindung()) == 0) return ZEILE_KEINE;
-        platz = std::move(neu);
-        return ZEILE_OK;
+        const int iDahinter = static_cast<int>(vWerte.size() + 1 + neu.vSchluessel.size() + 1);
+        const bool bGebunden =
+            Binde(pAnweisung.get(), vWerte, neu) && BindePlatz(pAnweisung.get(), iDahinter, platz);
+        return Schreibe(pAnweisung.get(), bGebunden);
     });
+    if (iErgebnis == ZEILE_OK) platz = std::move(neu); // the group's end may have failed as well
+    return iErgebnis;
 }
 
 std::int64_t CSqliteDatei::Zaehle(const STabelle & tabelle) {

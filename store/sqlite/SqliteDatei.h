@@ -23,9 +23,23 @@ struct SSchliesser {
 using CVerbindung = std::unique_ptr<sqlite3, SSchliesser>;
 using CAnweisung = std::unique_ptr<sqlite3_stmt, SSchliesser>;
 
-// Opens a connection to the file at a path in UTF-8, with SQLite's open flags; null if that fails. It waits so many
-// milliseconds for another program's lock.
+// Lends a statement for one reading: whatever ends that, the statement can be bound anew.
+struct SRuecksteller {
+    void operator()(sqlite3_stmt * p) const { sqlite3_reset(p); }
+};
+using CLesung = std::unique_ptr<sqlite3_stmt, SRuecksteller>;
+
+// Binds bytes that stay where they are until the statement has run; false if there is no memory for them.
+[[nodiscard]] inline bool BindeBytes(sqlite3_stmt * pAnweisung, int i, std::string_view s) {
+    return sqlite3_bind_blob64(pAnweisung, i, s.data(), s.size(), SQLITE_STATIC) == SQLITE_OK;
+}
+
+// Opens a connection to the file at a path in UTF-8, with SQLite's open flags; null if that fails, and errno says
+// why. It waits so many milliseconds for another program's lock.
 [[nodiscard]] CVerbindung Verbinde(const std::string & sPfad, int iArt, int iGeduld);
+
+// The errno behind SQLite's last failure to read, write or open; 0 where it knows none.
+[[nodiscard]] int Systemfehler(sqlite3 * p);
 
 // Where a row lies in its table.
 struct SPlatz {
@@ -57,7 +71,7 @@ public:
     // A statement for a walk, out of those that are free or new, with its bounds; null if the store failed. Gib
     // makes it free again.
     [[nodiscard]] CAnweisung NimmWeg(const STabelle & tabelle, const SBereich & bereich);
-    void GibWeg(const STabelle & tabelle, const SBereich & bereich, CAnweisung pAnweisung);
+    void GibWeg(const STabelle & tabelle, const SBereich & bereich, CAnweisung pAnweisung) noexcept;
 
     // A walk has read its first row; it has ended. From the first to the last of them all walks see the same rows,
     // unless this connection changes some: that time has a number of its own in Lesestand, which is 0 without a walk.
@@ -68,6 +82,8 @@ public:
     // How many walks were asked for so far.
     void ZaehleWeg() { ++m_iWege; }
     [[nodiscard]] std::uint64_t Wege() const { return m_iWege; }
+
+    [[nodiscard]] SVorausgelesen & Vorausgelesen() { return m_vorausgelesen; }
 
     int Fuege(const STabelle & tabelle, CWerte vWerte);
     int Loesche(const STabelle & tabelle, const SPlatz & platz);
@@ -89,8 +105,9 @@ public:
     // Runs a statement without result, or a text of such.
     bool Fuehre(sqlite3_stmt * pAnweisung);
     bool Fuehre(const char * pSql);
-    // Notes what SQLite says on the failure that has just occurred.
-    int Fehler();
+    // Notes what SQLite says on the failure that has just occurred, or that memory has ended. Both are ZEILE_FEHLER.
+    int Fehler() noexcept;
+    int KeinSpeicher() noexcept;
 
 private:
     struct STabellenstand {
@@ -102,14 +119,16 @@ private:
     bool LiesLaufnummer();
     bool SchreibeLaufnummer();
     [[nodiscard]] std::vector<CAnweisung> & Freie(const STabelle & tabelle, const SBereich & bereich);
-    void Binde(sqlite3_stmt * pAnweisung, CWerte vWerte, const SPlatz & platz);
-    static void BindePlatz(sqlite3_stmt * pAnweisung, int iAb, const SPlatz & platz);
+    [[nodiscard]] bool Binde(sqlite3_stmt * pAnweisung, CWerte vWerte, const SPlatz & platz);
+    [[nodiscard]] static bool BindePlatz(sqlite3_stmt * pAnweisung, int iAb, const SPlatz & platz);
+    int Schreibe(sqlite3_stmt * pAnweisung, bool bGebunden);
 
     CVerbindung m_pVerbindung; // first: the statements end before it
     bool m_bNurLesen;
     int m_iLaufende = 0; // walks between their first row and their end
     std::uint64_t m_iStand = 1;
     std::uint64_t m_iWege = 0;
+    SVorausgelesen m_vorausgelesen;
     std::unordered_map<const STabelle *, STabellenstand> m_mapTabellen;
     int m_iTiefe = 0;
     bool m_bVerworfen = false;

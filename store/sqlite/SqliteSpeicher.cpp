@@ -6,6 +6,7 @@
 #include "orvostatbs/host/Tabellen.h"
 
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -54,17 +55,50 @@ private:
     std::array<char, 100> m_ac{};
 };
 
+// What the system's word on a file means for the user. EACCES does not come where SQLite has tried to open the file
+// in a second way.
+constexpr struct {
+    int iErrno;
+    const char * pGrund;
+} SYSTEMGRUENDE[] = {
+    {EACCES, "; vermutlich fehlt die Berechtigung"},
+    {EPERM, "; vermutlich fehlt die Berechtigung"},
+    {ENOENT, "; vermutlich fehlt das Verzeichnis oder die Berechtigung"},
+    {ENOTDIR, "; vermutlich fehlt das Verzeichnis oder die Berechtigung"},
+    {EIO, ": der Datenträger meldet einen Fehler"},
+    {ENOSPC, ": der Datenträger ist voll"},
+    {EFBIG, ": sie würde größer als erlaubt"},
+    {EMFILE, ": zu viele Dateien sind offen"},
+    {ENFILE, ": zu viele Dateien sind offen"},
+    {ENOMEM, ": der Speicher reicht nicht"},
+};
+
+// sWas is "lesen" or "anlegen".
+CString Systemgrund(const CString & sWas, int iErrno) {
+    CString s;
+    for (const auto & [iBekannt, pGrund] : SYSTEMGRUENDE)
+        if (iBekannt == iErrno) {
+            s.Format("lässt sich nicht %s%s."_t, sWas, AusUtf8(pGrund));
+            return s;
+        }
+    s.Format("lässt sich nicht %s (Fehler %d des Betriebssystems)."_t, sWas, iErrno);
+    return s;
+}
+
 // What can be told without SQLite, which would already repair or lock what is not ours.
 CGrund PruefeDatei(const fs::path & pfad) {
     std::error_code fehler;
     const fs::file_status status = fs::status(pfad, fehler);
+    if (!fs::status_known(status)) return Systemgrund("lesen", fehler.value());
     if (!fs::exists(status)) return "gibt es nicht."_t;
     if (fs::is_directory(status)) return "ist ein Verzeichnis."_t;
     if (!fs::is_regular_file(status)) return "ist keine gewöhnliche Datei."_t;
     std::ifstream ein(pfad, std::ios::binary);
-    if (!ein) return "lässt sich nicht lesen; vermutlich fehlt die Berechtigung."_t;
+    if (!ein) return Systemgrund("lesen", errno);
     CDateikopf kopf;
-    if (!kopf.Lies(ein) || !kopf.IstDatenbank()) return "ist keine Datenbank."_t;
+    const bool bGelesen = kopf.Lies(ein);
+    if (ein.bad()) return Systemgrund("lesen", EIO);
+    if (!bGelesen || !kopf.IstDatenbank()) return "ist keine Datenbank."_t;
     if (kopf.Anwendung() != static_cast<std::uint32_t>(schema::ANWENDUNG))
         return "ist die Datenbank eines anderen Programms."_t;
     if (kopf.Version() != static_cast<std::uint32_t>(schema::VERSION)) {
@@ -78,8 +112,10 @@ CGrund PruefeDatei(const fs::path & pfad) {
     return {};
 }
 
-// What SQLite's result means for the user.
-CString Grund(int iErgebnis) {
+// What SQLite's last result means for the user.
+CString Grund(const CSqliteDatei & datei, const CString & sWas) {
+    const int iErgebnis = sqlite3_extended_errcode(datei.Verbindung());
+    const int iErrno = Systemfehler(datei.Verbindung());
     switch (iErgebnis & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
@@ -88,18 +124,26 @@ CString Grund(int iErgebnis) {
     case SQLITE_NOTADB:
         return "ist beschädigt."_t;
     case SQLITE_READONLY:
-        return "trägt noch eine unterbrochene Änderung; öffnen Sie sie einmal zum Schreiben."_t;
+        return "trägt noch eine unterbrochene Änderung; wer sie zum Schreiben öffnet, nimmt diese zurück."_t;
+    case SQLITE_FULL:
+        return Systemgrund(sWas, ENOSPC);
     case SQLITE_CANTOPEN:
-    case SQLITE_PERM:
-        return "lässt sich nicht öffnen; vermutlich fehlt die Berechtigung."_t;
+        return Systemgrund(sWas, iErrno != 0 ? iErrno : EACCES);
+    case SQLITE_IOERR:
+        if (iErgebnis != SQLITE_IOERR_NOMEM) return Systemgrund(sWas, iErrno != 0 ? iErrno : EIO);
+        [[fallthrough]];
+    case SQLITE_NOMEM:
+        return Systemgrund(sWas, ENOMEM);
     default:
-        return "lässt sich nicht lesen."_t;
+        CString s;
+        s.Format("lässt sich nicht %s."_t, sWas);
+        return s;
     }
 }
 
 CGrund PruefeSchema(CSqliteDatei & datei) {
     const CAnweisung pAnweisung = datei.Bereite("SELECT name, sql FROM sqlite_schema WHERE sql IS NOT NULL");
-    if (!pAnweisung) return Grund(sqlite3_errcode(datei.Verbindung()));
+    if (!pAnweisung) return Grund(datei, "lesen");
     const auto Text = [&](int i) {
         return reinterpret_cast<const char *>(sqlite3_column_text(pAnweisung.get(), i));
     };
@@ -107,7 +151,7 @@ CGrund PruefeSchema(CSqliteDatei & datei) {
     int iErgebnis;
     while ((iErgebnis = sqlite3_step(pAnweisung.get())) == SQLITE_ROW)
         if (Text(0) && Text(1)) mapObjekte[Text(0)] = Text(1);
-    if (iErgebnis != SQLITE_DONE) return Grund(iErgebnis);
+    if (iErgebnis != SQLITE_DONE) return Grund(datei, "lesen");
     for (const auto & [sName, sSql] : schema::Objekte())
         if (mapObjekte[sName] != sSql) {
             CString sGrund;
@@ -123,19 +167,19 @@ CGrund PruefeTabellen(CSqliteDatei & datei) {
     for (const STabelle * pTabelle : AlleTabellen()) {
         const CAnweisung pAnweisung = datei.Bereite(schema::Probe(*pTabelle));
         const int iErgebnis = pAnweisung ? sqlite3_step(pAnweisung.get()) : SQLITE_ERROR;
-        if (iErgebnis != SQLITE_ROW && iErgebnis != SQLITE_DONE)
-            return Grund(sqlite3_errcode(datei.Verbindung()));
+        if (iErgebnis != SQLITE_ROW && iErgebnis != SQLITE_DONE) return Grund(datei, "lesen");
     }
     const CAnweisung pLaufnummer = datei.Bereite(schema::LIES_LAUFNUMMER);
-    if (!pLaufnummer || sqlite3_step(pLaufnummer.get()) != SQLITE_ROW) return Grund(SQLITE_CORRUPT);
-    return {};
+    const int iErgebnis = pLaufnummer ? sqlite3_step(pLaufnummer.get()) : SQLITE_ERROR;
+    if (iErgebnis == SQLITE_ROW) return {};
+    return iErgebnis == SQLITE_DONE ? "ist beschädigt."_t : Grund(datei, "lesen");
 }
 
 CGrund OeffneVorhandene(const fs::path & pfad, bool bNurLesen, std::unique_ptr<CSqliteDatei> & pDatei) {
     if (CGrund grund = PruefeDatei(pfad)) return grund;
     CVerbindung pVerbindung =
         Verbinde(AlsUtf8(pfad), bNurLesen ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE, GEDULD_OEFFNEN_MS);
-    if (!pVerbindung) return Grund(SQLITE_CANTOPEN);
+    if (!pVerbindung) return Systemgrund("lesen", errno);
     if (!bNurLesen && sqlite3_db_readonly(pVerbindung.get(), "main") != 0) return "ist schreibgeschützt."_t;
     pDatei = std::make_unique<CSqliteDatei>(std::move(pVerbindung), bNurLesen);
     if (CGrund grund = PruefeSchema(*pDatei)) return grund;
@@ -156,41 +200,84 @@ bool LegeAn(CSqliteDatei & datei, bool bUngesichert) {
     return datei.Fuehre(schema::ERSTE_LAUFNUMMER) && datei.Fuehre("COMMIT");
 }
 
-CGrund MacheNeue(const fs::path & pfad, bool bUngesichert, std::unique_ptr<CSqliteDatei> & pDatei) {
+// Removes a file at the end unless it has become a whole one.
+class CUnfertig {
+public:
+    CUnfertig() = default;
+    ~CUnfertig() {
+        std::error_code fehler;
+        if (!m_pfad.empty()) fs::remove(m_pfad, fehler);
+    }
+    CUnfertig(const CUnfertig &) = delete;
+    CUnfertig & operator=(const CUnfertig &) = delete;
+    void Beginnt(const fs::path & pfad) { m_pfad = pfad; }
+    void Fertig() { m_pfad.clear(); }
+
+private:
+    fs::path m_pfad;
+};
+
+CGrund MacheNeue(const fs::path & pfad, bool bUngesichert, std::unique_ptr<CSqliteDatei> & pDatei,
+                 CUnfertig & unfertig) {
     std::error_code fehler;
     if (!pfad.has_filename()) return "ist kein Dateiname."_t;
     if (fs::exists(fs::symlink_status(pfad, fehler))) return "gibt es schon."_t;
+    unfertig.Beginnt(pfad);
     CVerbindung pVerbindung =
         Verbinde(AlsUtf8(pfad), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, GEDULD_OEFFNEN_MS);
-    if (!pVerbindung)
-        return "lässt sich nicht anlegen; vermutlich fehlt das Verzeichnis oder die Berechtigung."_t;
+    if (!pVerbindung) return Systemgrund("anlegen"_t, errno);
     pDatei = std::make_unique<CSqliteDatei>(std::move(pVerbindung), false);
     if (LegeAn(*pDatei, bUngesichert)) return {};
-    pDatei.reset();
-    fs::remove(pfad, fehler);
-    return "lässt sich nicht anlegen; vermutlich ist der Datenträger voll."_t;
+    return Grund(*pDatei, "anlegen"_t);
+}
+
+// The whole path: SQLite takes some short names for something else than files.
+fs::path GanzerPfad(const std::string & sPfad) {
+    std::error_code fehler;
+    return fs::absolute(fs::path(std::u8string(sPfad.begin(), sPfad.end())), fehler);
 }
 
 } // namespace
 
 std::shared_ptr<CSqliteSpeicher> CSqliteSpeicher::OeffneDatei(const std::string & sPfad, EModus eModus,
                                                               CString & sMeldung) {
-    // The whole path: SQLite takes some short names for something else than files.
-    std::error_code fehler;
-    const fs::path pfad = fs::absolute(fs::path(std::u8string(sPfad.begin(), sPfad.end())), fehler);
+    const fs::path pfad = GanzerPfad(sPfad);
+    CUnfertig unfertig; // goes behind the connection
     std::unique_ptr<CSqliteDatei> pDatei;
     const bool bNeu = eModus == EModus::Neu || eModus == EModus::NeuUngesichert;
-    CGrund grund = bNeu ? MacheNeue(pfad, eModus == EModus::NeuUngesichert, pDatei)
+    CGrund grund = bNeu ? MacheNeue(pfad, eModus == EModus::NeuUngesichert, pDatei, unfertig)
                         : OeffneVorhandene(pfad, eModus == EModus::Lesen, pDatei);
-    if (!grund && !pDatei->Fuehre("PRAGMA cache_size = -32768")) grund = Grund(SQLITE_ERROR);
+    if (!grund && !pDatei->Fuehre("PRAGMA cache_size = -32768")) grund = Grund(*pDatei, "lesen");
     if (grund) {
         sMeldung.Format("Die Datei \"%s\" %s"_t, AusUtf8(sPfad), *grund);
         return nullptr;
     }
     sMeldung.Empty();
     sqlite3_busy_timeout(pDatei->Verbindung(), GEDULD_MS);
-    return std::shared_ptr<CSqliteSpeicher>(new CSqliteSpeicher(std::move(pDatei)));
+    std::shared_ptr<CSqliteSpeicher> pSpeicher(new CSqliteSpeicher(std::move(pDatei)));
+    unfertig.Fertig();
+    return pSpeicher;
 }
+
+bool CSqliteSpeicher::Unterbrochen(const std::string & sPfad) {
+    const fs::path pfad = GanzerPfad(sPfad);
+    if (PruefeDatei(pfad)) return false;
+    const CVerbindung p = Verbinde(AlsUtf8(pfad), SQLITE_OPEN_READONLY, 0);
+    return p &&
+           sqlite3_exec(p.get(), "SELECT 1 FROM sqlite_schema", nullptr, nullptr, nullptr) != SQLITE_OK &&
+           sqlite3_extended_errcode(p.get()) == SQLITE_READONLY_ROLLBACK;
+}
+
+namespace {
+
+std::string_view Bytes(sqlite3_stmt * pAnweisung, std::size_t iSpalte) {
+    const auto * p =
+        reinterpret_cast<const char *>(sqlite3_column_text(pAnweisung, static_cast<int>(iSpalte)));
+    return {p ? p : "",
+            static_cast<std::size_t>(sqlite3_column_bytes(pAnweisung, static_cast<int>(iSpalte)))};
+}
+
+} // namespace
 
 CSqliteSpeicher::CSqliteSpeicher(std::unique_ptr<CSqliteDatei> pDatei)
     : m_pDatei(std::move(pDatei)), m_pVorrat(std::make_unique<CSqliteVorrat>(*m_pDatei)) {}
@@ -215,6 +302,27 @@ const std::string & CSqliteSpeicher::LetzterFehler() const { return m_pDatei->Le
 
 std::string CSqliteSpeicher::WegSql(const STabelle & tabelle) const {
     return schema::Weg(tabelle, 1, false, false, m_pDatei->Dazu());
+}
+
+SVorausgelesen CSqliteSpeicher::Vorausgelesen() const { return m_pDatei->Vorausgelesen(); }
+
+bool CSqliteSpeicher::SucheVerluste(const STabelle & tabelle,
+                                    const std::function<void(CWerte, std::size_t)> & fVerlust) {
+    const CAnweisung pAnweisung = m_pDatei->NimmWeg(tabelle, {});
+    std::vector<CString> vTexte(tabelle.vSpalten.size());
+    std::vector<const CString *> vZeile;
+    for (const CString & sText : vTexte)
+        vZeile.push_back(&sText);
+    int iErgebnis = SQLITE_ERROR;
+    while (pAnweisung && (iErgebnis = sqlite3_step(pAnweisung.get())) == SQLITE_ROW) {
+        for (std::size_t i = 0; i < vTexte.size(); ++i)
+            if (!LiesText(pAnweisung.get(), static_cast<int>(i), vTexte[i])) return m_pDatei->Fehler(), false;
+        for (std::size_t i = 0; i < vTexte.size(); ++i)
+            if (const std::string_view s = Bytes(pAnweisung.get(), i); !IstAscii(s) && vTexte[i].Utf8() != s)
+                fVerlust(vZeile, i);
+    }
+    if (pAnweisung && iErgebnis != SQLITE_DONE) m_pDatei->Fehler();
+    return iErgebnis == SQLITE_DONE;
 }
 
 std::vector<CString> CSqliteSpeicher::Pruefe() {

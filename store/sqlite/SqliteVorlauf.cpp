@@ -1,7 +1,6 @@
 #include "SqliteVorlauf.h"
 
-#include <new>
-#include <system_error>
+#include <exception>
 #include <utility>
 
 namespace orvostat {
@@ -15,17 +14,17 @@ constexpr std::size_t ZEILEN_JE_BLOCK = 256;
 std::unique_ptr<CSqliteVorlauf> CSqliteVorlauf::Starte(const CSqliteDatei & datei, const STabelle & tabelle,
                                                        const SBereich & bereich, std::int64_t iAb) {
     if (std::thread::hardware_concurrency() < 2) return nullptr;
-    std::unique_ptr<CSqliteDatei> pDatei = datei.Zweite();
-    CAnweisung pAnweisung = pDatei ? pDatei->NimmWeg(tabelle, bereich) : nullptr;
-    if (!pAnweisung) return nullptr;
-    std::unique_ptr<CSqliteVorlauf> p(
-        new CSqliteVorlauf(std::move(pDatei), std::move(pAnweisung), tabelle.vSpalten.size()));
     try {
+        std::unique_ptr<CSqliteDatei> pDatei = datei.Zweite();
+        CAnweisung pAnweisung = pDatei ? pDatei->NimmWeg(tabelle, bereich) : nullptr;
+        if (!pAnweisung) return nullptr;
+        std::unique_ptr<CSqliteVorlauf> p(
+            new CSqliteVorlauf(std::move(pDatei), std::move(pAnweisung), tabelle.vSpalten.size()));
         p->m_faden = std::thread(&CSqliteVorlauf::Lies, p.get(), iAb);
-    } catch (const std::system_error &) {
+        return p;
+    } catch (const std::exception &) { // no memory, no thread
         return nullptr;
     }
-    return p;
 }
 
 CSqliteVorlauf::CSqliteVorlauf(std::unique_ptr<CSqliteDatei> pDatei, CAnweisung pAnweisung,
@@ -77,7 +76,7 @@ void CSqliteVorlauf::Lies(std::int64_t iAb) {
             iErgebnis = Schritt();
         for (std::uint64_t i = 0; iErgebnis == ZEILE_OK && WarteAufPlatz(i); ++i)
             iErgebnis = FuelleBlock(m_vBloecke[i % BLOECKE]);
-    } catch (const std::bad_alloc &) {
+    } catch (const std::exception &) {
         iErgebnis = ZEILE_FEHLER;
     }
     const std::lock_guard sperre(m_mutex);

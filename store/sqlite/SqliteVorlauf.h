@@ -20,7 +20,7 @@ namespace orvostat {
 class CSqliteVorlauf {
 public:
     // Reads the walk of datei with the bounds of the range from row iAb (from 0) on; null where no second connection
-    // to the same file is to be had.
+    // to the same file, no thread or no memory is to be had.
     [[nodiscard]] static std::unique_ptr<CSqliteVorlauf>
     Starte(const CSqliteDatei & datei, const STabelle & tabelle, const SBereich & bereich, std::int64_t iAb);
     ~CSqliteVorlauf();

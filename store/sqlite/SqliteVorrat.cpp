@@ -91,12 +91,14 @@ std::unique_ptr<CZeilenmenge> CSqliteVorrat::Oeffne(const STabelle & tabelle, co
     };
     if (HatVon(bereich.sBis)) {
         reihe.bGenutzt = true;
+        ++m_datei.Vorausgelesen().iBereiche;
     } else {
         // A range that begins in the block or right behind it shows as well that the rows are read in order.
         const bool bInFolge = reihe.bGenutzt || HatVon(bereich.sVon);
         reihe.iZeilen = bInFolge ? std::min(reihe.iZeilen * 2, ZEILEN_MAX) : ZEILEN_MIN;
         reihe.bGenutzt = false;
-        reihe.iStand = Lies(reihe, tabelle, bereich) ? iStand : 0;
+        reihe.iStand = 0; // a reading that ends with an exception leaves no block
+        if (Lies(reihe, tabelle, bereich)) reihe.iStand = iStand;
         if (!HatVon(bereich.sBis)) return nullptr;
     }
     return std::make_unique<CVorratsweg>(reihe.pBlock, bereich);
@@ -107,23 +109,21 @@ bool CSqliteVorrat::Lies(SReihe & reihe, const STabelle & tabelle, const SBereic
     if (!reihe.pAnweisung)
         reihe.pAnweisung = m_datei.Bereite(
             schema::Weg(tabelle, bereich.iSchluessel, false, false, schema::EDazu::Schluessel));
-    sqlite3_stmt * const pAnweisung = reihe.pAnweisung.get();
-    if (pAnweisung == nullptr) return false;
+    if (!reihe.pAnweisung) return false;
+    const CLesung pAnweisung(reihe.pAnweisung.get());
     // A walk may still stand on the former block.
     if (!reihe.pBlock || reihe.pBlock.use_count() > 1)
         reihe.pBlock = std::make_shared<SVorratsblock>(tabelle.vSpalten.size());
     SVorratsblock & block = *reihe.pBlock;
     block.Leere(bereich.sVon);
-    sqlite3_bind_blob64(pAnweisung, 1, block.sVon.data(), block.sVon.size(), SQLITE_STATIC);
-    bool bGut = true;
+    bool bGut = BindeBytes(pAnweisung.get(), 1, block.sVon);
     while (bGut && !block.bBisEnde &&
            (block.zeilen.Zeilen() < reihe.iZeilen ||
             (block.zeilen.Zeilen() < ZEILEN_JE_BEREICH && !block.ReichtBis(bereich.sBis)))) {
-        const int iSchritt = sqlite3_step(pAnweisung);
+        const int iSchritt = sqlite3_step(pAnweisung.get());
         block.bBisEnde = iSchritt == SQLITE_DONE;
-        bGut = block.bBisEnde || (iSchritt == SQLITE_ROW && block.Nimm(pAnweisung));
+        bGut = block.bBisEnde || (iSchritt == SQLITE_ROW && block.Nimm(pAnweisung.get()));
     }
-    sqlite3_reset(pAnweisung);
     return bGut;
 }
 

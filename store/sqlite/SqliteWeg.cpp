@@ -1,5 +1,6 @@
 #include "SqliteWeg.h"
 
+#include <new>
 #include <utility>
 
 namespace orvostat {
@@ -55,7 +56,10 @@ int CSqliteWeg::Naechste(CFelder vFelder) {
 int CSqliteWeg::SchrittImVorlauf(CFelder vFelder) {
     const int iErgebnis = m_pVorlauf->Naechste(vFelder);
     if (iErgebnis == ZEILE_KEINE) return Ende(ZEILE_KEINE);
-    if (iErgebnis == ZEILE_OK) return ZEILE_OK;
+    if (iErgebnis == ZEILE_OK) {
+        ++m_datei.Vorausgelesen().iZeilen;
+        return ZEILE_OK;
+    }
     m_pVorlauf.reset();
     for (std::int64_t i = ZEILEN_OHNE_VORLAUF; i < m_iZeilen; ++i)
         if (sqlite3_step(m_pAnweisung.get()) != SQLITE_ROW) return Ende(m_datei.Fehler());
@@ -70,16 +74,20 @@ int CSqliteWeg::Schritt(CFelder vFelder) {
         if (iSchritt != SQLITE_ROW) return Ende(m_datei.Fehler());
         if (!std::exchange(m_bLaeuft, true)) m_datei.BeginntWeg();
     } while (!m_datei.NurLesen() && SpaeterGeschrieben());
-    int i = 0;
-    for (CString * pFeld : vFelder) {
-        if (!LiesText(p, i++, *pFeld)) return Ende(m_datei.Fehler());
+    try {
+        int i = 0;
+        for (CString * pFeld : vFelder)
+            if (!LiesText(p, i++, *pFeld)) return Ende(m_datei.Fehler());
+    } catch (const std::bad_alloc &) { // the statement has gone on, so the row would be missed
+        Ende(m_datei.KeinSpeicher());
+        throw;
     }
     m_bZeile = true;
     return ZEILE_OK;
 }
 
 SPlatz & CSqliteWeg::Platz() {
-    if (std::exchange(m_bPlatz, true)) return m_platz;
+    if (m_bPlatz) return m_platz;
     sqlite3_stmt * const p = m_pAnweisung.get();
     int i = static_cast<int>(m_tabelle.vSpalten.size());
     m_platz.iLfd = sqlite3_column_int64(p, i++);
@@ -89,6 +97,7 @@ SPlatz & CSqliteWeg::Platz() {
         sSchluessel.assign(pBytes ? pBytes : "", static_cast<std::size_t>(sqlite3_column_bytes(p, i)));
         ++i;
     }
+    m_bPlatz = true;
     return m_platz;
 }
 

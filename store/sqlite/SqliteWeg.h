@@ -16,7 +16,7 @@ public:
     int Ersetze(CWerte vWerte) override;
 
 private:
-    [[nodiscard]] int Ende(int iErgebnis);
+    int Ende(int iErgebnis);
     [[nodiscard]] bool LohntVorlauf() const;
     int Schritt(CFelder vFelder);
     int SchrittImVorlauf(CFelder vFelder);

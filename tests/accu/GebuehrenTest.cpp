@@ -1,8 +1,8 @@
 // The amounts of the published fee schedules, against exact integer arithmetic.
 //
-// tests/accu/data holds the numbers of points of GOZ and BEMA as printed, and point values that associations of
-// dentists have published. A private fee is points x 5.62421 cent x factor, rounded once, after the factor (GOZ
-// section 5, half a cent upwards); an insurer's fee is points x point value.
+// data/ holds the numbers of points of GOZ and BEMA as printed, and point values that associations of dentists have
+// published. A private fee is points x 5.62421 cent x factor, rounded once, after the factor (GOZ section 5, half a cent
+// upwards); an insurer's fee is points x point value.
 #include "accu/AccuTest.h"
 
 #include <cstdint>
@@ -19,7 +19,7 @@ using CSpalten = std::vector<std::string>;
 
 // The lines of a file behind its title line.
 std::vector<CSpalten> Lies(const std::string & sDatei) {
-    std::ifstream datei(ORVOSTATBS_SOURCE_DIR "/tests/accu/data/" + sDatei);
+    std::ifstream datei(ORVOSTATBS_SOURCE_DIR "/data/" + sDatei);
     std::vector<CSpalten> vZeilen;
     std::string sZeile;
     std::getline(datei, sZeile);
@@ -128,9 +128,10 @@ int Zehntausendstel(std::string sWert) { return std::stoi(sWert.erase(sWert.find
 class CBemaTest : public CGebuehrenTest {
 protected:
     CBemaTest() {
+        std::erase_if(m_vZeilen, [](const CSpalten & zeile) { return zeile[4] != "BEMA"; }); // invented
         for (const CSpalten & zeile : m_vZeilen)
-            Schreibe("GO GOART=k LSTNR=\"" + zeile[0] + "\" GEBPKT=" + zeile[1] +
-                     "00 PWLART=" + GRUPPEN.at(zeile[2]).sPwLArtZeile.Utf8());
+            Schreibe("GO GOART=k LSTNR=\"" + zeile[0] + "\" GEBPKT=" + zeile[2] +
+                     "00 PWLART=" + GRUPPEN.at(zeile[3]).sPwLArtZeile.Utf8());
         for (const CSpalten & wert : m_vPunktwerte)
             Schreibe("PUNKTWERT PWAB=" + wert[2] + " PWGRP=" + wert[0] + " PWLART=" +
                      GRUPPEN.at(wert[1]).cPwLArt + " PWWEST=e" + std::to_string(Zehntausendstel(wert[3])));
@@ -154,7 +155,7 @@ TEST_F(CBemaTest, JedeZeileMitJedemPunktwert) {
     for (const CSpalten & zeile : m_vZeilen)
         for (const CSpalten & wert : m_vPunktwerte) {
             SCOPED_TRACE(zeile[0] + " x " + wert[0] + " " + wert[1] + " " + wert[2]);
-            const std::int64_t iBetrag = std::int64_t{std::stoi(zeile[1])} * Zehntausendstel(wert[3]);
+            const std::int64_t iBetrag = std::int64_t{std::stoi(zeile[2])} * Zehntausendstel(wert[3]);
             CBehHitLine hit = Bewerte(Leistung(wert[2], wert[0]), zeile[0], GRUPPEN.at(wert[1]).cPwLArt);
             EXPECT_EQ(AusUtf8(Wert(hit.BETRAG)), EuroAusMillionsteln(100 * iBetrag));
             hit.BETRAG.Round();
@@ -166,8 +167,8 @@ TEST_F(CBemaTest, JedeZeileMitJedemPunktwert) {
 TEST_F(CBemaTest, JedeZeileNimmtDenPunktwertIhrerGruppe) {
     for (const CSpalten & zeile : m_vZeilen) {
         CBehHitLine hit = Leistung("20250301");
-        hit.ABRART = GRUPPEN.at(zeile[2]).cAbrArt;
-        EXPECT_EQ(Bewerte(hit, zeile[0]).PWLART, GRUPPEN.at(zeile[2]).cPwLArt) << zeile[0];
+        hit.ABRART = GRUPPEN.at(zeile[3]).cAbrArt;
+        EXPECT_EQ(Bewerte(hit, zeile[0]).PWLART, GRUPPEN.at(zeile[3]).cPwLArt) << zeile[0];
     }
 }
 

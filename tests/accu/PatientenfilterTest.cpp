@@ -1,5 +1,9 @@
 #include "accu/AccuTest.h"
 
+#include "orvostatbs/host/Textfunktionen.h"
+
+#include <set>
+
 using namespace orvostat;
 
 namespace {
@@ -18,7 +22,7 @@ public:
     void Texte(CFall & fall) {
         const struct {
             char cName;
-            void (CSelektion::*pSchalte)(const bool &);
+            void (CSelektion::*pSchalte)(bool);
             void (CSelektion::*pWaehle)(const CString &);
             bool (CStatAccu::*pFilter)(const CString &);
         } aAbschnitte[] = {
@@ -55,10 +59,11 @@ public:
     void Behandlungen(CFall & fall) {
         m_accu.m_sLebsString = "'1'";
         Waehle(m_accu, fall);
-        const CString sPatNr = fall.Ein("PATNR");
         CTBeh beh(dbDatabaseRO);
-        fall.Aus("OHNE", m_accu.PatOhneLstOK(&beh, sPatNr, ""));
-        fall.Aus("HAT", m_accu.PatLastLstOK(&beh, sPatNr, ""));
+        beh.m_PATNR = fall.Ein("PATNR"); // the number may be the record's own
+        fall.Aus("OHNE", m_accu.PatOhneLstOK(&beh, beh.m_PATNR, ""));
+        beh.m_PATNR = fall.Ein("PATNR");
+        fall.Aus("HAT", m_accu.PatLastLstOK(&beh, beh.m_PATNR, ""));
         if (fall.Erwartet("DATUM")) fall.Aus("DATUM", beh.m_DATUM);
     }
     void Recall(CFall & fall) {
@@ -136,4 +141,11 @@ TEST_F(PatientenfilterTest, FindPatSearchesTheTableOnlyForPatientsNotInTheIndex)
     EXPECT_EQ(m_accu.GetPat("3", false), -1);
     m_accu.m_vPat.push_back(Patient("3"));
     EXPECT_EQ(m_accu.FindPat("3", false), -1) << "the index says that there is none";
+}
+
+TEST_F(PatientenfilterTest, TheIndexSpreadsRightAlignedNumbers) {
+    std::set<std::size_t> setHashes;
+    for (int i = 1000; i < 2000; ++i)
+        setHashes.insert(SPatientenHash()(RightFix(itoc(i), 10)));
+    EXPECT_GT(setHashes.size(), 990U);
 }

@@ -1,5 +1,12 @@
 #include "accu/AccuTest.h"
 
+#include "orvostatbs/host/Textfunktionen.h"
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <random>
+
 using namespace orvostat;
 
 namespace {
@@ -66,11 +73,55 @@ TEST_F(PlanUndRechnungTest, OfTwoPlansTheLastCounts) {
     EXPECT_EQ(m_accu.FindPlan({CPlan()}, hit), -1);
 }
 
+// Whatever a caller does with his vectors, the answers are those of a walk from the end.
+TEST_F(PlanUndRechnungTest, ASearchAnswersLikeAWalkThroughTheVector) {
+    std::mt19937 zufall(1);
+    const auto Wurf = [&](std::size_t iMax) { return static_cast<std::ptrdiff_t>(zufall() % iMax); };
+    const auto Neuer = [&] {
+        CPlan plan;
+        plan.PATNR = "1";
+        plan.PLANNR = itoc(Wurf(300)) + (Wurf(9) == 0 ? "  " : "");
+        return plan;
+    };
+    std::vector<CPlan> v, w;
+    const std::function<void()> aAenderungen[] = {
+        [&] { v.push_back(Neuer()); },
+        [&] { v.resize(v.size() + 30, Neuer()); },
+        [&] { v.erase(v.begin() + Wurf(v.size())); },
+        [&] { v.insert(v.begin() + Wurf(v.size()), Neuer()); },
+        [&] { v[static_cast<std::size_t>(Wurf(v.size()))] = Neuer(); },
+        [&] { v.front().MovePlanForMischPw("1", Neuer().PLANNR, "", CDPw()); },
+        [&] { std::swap(v.front(), v.back()); },
+        [&] { std::reverse(v.begin(), v.end()); },
+        [&] { v.swap(w); },
+        [&] { std::generate_n(std::back_inserter(w = {}), v.size(), Neuer); },
+        [&] { v = std::vector<CPlan>(v.size(), Neuer()); }, // often where the former ones stood
+        [&] { w = std::exchange(v, w); },
+        [&] { m_accu = CStatAccu(m_accu); },
+        [&] { v.clear(); },
+    };
+    for (int i = 0; i < 6000; ++i) {
+        const std::size_t iAuswahl = v.empty()        ? 2
+                                     : v.size() > 400 ? std::size(aAenderungen)
+                                                      : std::size(aAenderungen) - 1;
+        aAenderungen[Wurf(iAuswahl)]();
+        for (const std::vector<CPlan> * pV : {&v, &w}) {
+            CBehHitLine hit;
+            hit.PATNR = "1 ";
+            hit.PLANNR = Neuer().PLANNR;
+            const auto it = std::find_if(pV->rbegin(), pV->rend(), [&](const CPlan & plan) {
+                return TrimRight(plan.PLANNR) == TrimRight(hit.PLANNR);
+            });
+            ASSERT_EQ(m_accu.FindPlan(*pV, hit), pV->rend() - it - 1) << i;
+        }
+    }
+}
+
 // ---- bills and owners
 
 TEST_F(PlanUndRechnungTest, ABillIsReadOnce) {
     Schreibe("BILL PATNR=1 PATBILL=7 PRAXISNR=\" 1\"");
-    for (const auto & [pPatNr, pPatBill] : {std::pair("", "7"), std::pair("1", ""), std::pair("1", " ")})
+    for (const auto & [pPatNr, pPatBill] : {std::pair("", "7"), {"1", ""}, {"1", " "}, {"  ", "7"}})
         EXPECT_EQ(m_accu.GetBill(pPatNr, pPatBill), nullptr);
     EXPECT_TRUE(m_accu.m_mapBill.empty());
     EXPECT_EQ(m_accu.FindBill("1", "7"), nullptr);
@@ -82,11 +133,24 @@ TEST_F(PlanUndRechnungTest, ABillIsReadOnce) {
     EXPECT_EQ(pBill->PRAXISNR, " 1"_t);
     EXPECT_TRUE(HatGelesen());
     EXPECT_EQ(m_accu.GetBill("1", "7"), pBill);
+    EXPECT_EQ(m_accu.GetBill("1 ", "7  "), pBill) << "numbers are keys";
+    EXPECT_EQ(m_accu.GetBill(" 1", "7"), nullptr);
+    EXPECT_TRUE(HatGelesen());
     EXPECT_EQ(m_accu.FindBill("2", "7"), nullptr);
     EXPECT_FALSE(HatGelesen());
     std::vector<CBill> & vBills = m_accu.m_mapBill["1"];
     vBills.push_back(vBills[0]);
     EXPECT_EQ(m_accu.FindBill("1", "7"), &vBills[1]) << "the last of two counts";
+    for (int i = 0; i < 200; ++i)
+        vBills.emplace_back().PATBILL = itoc(i % 100);
+    for (const int iAb : {0, 100, 0}) { // the rows from there on are moved to the front
+        std::rotate(vBills.begin() + 2, vBills.begin() + 2 + iAb, vBills.end());
+        vBills[2 + 50].PATBILL += " ";
+        EXPECT_EQ(m_accu.FindBill("1", "50 "), &vBills[2 + 150]);
+        vBills.resize(2 + 151);
+        EXPECT_EQ(m_accu.FindBill("1 ", "51"), &vBills[2 + 51]);
+        vBills.insert(vBills.end(), vBills.begin() + 2 + 51, vBills.begin() + 2 + 100);
+    }
 }
 
 TEST_F(PlanUndRechnungTest, IsFuerMandantAsksTheSelectionThenTheTable) {

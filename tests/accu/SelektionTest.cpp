@@ -19,12 +19,20 @@ const char * Kuerzel(int) { return "i"; }
 const char * Kuerzel(char) { return "z"; }
 const char * Kuerzel(std::uint32_t) { return "u"; }
 
+// Setters take texts by reference, all else by value.
+template <class P> const char * Uebergabe(void (CSelektion::*)(P)) {
+    if constexpr (std::is_same_v<P, const CString &>)
+        return "s";
+    else
+        return std::is_reference_v<P> ? "reference" : Kuerzel(std::remove_cvref_t<P>());
+}
+
 // "Name:kind", with "=1" where the start is anything but empty, and "<Setter" where that is not the name: a digit
-// behind it is the argument's number, "*" an accessor that does more than store.
+// behind it is the argument's number, "*" an accessor that stands in the class.
 template <class T>
-std::string Zeile(const std::string & sName, const T & start, const std::string & sSetter) {
-    return sName + ':' + Kuerzel(start) + (start == T() ? "" : "=1") +
-           (sSetter == sName ? "" : '<' + sSetter);
+std::string Zeile(const std::string & sName, const char * pArt, const T & start,
+                  const std::string & sSetter) {
+    return sName + ':' + pArt + (start == T() ? "" : "=1") + (sSetter == sName ? "" : '<' + sSetter);
 }
 
 constexpr const char * FELDER = R"(
@@ -50,7 +58,7 @@ ChFallbesonderheit:b ChCAVE:b ChIndexMarker:b ChEPatNr:b ChAdrIdR:b ChEmoji:b Mi
 TecMitMwSt:b ChNurKasAnteil:b ChVorjahr:b GipsArt:z<* Laborkunde:s ProzPrivatSachkosten:i
 RechSelectDate:b MitRZPaket:b MitKCHPaket:b MitKBRPaket:b MitPARPaket:b MitKFOPaket:b MitZEPaket:b
 MitMEDPaket:b MitKCFall:b MitKBRFall:b MitPARFall:b MitZahlungsweg:b Arzt:b<* Pflegegrad:s
-EndePflegegradVon:s EndePflegegradBis:s PraxisId:s<* Chargennummer:s
+EndePflegegradVon:s<* EndePflegegradBis:s<* PraxisId:s<* Chargennummer:s
 )";
 
 std::vector<std::string> Woerter(const std::string & s) {
@@ -66,11 +74,12 @@ protected:
 TEST_F(SelektionTest, FelderStehenInIhrerReihenfolgeMitIhremStart) {
     std::vector<std::string> vIst;
     const SSelektion & s = m_accu.Selektion();
-#define FELD(TYP, NAME, SETTER, START) vIst.push_back(Zeile(#NAME, s.NAME, #SETTER));
+#define FELD(TYP, NAME, SETTER, START)                                                                       \
+    vIst.push_back(Zeile(#NAME, Uebergabe(&CSelektion::Set##SETTER), s.NAME, #SETTER));
 #define PAAR(SETTER, ERSTES, ZWEITES)                                                                        \
-    vIst.push_back(Zeile(#ERSTES, s.ERSTES, #SETTER "1"));                                                   \
-    vIst.push_back(Zeile(#ZWEITES, s.ZWEITES, #SETTER "2"));
-#define EIGEN(TYP, NAME, START) vIst.push_back(Zeile(#NAME, s.NAME, "*"));
+    vIst.push_back(Zeile(#ERSTES, "s", s.ERSTES, #SETTER "1"));                                              \
+    vIst.push_back(Zeile(#ZWEITES, "s", s.ZWEITES, #SETTER "2"));
+#define EIGEN(TYP, NAME, START) vIst.push_back(Zeile(#NAME, Kuerzel(s.NAME), s.NAME, "*"));
 #include "orvostatbs/accu/Selektion.def"
     EXPECT_EQ(vIst, Woerter(FELDER));
 }
@@ -106,6 +115,8 @@ void SelektionTest::SetzeAlles() {
     m_accu.SetStdKTraeger("k");
     m_accu.SetGipsArt("g");
     m_accu.SetPraxisId("2");
+    m_accu.SetEndePflegegradVon("v");
+    m_accu.SetEndePflegegradBis("b");
     Schreibe(R"(MANDANT MDID=" 1" MDART=b)");
     dbMKGVersion = true;
     m_accu.SetArzt(" 1");

@@ -159,6 +159,8 @@ void StammdatenTest::SchreibeBehandler() {
                 PERSONAL PID=A PERSADRNR=70
                 PERSONAL PID=B PERSADRNR=71
                 PERSONAL PID=D PERSADRNR=79
+                PERSONAL PID=E
+                ADR ADRART=w PATNAME=Niemand
                 ADR ADRNR=70 ADRART=w PATTITEL=Dr. PATVORNAME=Eva PATNAME=Gold
                 ADR ADRNR=71 ADRART=p PATNAME=Patient
                 ADR ADRNR=72 ADRART=w PATNAME=Fremd)");
@@ -194,6 +196,8 @@ TEST_F(StammdatenTest, Personenadressen) {
     EXPECT_TRUE(CStatAccu::GetPersAdr(rPersonal, "A"));
     EXPECT_EQ(rPersonal.m_PATVORNAME, "Eva"_t);
     EXPECT_FALSE(CStatAccu::GetPersAdr(rPersonal, "X"));
+    EXPECT_TRUE(CStatAccu::GetPersAdr(rPersonal, "E"));
+    EXPECT_EQ(rPersonal.m_PATNAME, ""_t) << "no number, no address";
     ASSERT_EQ(rPersonal.GetAll(), 0); // ascending from now on
     EXPECT_EQ(rPersonal.m_PID, "A"_t);
 }
@@ -210,6 +214,23 @@ TEST_F(StammdatenTest, PunktwertgruppenWerdenAngehaengt) {
     EXPECT_EQ(m_accu.FindPwGrp("VDEK"), 1);
     EXPECT_EQ(m_accu.FindPwGrp("aök"), 0);
     EXPECT_EQ(m_accu.FindPwGrp("vde"), -1);
+}
+
+// Also of a hit that takes no value from the table.
+TEST_F(StammdatenTest, JedeBewertungHinterlaesstIhrePunktwertgruppe) {
+    CBehHitLine hit;
+    hit.LSTNR = "1";
+    hit.GOART = 'p';
+    for (const char * pGrp : {"", "BKK", "BKK", "aok"}) {
+        if (*pGrp == 'a') m_accu.m_mapPw.clear();
+        hit.KASSENPWGRP = pGrp;
+        m_accu.GetPunkte(hit);
+    }
+    EXPECT_TRUE(m_accu.m_mapPw.size() == 1 && m_accu.m_mapPw.contains("aok"));
+    hit.KASSENPWGRP = "BKK";
+    m_accu.GetPunkte(hit);
+    EXPECT_TRUE(m_accu.m_mapPw.size() == 2 && m_accu.m_mapPw.at("bkk").empty());
+    EXPECT_TRUE(m_accu.m_vBehErrors.empty());
 }
 
 // ---- fee rows
@@ -245,7 +266,8 @@ TEST_F(StammdatenTest, FehlendeGebuehrenzeileWirdJedesmalGefragt) {
     }
     Schreibe("GO GOART=e LSTNR=02 LSTKUERZEL=V");
     EXPECT_EQ(m_accu.FindGO("02", 'e'), 0);
-    EXPECT_EQ(m_accu.FindGO("01", 'e'), 1);
+    m_accu.m_rGO.m_LSTNR = "01";
+    EXPECT_EQ(m_accu.FindGO(m_accu.m_rGO.m_LSTNR, 'e'), 1);
 }
 
 TEST_F(StammdatenTest, VonMehrerenZeilenEinesSchluesselsStehtDieErste) {
@@ -274,6 +296,14 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
         go.m_cGoArt = Wurf(2) == 0 ? 'e' : 'p';
         return go;
     };
+    std::vector<CGOStruct> vVorrat{Neue(), Neue(), Neue(), Neue(), Neue()};
+    std::vector<CGOStruct> * pVergeben = nullptr; // taken when a third of the steps is done
+    const std::function<void()> aVergeben[] = {
+        [&] { pVergeben->push_back(Neue()); },
+        [&] { pVergeben->pop_back(); },
+        [&] { pVergeben->at(Wurf(v.size())).m_sLst = Neue().m_sLst; },
+        [&] { pVergeben->front() = Neue(); },
+    };
     const std::function<void()> aAenderungen[] = {
         [&] { v.push_back(Neue()); }, // always while the table is short
         [&] { v.emplace_back(Neue()); },
@@ -286,9 +316,27 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
         [&] { v.clear(); },
         [&] { v.pop_back(); },
         [&] { v.insert(v.begin() + Stelle(), Neue()); },
+        [&] { v.insert(v.begin() + Stelle(), vVorrat.begin(), vVorrat.end()); },
+        [&] { v.insert(v.cend(), 2, Neue()); },
+        [&] {
+            v.insert(v.begin(), {Neue(), Neue()});
+        },
+        [&] { v.emplace(v.begin() + Stelle(), Neue()); },
+        [&] {
+            v.assign({Neue(), Neue(), Neue(), Neue()});
+        },
+        [&] { v.assign(vVorrat.rbegin(), vVorrat.rend()); },
+        [&] { v.rbegin()->m_sLst = Neue().m_sLst; },
+        [&] { v.data()[1] = Neue(); },
+        [&] { v.swap(vVorrat); },
+        [&] { v.shrink_to_fit(); },
+        [&] { std::ranges::for_each(v, [&](CGOStruct & go) { go.m_cGoArt = Neue().m_cGoArt; }); },
+        [&] {
+            std::sort(v.begin(), v.end(), [](const auto & a, const auto & b) { return a.m_sLst < b.m_sLst; });
+        },
         [&] { v.resize(v.size() + 1); },
         [&] { std::reverse(v.begin(), v.end()); },
-        [&] { std::erase_if(v.Aendernd(), [](const CGOStruct & go) { return go.m_cGoArt == 'p'; }); },
+        [&] { erase_if(v, [](const CGOStruct & go) { return go.m_cGoArt == 'p'; }); },
         [&] {
             v = {Neue(), Neue(), Neue()};
         },
@@ -310,7 +358,9 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
         return it == v.Lesend().end() ? -1 : static_cast<int>(it - v.Lesend().begin());
     };
     for (int i = 0; i < 4000; ++i) {
+        if (i == 1300) pVergeben = &static_cast<std::vector<CGOStruct> &>(v);
         aAenderungen[v.Lesend().size() < 3 ? 0 : Wurf(std::size(aAenderungen))]();
+        if (pVergeben != nullptr && v.size() > 2) aVergeben[Wurf(std::size(aVergeben))]();
         if (i % 3 == 0) continue;
         for (const CString & sText : vTexte)
             for (const char cArt : {'e', 'p', 'x'}) {
@@ -342,6 +392,10 @@ TEST_F(StammdatenTest, SelectPoolMitUndOhneUnbekannt) {
     EXPECT_FALSE(m_accu.GetSelectPoolData("q", v, true)); // an entry without key is none
     EXPECT_TRUE(v.empty());
     EXPECT_FALSE(m_accu.GetSelectPoolData("leer", v, false));
+    v.resize(1);
+    m_praxis.Lesend().FehlerBei(3);
+    EXPECT_FALSE(m_accu.GetSelectPoolData("p", v, false)) << "a store that fails";
+    EXPECT_EQ(v.size(), 1u);
 }
 
 // ---- a store that fails

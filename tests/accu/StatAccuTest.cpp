@@ -4,6 +4,7 @@
 #include <random>
 #include <set>
 #include <sstream>
+#include <thread>
 #include <tuple>
 
 namespace {
@@ -63,9 +64,15 @@ public:
     [[nodiscard]] std::vector<std::size_t> Poolgroessen() const;
 
     void Pools(CFall & fall) {
-        SchreibePools(fall.Ein<std::string>("OHNE"));
+        const auto sOhne = fall.Ein<std::string>("OHNE");
+        SchreibePools();
+        EXPECT_EQ(CStatAccu().GetGlobalData(true), 0);
+        CTSelectPool pool(dbDatabase);
+        EXPECT_EQ(pool.GetRecByParam({AusUtf8(sOhne), "1"}) + pool.Delete(), 0);
         fall.Aus("CODE", m_accu.GetGlobalData(true));
         fall.Aus("GROESSEN", Poolgroessen());
+        SchreibePool(sOhne.c_str(), "k1");
+        EXPECT_EQ(m_accu.GetGlobalData(true), 0) << "filled by and by";
     }
     void Meldung(CFall & fall) {
         m_accu.DisplayGlobalDataError(fall.Ein<int>("CODE"));
@@ -177,7 +184,13 @@ TEST_F(StatAccuTest, VorlaufLeertNurDieTabellenDesLaufs) {
     m_accu.m_vGO.resize(1);
     m_accu.m_mapBill["1"].resize(1);
     m_accu.m_vLstErsatz.resize(1);
+    EXPECT_EQ(CTGO::GetGebPkt('k', "01", 47, "20240101"), 47);
+    const CString asPunkte[] = {"k", "01", "20240101", "99"}; // written by another workstation
+    const CString * const apPunkte[] = {&asPunkte[0], &asPunkte[1], &asPunkte[2], &asPunkte[3]};
+    dbDatabase.Speicher()->Schreibe(CTGoPunkte().Tabelle(), apPunkte);
+    EXPECT_EQ(CTGO::GetGebPkt('k', "01", 47, "20240101"), 47) << "read once in a run";
     EXPECT_EQ(m_accu.DataSumVorlauf(true), 0);
+    EXPECT_EQ(CTGO::GetGebPkt('k', "01", 47, "20240101"), 99);
     EXPECT_EQ(Tabellengroessen(), std::vector<std::size_t>(13, 0));
     EXPECT_EQ(Cursor(), std::vector<std::int32_t>(4, -1));
     EXPECT_EQ(m_accu.m_sLebsString, "'  1','  3'"_t);
@@ -202,17 +215,44 @@ TEST_F(StatAccuTest, GescheiterterVorlaufLaesstDieTabellenStehen) {
     EXPECT_TRUE(m_rekorder.m_vPrompts.empty());
 }
 
+#ifndef NDEBUG
+TEST_F(StatAccuTest, EinZweiterFadenNebenEinemLaufMeldetSich) {
+    const auto Zweiter = [] {
+        std::thread([] {
+            const CAutoRSet<CTAdr> adr;
+            CStatAccu accu;
+            accu.GetMemForTables();
+            accu.DataSumNachlauf();
+        }).join();
+    };
+    {
+        const CAutoRSet<CTAdr> adr;
+        EXPECT_DEATH(Zweiter(), "a second thread");
+        m_accu.GetMemForTables();
+    }
+    EXPECT_DEATH(Zweiter(), "one run in a process at a time");
+    m_accu.DataSumNachlauf();
+    m_accu.DataSumNachlauf();
+    Zweiter();
+    const CAutoRSet<CTAdr> adr;
+}
+#endif
+
 TEST_F(StatAccuTest, GlobalDataLiestNurNachWasFehlt) {
     SchreibePools("hvmbudget");
     EXPECT_EQ(m_accu.GetGlobalData(false), 19);
     SchreibePool("hvmbudget", "h");
-    dbDatabaseRO.Verbinde(dbDatabaseRO.Speicher()); // pools are read once per store
     const auto Zugriffe = [this] { return m_praxis.Lesend().Operationen(); };
     const int iVorher = Zugriffe();
     EXPECT_EQ(m_accu.GetGlobalData(false), 0);
     const int iNachher = Zugriffe();
     EXPECT_EQ(m_accu.GetGlobalData(false), 0);
     EXPECT_EQ(2 * iNachher - iVorher - Zugriffe(), 3); // the pool's walk, its row, its end
+    m_accu.m_vSpGoStat.clear();
+    m_praxis.Lesend().FehlerBei(
+        8); // practice and point values have none, "gostattyp" one: opens the second pool
+    EXPECT_EQ(m_accu.GetGlobalData(false), 14);
+    EXPECT_EQ(m_accu.GetGlobalData(false), 0) << "half a table is none";
     EXPECT_EQ(Poolgroessen(), (std::vector<std::size_t>{5, 2, 2, 2, 2, 2, 2}));
 }
 
@@ -350,10 +390,10 @@ TEST_F(StatAccuTest, GrosseSortierungVerliertUndVerdoppeltKeinenHit) {
 // ---- practice and physician
 
 TEST_F(StatAccuTest, ArztnameAusDerAdresse) {
-    Schreibe("ADR ADRNR=7 PATTITEL=Dr. PATNAME=Gold PATANREDE=Frau");
+    Schreibe("ADR ADRNR=7 PATTITEL=Dr. PATNAME=Gold PATANREDE=Frau\nADR PATNAME=Niemand");
     EXPECT_EQ(m_accu.ReadArzt("7"), "Dr. Gold"_t);
-    EXPECT_EQ(m_accu.ReadArzt("8"), ""_t);
-    EXPECT_EQ(m_accu.ReadArzt(""), ""_t);
+    for (const char * pNr : {"8", "", " "})
+        EXPECT_EQ(m_accu.ReadArzt(pNr), ""_t) << pNr;
 }
 
 TEST_F(StatAccuTest, GesamtBehDauerZaehltAllePatienten) {

@@ -43,7 +43,13 @@ public:
     void EineKasse(CFall & fall) {
         Auswahl(fall);
         (void)HatGelesen();
-        fall.Aus("JA", m_accu.GetKasFromVDesc(fall.Ein("KUERZEL"), fall.Ein("DATUM"), ""));
+        if (fall.Ein<bool>("EIGENES")) { // the code is the record's own
+            EXPECT_EQ(m_accu.ReadKas(fall.Ein("KUERZEL")), 0);
+            EXPECT_EQ(m_accu.ReadKas(m_accu.m_pROrvoKas->m_KASKUERZEL), 0);
+            fall.Aus("JA", m_accu.GetKasFromVDesc(m_accu.m_pROrvoKas->m_KASKUERZEL, fall.Ein("DATUM"), ""));
+        } else {
+            fall.Aus("JA", m_accu.GetKasFromVDesc(fall.Ein("KUERZEL"), fall.Ein("DATUM"), ""));
+        }
         if (fall.Erwartet("GELESEN")) fall.Aus("GELESEN", HatGelesen());
         if (fall.Erwartet("KASSEN")) Kassen(fall);
         if (fall.Erwartet("POS")) fall.Aus("POS", m_accu.FindKas(fall.Ein("KUERZEL"), fall.Ein("DATUM")));
@@ -159,7 +165,8 @@ TEST_F(VersicherungTest, GetVDescTakesThePeriodsWithAnInsurerNewestFirst) {
     EXPECT_EQ(m_accu.FindVDescByDate("2", ""), nullptr);
     EXPECT_TRUE(m_accu.m_mapVDesc.contains("2")) << "whoever was looked up has a list";
     EXPECT_TRUE(m_accu.GetVDesc("1", "20131231"));
-    EXPECT_TRUE(m_accu.GetVDesc("1", "19800101"));
+    m_accu.m_pRVDesc->m_VDABDATUM = "19800101";
+    EXPECT_TRUE(m_accu.GetVDesc(m_accu.m_pRVDesc->m_PATNR, m_accu.m_pRVDesc->m_VDABDATUM));
     const std::vector<CVDesc> & v = m_accu.m_mapVDesc["1"];
     std::string sNummern;
     for (const CVDesc & vdesc : v)

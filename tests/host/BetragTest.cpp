@@ -8,14 +8,19 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <numeric>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
 using orvostat::Wert; // the stored text, which shows all that an amount holds
 
 CString Text(const std::string & s) { return CString(std::string_view(s)); }
+
+constexpr const char * GROESSTER = "e9223372036854.775807";
+constexpr const char * GROESSTES_MINUS = "e-9223372036854.775807";
 
 struct SPaar {
     const char * pText;
@@ -52,13 +57,28 @@ TEST(BetragTest, GleichheitSiehtWertWaehrungUndLeere) {
     EXPECT_TRUE(CDPw("e10000") == CDBetrag("e100"));
 }
 
-TEST(BetragTest, WasDoublesNichtHaltenIstNull) {
-    const CDBetrag rest = CDBetrag("e30") - CDBetrag("e10") - CDBetrag("e20"); // as doubles not quite nothing
-    EXPECT_FALSE(rest == CDBetrag("e0"));
-    EXPECT_TRUE(rest.IsZero() && CDBetrag("e0.000001").IsPos());
-    EXPECT_FALSE((rest * -1).IsPos() || rest.IsPos());
-    EXPECT_EQ(Wert(rest), "e0");
-    EXPECT_FALSE(CDBetrag("e-0.000001").IsZero() || CDBetrag("e-0.000001").IsPos());
+// In any order; as doubles the sum of a million times 0.10 is 100000.00000133, and 60 times 5.9999999999999964.
+TEST(BetragTest, SummenSindGenau) {
+    CDBetrag summe;
+    for (int i = 0; i < 1'000'000; ++i)
+        summe += CDBetrag("e10");
+    EXPECT_EQ(Wert(summe), "e10000000");
+    EXPECT_TRUE(CDBetrag("e30") - CDBetrag("e10") - CDBetrag("e20") == CDBetrag("e0"));
+
+    std::mt19937_64 zufall(195583);
+    std::vector<std::int64_t> vEinheiten(1000);
+    for (std::int64_t & i : vEinheiten)
+        i = static_cast<std::int64_t>(zufall()) / 1024 >> zufall() % 50;
+    for (int i = 0; i < 20; ++i, std::shuffle(vEinheiten.begin(), vEinheiten.end(), zufall)) {
+        CDBetrag plus;
+        CDBetrag minus;
+        for (const std::int64_t iEinheiten : vEinheiten) {
+            plus += CDBetrag::AusEinheiten(iEinheiten, 'e');
+            minus = minus - CDBetrag::AusEinheiten(iEinheiten, 'e');
+        }
+        const auto iSumme = std::accumulate(vEinheiten.begin(), vEinheiten.end(), std::int64_t{0});
+        ASSERT_TRUE(plus.GetEinheiten() == iSumme && minus.GetEinheiten() == -iSumme) << iSumme;
+    }
 }
 
 struct SSumme {
@@ -92,17 +112,61 @@ TEST(BetragTest, Summen) {
 }
 
 TEST(BetragTest, ProdukteUndQuotienten) {
-    EXPECT_EQ(Wert(CDBetrag("e100") * 2.5), "e250");
     EXPECT_EQ(Wert(2.5 * CDBetrag(" 100")), " 250");
     EXPECT_EQ(Wert(CDBetrag("e100") *= -0.5), "e-50");
     EXPECT_EQ(Wert(CDBetrag("e100") /= 0), "e100");
-    EXPECT_TRUE(CDBetrag() * -2.0 == CDBetrag());
-    EXPECT_TRUE((CDBetrag() *= HUGE_VAL) == CDBetrag());
+    EXPECT_EQ(Wert(CDBetrag("e100") /= -0.3), "e-333.333333");
+    EXPECT_EQ(Wert(CDBetrag("e100").MalBruch(-1, 0)), "e100");
+    EXPECT_TRUE(CDBetrag() * -2.0 == CDBetrag() && CDBetrag() / CDBetrag("e1") == 0.0);
     EXPECT_DOUBLE_EQ(CDBetrag("e100") / CDBetrag("e400"), 0.25);
     EXPECT_DOUBLE_EQ(CDBetrag("e100") / CDBetrag(" 195583"), 0.001);
     EXPECT_DOUBLE_EQ(CDBetrag(" 195.583") / CDPw("e20000"), 0.5);
     EXPECT_EQ(CDBetrag("e100") / CDBetrag("e0"), 0.0);
-    EXPECT_EQ(CDBetrag() / CDBetrag("e100"), 0.0);
+}
+
+// What a double means, as the product with 1 euro shows it.
+TEST(BetragTest, DoubleStehtFuerSeineDezimalzahl) {
+    struct SFall {
+        double dFaktor;
+        const char * pSoll;
+    };
+    const SFall faelle[] = {{2.3, "e230"},
+                            {3 * 0.0001, "e0.03"},
+                            {0.1 * 7, "e70"},
+                            {1 / 3.0, "e33.333333"},
+                            {-1.00499999999, "e-100.499999"},
+                            {4e-9, "e0.000001"},
+                            {1e-300, "e0"},
+                            {1e11, GROESSTER},
+                            {43894734.82202017, "e4389473482.202017"},
+                            {100000000.005, "e10000000000.5"},
+                            {-1e300, GROESSTES_MINUS},
+                            {HUGE_VAL, GROESSTER},
+                            {std::nan(""), ""}};
+    for (const auto & [dFaktor, pSoll] : faelle) {
+        EXPECT_EQ(Wert(CDBetrag("e100") * dFaktor), pSoll) << dFaktor;
+        EXPECT_EQ(Wert(CDBetrag(dFaktor, 'e')), pSoll) << dFaktor;
+        EXPECT_EQ(Wert(CDBetrag("e0") * dFaktor), std::isnan(dFaktor) ? "" : "e0") << dFaktor;
+    }
+    EXPECT_EQ(Wert(CDBetrag("e5") /= -HUGE_VAL), "e0");
+    EXPECT_EQ(Wert(CDBetrag("e5") /= std::nan("")), "");
+    EXPECT_EQ(Wert(CDBetrag("e-5") /= 1e-300), GROESSTES_MINUS);
+    EXPECT_EQ(Wert(CDBetrag("e0") /= 1e-300), "e0");
+}
+
+TEST(BetragTest, DarueberBleibtDasGroesste) {
+    const CDBetrag max{CString(GROESSTER)};
+    const CDBetrag min{CString(GROESSTES_MINUS)};
+    EXPECT_TRUE(CDBetrag::AusEinheiten(INT64_MIN, 'e') == min && max.GetEinheiten() == INT64_MAX);
+    EXPECT_TRUE(max + CDBetrag("e0.000001") == max && min - CDBetrag("e0.000001") == min);
+    EXPECT_TRUE(min - max == min && max - min == max && (max - max).IsZero());
+    EXPECT_TRUE(CDBetrag(max).Round() == max && CDBetrag(min).Round() == min);
+    EXPECT_EQ(Wert(CDBetrag(max).RoundDown()), "e9223372036854");
+    EXPECT_EQ(CDBetrag(max).ToW(' ').GetEinheiten(), INT64_MAX);
+    EXPECT_EQ(max.ToExt(0, true).Utf8(), "92.233.720.368,55");
+    EXPECT_TRUE(CDBetrag(max).MalBruch(INT64_MIN, INT64_MIN) == max);
+    EXPECT_TRUE(CDBetrag(max).MalBruch(INT64_MIN, 1) == min);
+    EXPECT_TRUE(CDBetrag(min).MalBruch(INT64_MIN, -7) == min);
 }
 
 TEST(BetragTest, Umrechnung) {
@@ -126,12 +190,13 @@ TEST(BetragTest, Umrechnung) {
 
 // What is written after reading; where it differs from the text, the text is another way to write the same.
 TEST(BetragTest, GespeicherterText) {
-    constexpr SPaar FAELLE[] = {{"e12345", "e12345"}, {" 12345", " 12345"}, {"-12345", "-12345"},
-                                {"+5", "5"},          {"e   7", "e7"},      {"e  -7", "e-7"},
-                                {"  -7", " -7"},      {"e007", "e7"},       {"e43.89", "e43.89"},
-                                {"e-0.5", "e-0.5"},   {"e.5", "e0.5"},      {"e1.50", "e1.5"},
-                                {"e1.5.7", "e1.5"},   {"e12x9", "e12"},     {"e12,5", "e12"},
-                                {"e1 2", "e1"},       {"e--1", "e0"},       {"x12", "x12"}};
+    constexpr SPaar FAELLE[] = {
+        {"e12345", "e12345"}, {" 12345", " 12345"}, {"-12345", "-12345"}, {"e-    5", "e-5"},
+        {"- 5", "-5"},        {"  e500", "e500"},   {"  e - 5", "e-5"},   {"  .5", " 0.5"},
+        {"   -  5", " -5"},   {"+5", "5"},          {"e   7", "e7"},      {"e  -7", "e-7"},
+        {"  -7", " -7"},      {"e007", "e7"},       {"e43.89", "e43.89"}, {"e-0.5", "e-0.5"},
+        {"e.5", "e0.5"},      {"e1.50", "e1.5"},    {"e1.5.7", "e1.5"},   {"e12x9", "e12"},
+        {"e12,5", "e12"},     {"e1 2", "e1"},       {"e--1", "e0"},       {"x12", "x12"}};
     for (const auto & [pText, pSoll] : FAELLE) {
         SCOPED_TRACE(pText);
         EXPECT_EQ(Wert(CDBetrag{CString(pText)}), pSoll);
@@ -140,16 +205,16 @@ TEST(BetragTest, GespeicherterText) {
         EXPECT_EQ(CString(CDPw{CString(pText)}).Utf8(), pSoll);
     }
     EXPECT_EQ(Wert(CDBetrag("€12")), "€12");
-    EXPECT_EQ(Wert(CDBetrag("e900719925474099"_t)), "e900719925474099");
-    EXPECT_EQ(Wert(CDBetrag("e1.2345678"_t)), "e1.234568");
-    EXPECT_EQ(Wert(CDPw("e1.2345678"_t)), "e1.2346");
+    // More decimals are cut, one up behind a 0 or 5.
+    EXPECT_EQ(Wert(CDBetrag("e1.2345678"_t)), "e1.234567");
+    EXPECT_EQ(Wert(CDBetrag("e-1.2345651"_t)), "e-1.234566");
+    EXPECT_EQ(Wert(CDPw("e1.23409"_t)), "e1.2341");
+    EXPECT_EQ(Wert(CDBetrag("e9223372036854.775808"_t)), GROESSTER);
     const std::string sLang(400, '7');
     const std::string sNullen(400, '0');
-    EXPECT_EQ(Wert(CDBetrag(Text("e-" + sLang))).size(), 2 + 309 + 2) << "the largest double, in hundredths";
+    EXPECT_EQ(Wert(CDBetrag(Text("e-" + sLang))), GROESSTES_MINUS);
     EXPECT_EQ(Wert(CDBetrag(Text("e" + sNullen + "5"))), "e5");
-    EXPECT_EQ(Wert(CDBetrag(Text("e." + sNullen + "5"))), "e0");
     EXPECT_EQ(Wert(CDBetrag(Text("e5." + sNullen))), "e5");
-    EXPECT_EQ(Wert(CDBetrag("e1") *= HUGE_VAL), "");
 }
 
 TEST(BetragTest, GespeicherterTextInSpalten) {
@@ -172,12 +237,13 @@ TEST(BetragTest, PunktwertZaehltZehntausendstel) {
     EXPECT_TRUE(CDBetrag(CDPw() * 33.0) == CDBetrag());
 }
 
-// Every text of the stored form comes back as it was, and is read as the double next to its decimal value.
+// Every text of the stored form comes back as it was, and the double of its value means the same up to 60 million euro.
 TEST(BetragTest, GespeicherteTexteUeberstehenDieReise) {
     std::mt19937_64 zufall(20020101);
     for (int i = 0; i < 20000; ++i) {
-        const std::uint64_t iEinheiten = zufall() % 6'000'000'000'000'000 >> zufall() % 50;
-        std::string s = std::to_string(iEinheiten);
+        const auto iEinheiten = static_cast<std::int64_t>(zufall()) >> zufall() % 60;
+        const bool bMinus = iEinheiten < 0;
+        std::string s = std::to_string(iEinheiten).substr(bMinus ? 1 : 0);
         s.insert(0, s.size() < 9 ? 9 - s.size() : 0, '0'); // eight decimals and at least one digit in front
         const double dWert =
             std::strtod((s.substr(0, s.size() - 8) + "." + s.substr(s.size() - 8)).c_str(), nullptr);
@@ -185,11 +251,14 @@ TEST(BetragTest, GespeicherteTexteUeberstehenDieReise) {
         s.erase(s.find_last_not_of('0') + 1);
         if (s.back() == '.') s.pop_back();
         s.erase(0, std::min(s.find_first_not_of('0'), std::min(s.find('.'), s.size()) - 1));
-        const std::string sText = (i % 2 ? "e" : " ") + std::string(i % 3 || s == "0" ? "" : "-") + s;
+        const std::string sText = (i % 2 ? "e" : " ") + std::string(bMinus ? "-" : "") + s;
 
         const CDBetrag betrag{Text(sText)};
         ASSERT_EQ(Wert(betrag), sText);
-        ASSERT_TRUE(betrag == CDBetrag(sText[1] == '-' ? -dWert : dWert, sText[0])) << sText;
+        ASSERT_TRUE(betrag == CDBetrag::AusEinheiten(iEinheiten, sText[0])) << sText;
+        if (std::abs(iEinheiten) < 6'000'000'000'000'000) {
+            ASSERT_TRUE(betrag == CDBetrag(bMinus ? -dWert : dWert, sText[0])) << sText;
+        }
     }
 }
 
@@ -219,40 +288,72 @@ TEST(BetragTest, RundenUndAbschneiden) {
         double dWert;
         const char *pRound, *pRoundDown;
     };
-    const SFall faelle[] = {{1.005, "e101", "e100"}, {1.0049999, "e100", "e100"}, {-1.009, "e-101", "e-100"},
-                            {0.005, "e1", "e0"},     {0.0049999, "e0", "e0"},     {-0.004, "e0", "e0"}};
+    const SFall faelle[] = {{1.005, "e101", "e100"},         {1.0049999, "e100", "e100"},
+                            {-1.009, "e-101", "e-100"},      {0.005, "e1", "e0"},
+                            {0.0049999, "e0", "e0"},         {-0.004, "e0", "e0"},
+                            {10.05 * 2.3, "e2312", "e2311"}, {0.57 * 1.0, "e57", "e57"}};
     for (const SFall & f : faelle) {
         EXPECT_EQ(Wert(CDBetrag(f.dWert, 'e').Round()), f.pRound) << f.dWert;
         EXPECT_EQ(Wert(CDBetrag(f.dWert, 'e').RoundDown()), f.pRoundDown) << f.dWert;
     }
-    EXPECT_EQ(Wert(CDBetrag(100000000.005, 'e').Round()), "e10000000001");
-    EXPECT_EQ(Wert(CDBetrag(40000000000000.0, 'e').Round()), "e4000000000000000");
-    EXPECT_EQ(Wert(CDBetrag(1e20, 'e').RoundDown()), "e10000000000000000000000");
     CDBetrag leer;
     leer.Round();
     EXPECT_TRUE(leer.RoundDown() == CDBetrag());
 }
 
-// Rounds both ways and compares with cents from integer arithmetic: dWert is iZaehler / iNenner cents.
-void PruefeRundung(double dWert, std::int64_t iZaehler, std::int64_t iNenner) {
-    EXPECT_EQ(Wert(CDBetrag(dWert, 'e').Round()), "e" + std::to_string((iZaehler + iNenner / 2) / iNenner));
-    EXPECT_EQ(Wert(CDBetrag(dWert, 'e').RoundDown()), "e" + std::to_string(iZaehler / iNenner));
+__extension__ typedef __int128 Int128;
+
+// Whole cents of iZaehler / iNenner hundred-millionths, the exact value rounded once, in hundred-millionths again.
+std::int64_t Exakt(Int128 iZaehler, std::int64_t iNenner, bool bAbschneiden) {
+    const Int128 iCent = Int128{iNenner} * 1'000'000;
+    const Int128 iBetrag = iZaehler < 0 ? -iZaehler : iZaehler;
+    const auto iErgebnis =
+        static_cast<std::int64_t>((2 * iBetrag + (bAbschneiden ? 0 : iCent)) / (2 * iCent));
+    return (iZaehler < 0 ? -iErgebnis : iErgebnis) * 1'000'000;
 }
 
-// Rates times factors; points of the private schedule in hundredths of their count, at 5.62421 euro: eleven decimals
-// in all. Every other row is round enough to meet half cents, as 50000 points at factor 1 do (2812.105).
-TEST(BetragTest, ProdukteRundenWieInGanzenZahlen) {
+// Products, and what they leave of another amount, round as the exact values do. Every other product lies on a whole
+// or half cent or next to one by less than a hundred-millionth.
+TEST(BetragTest, ProdukteRundenWieDerExakteWert) {
+    constexpr std::int64_t NENNER[] = {3, 7, 100, 10000, 195583, 1000000};
     std::mt19937_64 zufall(562421);
-    for (int i = 0; i < 10000 && !HasFailure(); ++i) {
-        const bool bRund = i % 2 != 0;
+    for (int i = 0; i < 50000; ++i) {
+        const std::int64_t iNenner = NENNER[zufall() % std::size(NENNER)];
+        std::int64_t iWert = static_cast<std::int64_t>(zufall() % 3'000'000'000'000);
+        std::int64_t iZaehler = static_cast<std::int64_t>(zufall() % 100'000) - 50'000;
+        if (i % 2 == 0) {
+            iWert = static_cast<std::int64_t>(zufall() % 1'000'000) * 500'000 * iNenner;
+            iWert += static_cast<std::int64_t>(zufall() % 3) - 1;
+            iZaehler = i % 4 - 1;
+        }
+        SCOPED_TRACE(std::to_string(iWert) + " * " + std::to_string(iZaehler) + " / " +
+                     std::to_string(iNenner));
+        const Int128 iProdukt = Int128{iWert} * iZaehler;
+        const CDBetrag produkt = CDBetrag::AusEinheiten(iWert, 'e').MalBruch(iZaehler, iNenner);
+        ASSERT_EQ(CDBetrag(produkt).Round().GetEinheiten(), Exakt(iProdukt, iNenner, false));
+        ASSERT_EQ(CDBetrag(produkt).RoundDown().GetEinheiten(), Exakt(iProdukt, iNenner, true));
+        const std::int64_t iGanzes = static_cast<std::int64_t>(zufall() % 1'000'000) * 1'000'000;
+        CDBetrag rest = CDBetrag::AusEinheiten(iGanzes, 'e') - produkt;
+        const Int128 iRest = Int128{iGanzes} * iNenner - iProdukt;
+        ASSERT_EQ(CDBetrag(rest).Round().GetEinheiten(), Exakt(iRest, iNenner, false));
+        ASSERT_EQ(rest.RoundDown().GetEinheiten(), Exakt(iRest, iNenner, true));
+    }
+}
+
+// The same with doubles: rates times factors; points in hundredths, at 5.62421 euro: eleven decimals in all.
+TEST(BetragTest, DoublesRundenWieDerExakteWert) {
+    std::mt19937_64 zufall(562421);
+    for (int i = 0; i < 10000; ++i) {
+        const bool bRund = i % 2 != 0; // half cents, as 50000 points at factor 1 (2812.105)
         const auto iSatz = static_cast<int>((1 + zufall() % (bRund ? 20 : 3000)) * (bRund ? 10000 : 1));
         const auto iFaktor = static_cast<int>((1 + zufall() % (bRund ? 40 : 99999)) * (bRund ? 1000 : 1));
-        const std::int64_t iProdukt = std::int64_t{iSatz} * iFaktor;
-        SCOPED_TRACE(std::to_string(iSatz) + " mal " + std::to_string(iFaktor));
-        PruefeRundung(iSatz * 0.01 * iFaktor * 0.0001 * 5.62421, iProdukt * 562421, 1'000'000'000);
-        PruefeRundung(iSatz / 100.0 * (iFaktor * 0.0001), iProdukt, 10000);
-        const int iGross = 99 * i + 1; // up to nearly 10000 euro
-        PruefeRundung(iGross / 100.0 * iFaktor * 0.0001, std::int64_t{iGross} * iFaktor, 10000);
+        const Int128 iProdukt = Int128{iSatz} * iFaktor;
+        CDBetrag betrag(iSatz * 0.01 * iFaktor * 0.0001 * 5.62421, 'e');
+        ASSERT_EQ(betrag.Round().GetEinheiten(), Exakt(iProdukt * 562421, 1000, false))
+            << iSatz << ' ' << iFaktor;
+        betrag = CDBetrag(iSatz / 100.0, 'e') * (iFaktor * 0.0001);
+        ASSERT_EQ(betrag.RoundDown().GetEinheiten(), Exakt(iProdukt * 100, 1, true))
+            << iSatz << ' ' << iFaktor;
     }
 }
 

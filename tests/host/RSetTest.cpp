@@ -3,8 +3,10 @@
 #include "orvostatbs/sqlite/SqliteSpeicher.h"
 #include "support/Praxis.h"
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -162,7 +164,7 @@ TEST_P(RSetTest, ThePoolsGroupHasThreePlaces) {
     EXPECT_EQ(pool.m_GRUPPE, CString("1234"));
 }
 
-TEST_P(RSetTest, BoundsNarrowTheFirstPartLeftOpenForOneRead) {
+TEST_P(RSetTest, BoundsAndFiltersHoldForOneRead) {
     SchreibeSieben();
     struct SFall {
         CString sPat, sVon, sBis;
@@ -179,38 +181,61 @@ TEST_P(RSetTest, BoundsNarrowTheFirstPartLeftOpenForOneRead) {
         EXPECT_EQ(Gelesen(beh), fall.pSoll) << fall.sVon.Utf8();
         beh.ClearKey();
         EXPECT_EQ(Gelesen(beh), "abcdefg");
+        beh.ClearKey();
+        beh.ModifyFilter([&beh] { return beh.m_SITZUNG == "b"; });
+        EXPECT_EQ(Gelesen(beh), "c");
+        EXPECT_EQ(Alle(beh, beh.First(), beh.m_LSTNR), "c");
     }
 }
 
-TEST_P(RSetTest, AFilterHoldsForOneSet) {
-    SchreibeSieben();
-    CTBeh beh = Beh(dbDatabaseRO, "1");
-    beh.ModifyFilter([&beh] { return beh.m_SITZUNG == "a"; });
-    EXPECT_EQ(Gelesen(beh), "abd");
-    EXPECT_EQ(Alle(beh, beh.First(), beh.m_LSTNR), "abd");
-    EXPECT_EQ(Alle(beh, beh.GetAll(), beh.m_LSTNR), "abcdefg");
-}
-
-TEST_P(RSetTest, GetRecByParamReadsTheRowOfTheChosenKey) {
+TEST_P(RSetTest, AReadByTextsTakesTheObjectsOwnFieldsToo) {
     SchreibeSieben();
     CTBeh beh(dbDatabaseRO);
     beh.m_SITZUNG = "z";
     EXPECT_EQ(beh.GetRecByParam({"1", "20240101", "b", "1", "too many"_t}), ZEILE_OK);
     EXPECT_EQ(beh.m_LSTNR, CString("c"));
+    EXPECT_EQ(Alle(beh, beh.LiesMit(1, MATCH_ALLE, {beh.m_PATNR, beh.m_DATUM}), beh.m_LSTNR), "abc");
+    EXPECT_EQ(Alle(beh, beh.LiesMit(1, MATCH_ALLE, {beh.m_LFDBEHEINTRAG}), beh.m_LSTNR), "abcd");
     EXPECT_EQ(beh.GetRecByParam({"1", "20240101"}), ZEILE_KEINE) << "the other parts are empty";
-    beh.SetKey(9);
-    EXPECT_EQ(beh.GetAll(), ZEILE_FEHLER) << "a key that the table lacks";
-    EXPECT_EQ(beh.GetByK2(MATCH_ALLE), ZEILE_FEHLER);
-    EXPECT_EQ(beh.GetRecByParam({"1"}), ZEILE_FEHLER);
-    EXPECT_EQ(beh.Next(), ZEILE_KEINE);
 }
 
 // ---- the object and its set
 
-TEST_P(RSetTest, AFreshObjectHasNoSetAndNoRow) {
-    CTBeh beh(dbDatabase);
-    for (const int iErgebnis : {beh.First(), beh.Next(), beh.Delete(), beh.DeleteRows(), beh.RewriteRec()})
-        EXPECT_EQ(iErgebnis, ZEILE_KEINE);
+TEST_P(RSetTest, WithoutASetThereIsNoRow) {
+    SchreibeSieben();
+    SchreibeBeh("", "20240101", "", "", "n"); // nobody's, as is every number of blanks
+    const auto pSpeicher = dbDatabase.Speicher();
+    const struct {
+        int iSoll;
+        std::function<int(CTBeh &)> fLies;
+    } aFaelle[] = {
+        {ZEILE_KEINE, [](CTBeh & beh) { return (beh = CTBeh(dbDatabase)).First(); }},
+        {ZEILE_FEHLER, [](CTBeh & beh) { return beh.ExecSQL(""); }},
+        {ZEILE_FEHLER, [](CTBeh & beh) { return beh.GetByK2(MATCH_ALLE); }}, // a key that the table lacks
+        {ZEILE_FEHLER, [](CTBeh & beh) { return beh.SetKey(9), beh.GetAll(); }},
+        {ZEILE_FEHLER, [](CTBeh & beh) { return beh.SetKey(0), beh.GetRecByParam({"1"}); }},
+        {ZEILE_KEINE,
+         [](CTBeh & beh) {
+             return beh.GetRecByParam({"", "20240101"});
+         }},
+        {ZEILE_KEINE, [](CTBeh & beh) { return beh.LiesMit(1, MATCH_ALLE, {""}); }},
+        {ZEILE_KEINE, [](CTBeh & beh) { return beh.m_PATNR = "  ", beh.GetByK1(MATCH_TEIL); }},
+        {ZEILE_FEHLER, [&](CTBeh & beh) { return m_pFehler->FehlerBei(1), beh.GetAll(); }}, // opening
+        {ZEILE_FEHLER, [&](CTBeh & beh) { return m_pFehler->FehlerBei(2), beh.GetAll(); }}, // the first row
+        {ZEILE_KEINE, [](CTBeh & beh) { return dbDatabase.Verbinde(nullptr), beh.GetAll(); }},
+    };
+    for (const auto & fall : aFaelle) {
+        SCOPED_TRACE(&fall - aFaelle);
+        CTBeh beh = Beh(dbDatabase, "1");
+        ASSERT_EQ(beh.GetByK1(MATCH_ALLE), ZEILE_OK);
+        EXPECT_EQ(fall.fLies(beh), fall.iSoll);
+        dbDatabase.Verbinde(pSpeicher);
+        EXPECT_NE(beh.Delete(), ZEILE_OK);
+        for (const int iErgebnis :
+             {beh.First(), beh.Next(), beh.Delete(), beh.DeleteRows(), beh.RewriteRec()})
+            EXPECT_EQ(iErgebnis, ZEILE_KEINE);
+    }
+    EXPECT_EQ(AlleBeh(), "nabcdefg");
 }
 
 TEST_P(RSetTest, AFailedNextLeavesTheFields) {
@@ -291,6 +316,10 @@ TEST_P(RSetTest, CopiesTakeFieldsAndKeyButNoSet) {
         EXPECT_EQ(Alle(*p, p->GetAll(), p->m_LSTNR), "gfedcba");
         EXPECT_FALSE(*p == beh);
     }
+    CTPat pat(dbDatabaseRO), andere(dbDatabaseRO);
+    pat.SetKey(7); // which the table lacks
+    andere = pat;
+    EXPECT_EQ(andere.GetAll(), ZEILE_FEHLER);
     CTBill bill(dbDatabaseRO);
     static_cast<CMxRSet &>(bill) = beh; // of another table: nothing happens
     EXPECT_FALSE(static_cast<CMxRSet &>(bill) == beh);
@@ -353,9 +382,7 @@ TEST_P(RSetTest, AReadOnlyHandleAndOneWithoutStoreRefuseWrites) {
     EXPECT_EQ(beh.Next(), 0) << "the set goes on";
     EXPECT_EQ(AlleBeh(), "abcdefg");
     dbDatabase.Verbinde(nullptr);
-    CTBeh ohne(dbDatabase);
-    EXPECT_EQ(ohne.GetAll(), ZEILE_KEINE);
-    for (const int iErgebnis : {ohne.Write(), dbDatabase.Beginne(), dbDatabase.Beende(true)})
+    for (const int iErgebnis : {CTBeh(dbDatabase).Write(), dbDatabase.Beginne(), dbDatabase.Beende(true)})
         EXPECT_EQ(iErgebnis, ZEILE_VERWEIGERT);
 }
 
@@ -382,15 +409,49 @@ TEST_P(RSetTest, EveryChangeThroughAHandleMovesTheState) {
 TEST_P(RSetTest, AFailureOfTheStoreIsNeitherARowNorTheEnd) {
     SchreibeSieben();
     CTBeh beh(dbDatabase);
-    m_pFehler->FehlerBei(1);
-    EXPECT_EQ(beh.GetAll(), ZEILE_FEHLER) << "opening";
-    m_pFehler->FehlerBei(2);
-    EXPECT_EQ(beh.GetAll(), ZEILE_FEHLER) << "the first row";
-    EXPECT_EQ(beh.m_LSTNR, CString());
     m_pFehler->FehlerBei(4);
     EXPECT_EQ(Alle(beh, beh.GetAll(), beh.m_LSTNR), "ab!") << "the third row";
     EXPECT_EQ(beh.Delete(), ZEILE_FEHLER);
     EXPECT_EQ(Alle(beh, beh.First(), beh.m_LSTNR), "abcdefg") << "the store goes on";
+}
+
+// Every kind of operation is counted where it fails, on its handle; neither an end nor a refusal is.
+TEST_P(RSetTest, AHandleCountsWhatFails) {
+    SchreibeSieben();
+    CTBeh beh(dbDatabase), eine = Beh(dbDatabase, "1", "", "a");
+    const std::tuple<const char *, int, std::function<void()>> aFaelle[] = {
+        {"opening", 1, [&] { beh.GetAll(); }},
+        {"stepping", 2, [&] { beh.GetAll(); }},
+        {"stepping on with a filter", 3, [&] { eine.GetByK1(MATCH_ALLE), eine.Next(); }},
+        {"rewriting", 3, [&] { beh.GetAll(), beh.RewriteRec(); }},
+        {"deleting", 3, [&] { beh.GetAll(), beh.Delete(); }},
+        {"writing", 1, [&] { beh.Write(); }},
+        {"beginning", 1, [&] { dbDatabase.Beginne(); }},
+        {"ending", 2, [&] { dbDatabase.Beginne(), dbDatabase.Beende(true); }},
+        {"counting", 1, [&] { EXPECT_EQ(dbDatabase.Zeilenzahl(beh.Tabelle()), -1); }}};
+    std::uint64_t iSoll = 0;
+    for (const auto & [pWas, iFehler, fTut] : aFaelle) {
+        m_pFehler->FehlerBei(iFehler);
+        fTut();
+        EXPECT_EQ(dbDatabase.Fehlschlaege(), ++iSoll) << pWas;
+    }
+    EXPECT_EQ(AlleBeh(), "abcdefg");
+    EXPECT_EQ(CTBeh(dbDatabaseRO).Write(), ZEILE_VERWEIGERT);
+    EXPECT_EQ(dbDatabaseRO.Fehlschlaege(), 0u);
+    dbDatabase.Verbinde(dbDatabase.Speicher());
+    EXPECT_EQ(dbDatabase.Fehlschlaege(), 0u);
+}
+
+TEST_P(RSetTest, AGroupStaysOnlyIfItIsTakenOver) {
+    for (const bool bUebernehmen : {false, true}) {
+        SchreibePool("53", "vorher", "1");
+        CMxGruppe gruppe(dbDatabase);
+        SchreibePool("53", "neu", "2");
+        EXPECT_EQ(gruppe.Beende(bUebernehmen), bUebernehmen);
+        EXPECT_FALSE(gruppe.Offen() || gruppe.Beende(true));
+    }
+    CTParPool pool(dbDatabaseRO);
+    EXPECT_EQ(Gelesen(pool), "211");
 }
 
 TEST_P(RSetTest, DeletingTellsWhenNotAllIsGone) {
@@ -427,25 +488,21 @@ TEST_P(RSetTest, BorrowedSetsAreFreshAndCounted) {
     }
     CAutoRSet<CTPlan>::ReleaseRSet(q);
     EXPECT_EQ(EntlieheneRSets(), iVorher);
-}
-
-TEST_P(RSetTest, NeitherAReleasedSetNorAnExactReadHoldsAWalk) {
-    SchreibeSieben();
     CTBeh beh(dbDatabaseRO);
     CAutoRSet<CTGips>()->GetAll();
     EXPECT_EQ(beh.GetRecByParam({"1", "20240101", "a", "1"}), 0);
-    EXPECT_EQ(m_pFehler->OffeneWege(), 0);
+    EXPECT_EQ(m_pFehler->OffeneWege(), 0) << "neither a released set nor an exact read holds a walk";
 }
 
 TEST_P(RSetTest, ChecksAreReadInsideAWalkOverFeesAndTheSameTableInsideItself) {
     CTGO go(dbDatabase);
     CTGoCheck check(dbDatabase);
     go.m_GOART = check.m_GOART = "q";
-    check.m_EXTRAFLAG = "p";
     for (const char c : {'1', '2', '3'}) {
         go.m_LSTNR = check.m_LSTNR = CString(c);
+        check.m_EXTRAFLAG = CString(c == '2' ? 'q' : 'p');
         check.m_CHECKTEXT = CString(c, 2);
-        ASSERT_EQ(go.Write() + (c == '2' ? 0 : check.Write()), 0);
+        ASSERT_EQ(go.Write() + check.Write(), 0);
     }
     std::string s;
     for (int i = go.GetAll(); i == 0; i = go.Next()) {
@@ -469,25 +526,31 @@ void SchreibeEintrag(const CString & sPool, const CString & sLfd, const CString 
     ASSERT_EQ(pool.Write(), 0);
 }
 
-TEST_P(RSetTest, SelectPoolEntriesComeInOrderAndStayTillTheStoreGoes) {
+TEST_P(RSetTest, SelectPoolEntriesAreReadAnewAndStayTillTheStoreGoes) {
     SchreibeEintrag("P", " 2", "b");
     SchreibeEintrag("P", " 1", "a");
     SchreibeEintrag("PX", " 1", "c");
+    SchreibeEintrag("", " 1", "n");
     std::vector<SSelectPool *> v{nullptr}, vNochmal;
-    EXPECT_FALSE(GetSPEntries("", v) || GetSPEntries("Q", v));
+    EXPECT_FALSE(GetSPEntries("", v) || GetSPEntries(" ", v) || GetSPEntries("Q", v));
     EXPECT_TRUE(v.empty());
     m_pFehler->FehlerBei(3);
-    EXPECT_FALSE(GetSPEntries("P", v)) << "could not be read, and is asked again";
+    EXPECT_EQ(dbDatabaseRO.SelectPool("P", v), ZEILE_FEHLER);
+    EXPECT_TRUE(v.empty()) << "not even the entries before the failure";
     ASSERT_TRUE(GetSPEntries("P", v));
     ASSERT_EQ(v.size(), 2u);
     EXPECT_EQ(v[0]->m_sKey, CString("a"));
+    SchreibeEintrag("P", " 0", "d");
+    SchreibeEintrag("P", " 3", "a");
+    CTSelectPool pool(dbDatabase);
+    ASSERT_EQ(pool.GetRecByParam({"P", " 1"}) + pool.Delete(), 0);
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(GetSPEntries("P ", vNochmal));
+        ASSERT_EQ(vNochmal.size(), 3u);
+        EXPECT_EQ(vNochmal[0]->m_sKey, CString("d"));
+        EXPECT_TRUE(vNochmal[1] == v[1] && vNochmal[2] == v[0]) << "the same objects in the new order";
+    }
     EXPECT_EQ(v[1]->m_sText + v[1]->m_sExtra, "b textb+"_t);
-    SchreibeEintrag("P", " 3", "d");
-    GetSPEntries("P", vNochmal);
-    EXPECT_EQ(v, vNochmal) << "the same objects";
-    dbDatabaseRO.Verbinde(dbDatabaseRO.Speicher());
-    GetSPEntries("P", vNochmal);
-    EXPECT_EQ(vNochmal.size(), 3u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Speicher, RSetTest, Values("Memory", "Sqlite"),

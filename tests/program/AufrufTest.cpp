@@ -76,9 +76,9 @@ TEST_F(CAufrufTest, TheProgramTellsItsVersionAndItsExitCodes) {
 // A locked file: a connection that writes.
 class CSperre {
 public:
-    explicit CSperre(const std::filesystem::path & pfad) {
+    explicit CSperre(const std::filesystem::path & pfad, const char * pSql = "BEGIN EXCLUSIVE") {
         sqlite3_open(pfad.c_str(), &m_p);
-        sqlite3_exec(m_p, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+        sqlite3_exec(m_p, pSql, nullptr, nullptr, nullptr);
     }
     ~CSperre() { sqlite3_close(m_p); }
     CSperre(const CSperre &) = delete;
@@ -125,6 +125,55 @@ TEST_F(CAufrufTest, ALockedFileIsRefused) {
         EXPECT_EQ(ende.iCode, 1) << pBefehl;
         EXPECT_NE(ende.sFehler.find("\"a.db\" ist gesperrt"), std::string::npos) << ende.sFehler;
     }
+}
+
+TEST_F(CAufrufTest, TheCheckTakesBackWhatACrashHasLeft) {
+    ASSERT_EQ(Laufe("sample a.db --patients 20").iCode, 0);
+    {
+        const CSperre schreiber(Pfad("a.db"), "PRAGMA cache_size = 5; BEGIN; UPDATE BEH SET BETRAG = "
+                                              "'e1', TEXT = hex(zeroblob(2000))");
+        for (const std::string sEndung : {"", "-journal"})
+            std::filesystem::copy_file(Pfad("a.db" + sEndung), Pfad("b.db" + sEndung));
+    }
+    const SProgrammende vorher = Laufe("hits b.db");
+    EXPECT_EQ(vorher.iCode, 1);
+    EXPECT_NE(vorher.sFehler.find(" nimmt diese zurück. \"orvostat check\" tut das.\n"), std::string::npos)
+        << vorher.sFehler;
+    const SProgrammende pruefung = Laufe("check b.db");
+    EXPECT_EQ(pruefung.iCode, 0);
+    EXPECT_EQ(pruefung.sAus.find("Eine unterbrochene Änderung wurde zurückgenommen.\n"), 0U) << pruefung.sAus;
+    EXPECT_EQ(Laufe("check b.db").sAus.find("unterbrochene"), std::string::npos);
+    EXPECT_EQ(Laufe("hits b.db").sAus, Laufe("hits a.db").sAus);
+}
+
+// Where the user's limits for files and memory end a command, it says so and leaves nothing behind.
+TEST_F(CAufrufTest, ALimitEndsACommandWithItsReason) {
+    ASSERT_EQ(Laufe("sample a.db --patients 100").iCode, 0);
+    const auto LaufeMit = [&](const std::string & sGrenze, const std::string & sBefehl) {
+        return std::system(("cd '" + Pfad("").string() + "' && ulimit " + sGrenze +
+                            " && exec " ORVOSTATBS_PROGRAM_PATH " " + sBefehl + " > aus 2> fehler")
+                               .c_str());
+    };
+    const auto NichtsDa = [&] {
+        return !std::filesystem::exists(Pfad("b.db")) && !std::filesystem::exists(Pfad("b.db.neu"));
+    };
+    for (const char * pGrenze : {"-f 100", "-f 2500"}) {
+        EXPECT_EQ(LaufeMit(pGrenze, "sample b.db --patients 600"), 1 << 8) << pGrenze;
+        EXPECT_NE(Inhalt("fehler").find(" würde größer als erlaubt"), std::string::npos) << Inhalt("fehler");
+        EXPECT_TRUE(NichtsDa()) << pGrenze;
+    }
+#ifndef __SANITIZE_ADDRESS__ // which takes address space without end
+    int iZuwenig = 0;
+    for (int iKb = 4000; iKb < 60000; iKb += 1500) {
+        const std::string sGrenze = "-v " + std::to_string(iKb);
+        if (LaufeMit(sGrenze, "--version") != 0) continue; // not even loaded
+        if (LaufeMit(sGrenze, "copy a.db b.db") == 0) break;
+        EXPECT_NE(Inhalt("fehler").find("Speicher"), std::string::npos) << sGrenze << Inhalt("fehler");
+        EXPECT_TRUE(NichtsDa()) << sGrenze;
+        ++iZuwenig;
+    }
+    EXPECT_GT(iZuwenig, 0);
+#endif
 }
 
 TEST_F(CAufrufTest, ATargetThatCannotBeMadeIsRefused) {

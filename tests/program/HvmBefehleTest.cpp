@@ -1,7 +1,10 @@
 // The configuration as the program shows and changes it.
 #include "Programmlauf.h"
 
+#include <chrono>
+#include <future>
 #include <sstream>
+#include <thread>
 #include <utility>
 
 #include <sqlite3.h>
@@ -94,17 +97,49 @@ TEST_F(CHvmBefehlTest, WasNichtGehtAendertNichts) {
     }
 }
 
-// Somebody who only wants to write lets others read, so the command gets as far as its own writing.
-TEST_F(CHvmBefehlTest, WasSichNichtSpeichernLaesstHatEinenGrund) {
+// Somebody else is about to change the row in which the switch stands: the command waits and keeps his change; where
+// he takes too long, it gives up.
+TEST_F(CHvmBefehlTest, VonZweiAenderungenEinerReiheGehtKeineVerloren) {
     sqlite3 * p = nullptr;
     sqlite3_open(Pfad("praxis.db").c_str(), &p);
-    sqlite3_exec(p, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
-    const SProgrammende ende = Hvm("set KBRMitLab an");
+    const auto Fuehre = [&](const char * pSql) {
+        EXPECT_EQ(sqlite3_exec(p, pSql, nullptr, nullptr, nullptr), 0);
+    };
+    Fuehre("BEGIN IMMEDIATE");
+    auto ende = std::async(std::launch::async, [&] { return Hvm("set KCHMitKFO an"); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(400)); // it has got as far as it can
+    Fuehre("UPDATE PARPOOL SET WERT = '1' || substr(WERT, 2) WHERE KUERZEL = 'einstell'; COMMIT");
+    EXPECT_EQ(ende.get().iCode, 0);
+    EXPECT_EQ(Frage("praxis.db", "SELECT substr(WERT, 1, 2) FROM PARPOOL WHERE KUERZEL = 'einstell'"), "11");
+
+    Fuehre("BEGIN IMMEDIATE");
+    const SProgrammende gescheitert = Hvm("set KBRMitLab aus");
     sqlite3_close(p);
-    EXPECT_EQ(ende.iCode, 1);
-    EXPECT_EQ(ende.sFehler,
+    EXPECT_EQ(gescheitert.iCode, 1);
+    EXPECT_EQ(gescheitert.sFehler,
               "Die Einstellungen konnten nicht gespeichert werden: ein anderes Programm schreibt "
               "gerade in die Datei; es gelten die alten.\n");
+}
+
+// Start values are neither shown nor written where the practice's settings cannot be read.
+TEST_F(CHvmBefehlTest, UnlesbareEinstellungenSindKeineAnfangswerte) {
+    Sql("praxis.db",
+        "INSERT INTO PARPOOL WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 99) "
+        "SELECT CAST(printf('  1%03d', i) AS BLOB), i, '  1', i, printf('%400s', '') FROM n");
+    Zerstoere("praxis.db", "feiertag"); // the pages before it hold other groups
+    const std::string sInhalt = Inhalt("praxis.db");
+    for (const char * pBefehl :
+         {"hvm praxis.db show", "hvm praxis.db pots", "hvm praxis.db services", "hvm praxis.db vacation",
+          "hvm praxis.db set KBRMitLab an", "hvm praxis.db set --land NW", "hvm praxis.db pots c --aktiv an",
+          "hvm praxis.db services 107a", "hvm praxis.db vacation 2024 --kein-urlaub",
+          "kalender praxis.db 2024", "naechster 20240706 --praxis praxis.db",
+          "arbeitstage 20240801 20240831 --praxis praxis.db"}) {
+        const SProgrammende ende = Laufe(pBefehl);
+        EXPECT_EQ(ende.iCode, 1) << pBefehl;
+        EXPECT_EQ(ende.sAus, "") << pBefehl;
+        EXPECT_TRUE(ende.sFehler.starts_with("UNVOLLSTÄNDIG. ")) << pBefehl << ende.sFehler;
+        EXPECT_EQ(Inhalt("praxis.db"), sInhalt) << pBefehl;
+    }
 }
 
 } // namespace

@@ -86,6 +86,14 @@ void CProgrammTest::Sql(const std::string & sName, const std::string & sAnweisun
     CDatenbank(Pfad(sName)).Fuehre(sAnweisungen);
 }
 
+void CProgrammTest::Zerstoere(const std::string & sName, const std::string & sText) {
+    const auto iStelle = Inhalt(sName).find(sText);
+    ASSERT_NE(iStelle, std::string::npos) << sText;
+    std::fstream(Pfad(sName), std::ios::in | std::ios::out | std::ios::binary)
+            .seekp(static_cast<std::streamoff>(iStelle / 8192 * 8192))
+        << std::string(60, '\xff');
+}
+
 std::string CProgrammTest::Frage(const std::string & sName, const std::string & sAnweisung) const {
     return CDatenbank(Pfad(sName)).Fuehre(sAnweisung);
 }

@@ -30,6 +30,8 @@ protected:
     [[nodiscard]] std::string Inhalt(const std::string & sName) const;
     // Runs statements on a practice file, as a foreign tool would.
     void Sql(const std::string & sName, const std::string & sAnweisungen);
+    // Damages the page of a practice file that holds the text.
+    void Zerstoere(const std::string & sName, const std::string & sText);
     // The first column of all rows, with a blank between them.
     [[nodiscard]] std::string Frage(const std::string & sName, const std::string & sAnweisung) const;
 

@@ -62,6 +62,8 @@ TEST_F(CPruefbefehlTest, NamesTheRowAndWhatIsWrongWithIt) {
          "PAT [1003]: ADRNR \"      9999\" gibt es in ADR nicht"},
         {"UPDATE BILL SET PRAXISNR = ' 9' WHERE PATNR = '      1001' AND PATBILL = '   1'",
          "BILL [1001, 1]: PRAXISNR \" 9\" gibt es in MANDANT nicht"},
+        {"UPDATE PAT SET PATNAME = 'Łódź' WHERE PATNR = '      1003'",
+         "PAT [1003]: PATNAME \"?ód?\" hat in der Datei Zeichen, die Windows-1252 fehlen"},
         {"UPDATE PAT SET PATNR = '      1999' WHERE PATNR = '      1003'",
          "PAT [1004]: Schlüssel 1 steht nicht an seinem Platz"},
         {"INSERT INTO GOCHECK SELECT SCHLUESSEL1, LFD + 1000000, GOART, LSTNR, EXTRAFLAG, CHECKTEXT FROM "
@@ -103,7 +105,14 @@ TEST_F(CPruefbefehlTest, ACopyEqualsItsOriginalAndReplacesNothing) {
     EXPECT_EQ(Laufe("copy a.db a.db").iCode, 1);
     EXPECT_EQ(Laufe("copy nirgends.db c.db").iCode, 1);
     EXPECT_TRUE(Inhalt("b.db") == sVorher);
-    EXPECT_FALSE(std::filesystem::exists(Pfad("c.db")));
+
+    Sql("a.db", "UPDATE BEH SET TEXT = '漢' WHERE PATNR <= '      1009'; "
+                "UPDATE PAT SET PATNAME = 'Łódź' WHERE PATNR = '      1003'");
+    const std::string sTexte = Frage("a.db", "SELECT count(*) + 1 FROM BEH WHERE PATNR <= '      1009'");
+    EXPECT_EQ(Laufe("copy a.db c.db").iCode, 1);
+    EXPECT_EQ(Laufe("copy a.db c.db").sFehler, "Die Kopie verlöre Zeichen, die Windows-1252 fehlen, in " +
+                                                   sTexte + " Texten, zuerst in: PAT [1003] PATNAME.\n");
+    EXPECT_FALSE(std::filesystem::exists(Pfad("c.db")) || std::filesystem::exists(Pfad("c.db.neu")));
 }
 
 } // namespace

@@ -44,27 +44,22 @@ protected:
     CPat m_pat;
 };
 
-TEST_F(CPatTest, DieAdresseHatIrgendeineLaufendeNummer) {
-    Schreibe("ADR ADRNR=A3 ADRLFD=2 PATORT=Neu");
-    EXPECT_TRUE(Move());
-    m_rPat.m_ADRNR = "A3";
-    EXPECT_TRUE(Move()) << "that of the address before does not count";
-    EXPECT_EQ(m_pat.PATORT, "Neu"_t);
-}
-
 TEST_F(CPatTest, OhneAdresseKommenNurDieErstenFelder) {
-    m_rPat.m_ADRNR = "A9";
+    Schreibe("ADR ADRLFD=1 PATORT=Niemandes");
     m_rPat.m_PATNAME = "Muster";
     m_rPat.m_BEHANDLERNR = " 5";
-    EXPECT_FALSE(m_pat.MoveValidPat(&m_rPat, &m_rAdr, &m_rRecall));
-    EXPECT_EQ(m_pat.PATNR + m_pat.BEHANDLERNR, CString("4711 5"));
-    EXPECT_EQ(m_pat.m_iPatProzent, 100);
-    EXPECT_EQ(m_pat.PATNAME + m_pat.PATORT + m_pat.GESCHLECHT, CString());
-    EXPECT_FALSE(m_pat.m_bPatGelesen || m_pat.m_bPatValid);
-
-    m_rPat.m_ADRNR = "A2";
+    for (const char * pAdrNr : {"A9", "", "  "}) { // none, or nobody's
+        m_rPat.m_ADRNR = CString(pAdrNr);
+        EXPECT_FALSE(m_pat.MoveValidPat(&m_rPat, &m_rAdr, &m_rRecall)) << pAdrNr;
+        EXPECT_EQ(m_pat.PATNR + m_pat.BEHANDLERNR, CString("4711 5"));
+        EXPECT_EQ(m_pat.m_iPatProzent, 100);
+        EXPECT_EQ(m_pat.PATNAME + m_pat.PATORT + m_pat.GESCHLECHT, CString());
+        EXPECT_FALSE(m_pat.m_bPatGelesen || m_pat.m_bPatValid);
+    }
+    m_rPat.m_ADRNR = "A2"; // with any running number, not that of the address before
+    m_rAdr.m_ADRLFD = "2";
     EXPECT_TRUE(m_pat.MoveValidPat(&m_rPat, &m_rAdr, &m_rRecall));
-    EXPECT_TRUE(m_pat.m_bPatGelesen && m_pat.m_bPatValid);
+    EXPECT_TRUE(m_pat.m_bPatGelesen && m_pat.m_bPatValid && m_pat.PATORT == "Ort");
 }
 
 TEST_F(CPatTest, OhnePatientenzeileKommtNurDieNummer) {

@@ -33,9 +33,9 @@ protected:
 TEST_F(CPlanTest, NichtBrauchbarerPlanBehaeltNurSeineNummern) {
     m_plan.MovePlan(&m_rPlan, nullptr);
     m_plan.MovePlanNotOk(Hit("815", "P7"));
-    EXPECT_TRUE(m_plan == Hit("815", "P7"));
-    EXPECT_FALSE(m_plan == Hit("815", "P1"));
-    EXPECT_FALSE(m_plan == Hit("4711", "P7"));
+    EXPECT_TRUE(m_plan == Hit("815", "P7") && m_plan == Hit("815 ", "P7  "));
+    for (const auto & hit : {Hit("815", "P1"), Hit("4711", "P7"), Hit(" 815", "P7"), Hit("815", "")})
+        EXPECT_FALSE(m_plan == hit) << hit.PATNR.Utf8() << hit.PLANNR.Utf8();
     EXPECT_TRUE(m_plan.m_PlanPw.IsEmpty());
     EXPECT_TRUE(m_plan.m_sPlanDatum.IsEmpty());
     EXPECT_FALSE(m_plan.m_bPlanOk);

@@ -41,11 +41,14 @@ int Schreibe(CZeilenspeicher & speicher, const CString & sNummer, const CString 
 // What a walk meets, as numbers with a blank between them; a failure shows as "!".
 [[nodiscard]] std::string Nummern(CZeilenspeicher & speicher, const SBereich & bereich = {});
 
+// That a store with one row refuses every write.
+void ErwarteNurLesen(CZeilenspeicher & speicher);
+
 // A row to read into and to write from, and a walk that uses it.
 class CPatientenweg {
 public:
     explicit CPatientenweg(CZeilenspeicher & speicher, const SBereich & bereich = {});
-    int Naechste() { return m_pWeg->Naechste(m_vZeiger); }
+    int Naechste() { return m_pWeg ? m_pWeg->Naechste(m_vZeiger) : static_cast<int>(ZEILE_FEHLER); }
     int Loesche() { return m_pWeg->Loesche(); }
     int Ersetze() { return m_pWeg->Ersetze({m_vZeiger.data(), m_vZeiger.size()}); }
     // The numbers of all rows ahead.

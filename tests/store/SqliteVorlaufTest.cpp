@@ -2,8 +2,10 @@
 // hold and release it as short ones do.
 #include "SqliteTest.h"
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <thread>
 
 namespace orvostat {
 namespace {
@@ -35,14 +37,18 @@ protected:
 TEST_F(SqliteVorlaufTest, EveryWholeTableWalkGivesTheRowsInTheirOrder) {
     const auto pLeser = Oeffne(EModus::Lesen);
     const auto pZeilenweise = Oeffne(EModus::Schreiben); // reads nothing ahead
+    std::uint64_t iImFaden = 0;
     for (const SBereich & bereich :
          {SBereich{1, false, "", ""}, SBereich{1, true, "", ""}, SBereich{2, false, "", ""},
           SBereich{2, true, "", ""}, SBereich{1, false, "11234", ""}, SBereich{1, true, "13950", ""}}) {
         CPatientenweg weg(*pLeser, bereich);
         LiesNebenbei(*pLeser);
-        EXPECT_EQ(weg.Rest(), Nummern(*pZeilenweise, bereich))
+        const std::string sRest = weg.Rest();
+        EXPECT_EQ(sRest, Nummern(*pZeilenweise, bereich))
             << bereich.iSchluessel << bereich.bAbsteigend << bereich.sVon;
+        iImFaden += static_cast<std::uint64_t>(std::count(sRest.begin(), sRest.end(), ' ')) + 1 - 2048;
     }
+    EXPECT_EQ(pLeser->Vorausgelesen().iZeilen, std::thread::hardware_concurrency() < 2 ? 0 : iImFaden);
 }
 
 TEST_F(SqliteVorlaufTest, AWalkMayEndAnywhereAndFreesTheFile) {
@@ -106,6 +112,7 @@ TEST_F(SqliteVorlaufTest, TheFileStaysAsItIsUntilTheWalkEnds) {
 
 // The rows before the damage come, and then the walk fails as one does that is not read ahead.
 TEST_F(SqliteVorlaufTest, DamageIsMetWhereItLies) {
+    EXPECT_TRUE(Oeffne(EModus::Lesen)->Pruefe().empty());
     Ueberschreibe(m_sDatei, static_cast<std::streamoff>(std::filesystem::file_size(m_sDatei)) / 4 * 3,
                   4 * 8192);
     const auto p = Oeffne(EModus::Lesen);
@@ -117,6 +124,8 @@ TEST_F(SqliteVorlaufTest, DamageIsMetWhereItLies) {
     LiesNebenbei(*p);
     EXPECT_EQ(weg.Rest(), sZeilenweise);
     EXPECT_FALSE(p->LetzterFehler().empty());
+    EXPECT_FALSE(p->Pruefe().empty());
+    EXPECT_EQ(CPatientenweg(*p).Naechste(), ZEILE_OK) << "the store goes on";
 }
 
 } // namespace

@@ -71,6 +71,12 @@ TEST_F(SqliteVorratTest, ReadsUnderAWalkFindWhatReadsWithoutOneFind) {
                 ASSERT_EQ(Nummern(*pMit, bereich), Nummern(*pOhne, bereich))
                     << folge.pName << ", read " << i << " of " << iNummer;
         }
+    EXPECT_EQ(pOhne->Vorausgelesen().iBereiche, 0U);
+    const auto Gefunden = [&] { return pMit->Vorausgelesen().iBereiche; };
+    const std::uint64_t iVorher = Gefunden();
+    for (int i = ERSTE; i < LETZTE; ++i)
+        ASSERT_NE(Nummern(*pMit, EinSchluessel(Nummer(i))), "!");
+    EXPECT_GT(Gefunden() - iVorher, 280U) << "of 300 in the order of their keys";
 }
 
 TEST_F(SqliteVorratTest, AWalkKeepsItsRowsWhileOthersReadOn) {

@@ -29,7 +29,9 @@ private:
 
 bool CFehlerspeicher::Scheitert() {
     ++m_iOperationen;
-    return m_iNochGut > 0 && --m_iNochGut == 0;
+    if (m_iNochGut == 0 || --m_iNochGut > 0) return false;
+    if (m_fStattdessen) m_fStattdessen();
+    return true;
 }
 
 std::unique_ptr<CZeilenmenge> CFehlerspeicher::Oeffne(const STabelle & tabelle, const SBereich & bereich) {

@@ -3,6 +3,7 @@
 
 #include "orvostatbs/host/Zeilenspeicher.h"
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -17,7 +18,11 @@ public:
     [[nodiscard]] int OffeneWege() const { return m_iOffeneWege; }
     // Lets one operation fail, the n-th from now (1: the next); 0 lets none fail. A failing operation changes
     // nothing in the other store, except that a failing Beende takes the group's writes back.
-    void FehlerBei(int iOperation) { m_iNochGut = iOperation; }
+    // fStattdessen is called before it fails.
+    void FehlerBei(int iOperation, std::function<void()> fStattdessen = nullptr) {
+        m_iNochGut = iOperation;
+        m_fStattdessen = std::move(fStattdessen);
+    }
 
     std::unique_ptr<CZeilenmenge> Oeffne(const STabelle & tabelle, const SBereich & bereich) override;
     int Schreibe(const STabelle & tabelle, CWerte vWerte) override;
@@ -35,6 +40,7 @@ private:
     int m_iOperationen = 0;
     int m_iOffeneWege = 0;
     int m_iNochGut = 0;
+    std::function<void()> m_fStattdessen;
 };
 
 } // namespace orvostat

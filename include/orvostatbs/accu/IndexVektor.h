@@ -1,18 +1,24 @@
-// A vector with an index beside it.
+// Tables that are searched for every hit, and their indexes.
 //
-// The tables of a run are public vectors that callers read and change, and some of them are searched for every hit.
-// This vector lets a search keep an index of it without ever answering from an outdated one: whatever could change an
-// element or the order goes through a non-const member, and those raise Stand. A reference that was taken before a
-// search must not be written through after it.
+// The tables of a run are public vectors that callers read and change, and an index must never answer from the past. So
+// each one here finds out before it answers whether its table is still the one it knows, in one of two ways:
+//
+//   CIndexVektor     a table that is a class of its own and counts what may change it
+//   CLetztposition   an index of any plain vector, whose elements tell of a change (CIndexMarke)
 #pragma once
 
 #include "orvostatbs/host/CString.h"
+#include "orvostatbs/records/Indexmarke.h"
 
 #include <algorithm>
+#include <array>
+#include <compare>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <iterator>
 #include <span>
 #include <unordered_map>
 #include <utility>
@@ -20,18 +26,42 @@
 
 namespace orvostat {
 
+// A vector with an index beside it. It does all that a std::vector does, and converts to one.
+//
+// Whatever could change an element or the order goes through a non-const member, and those raise Stand: then an index
+// compares the keys that it knows with the table, which is cheap, and is made anew only where they differ. One thing
+// goes unnoticed: a reference, pointer or iterator to an element, taken before a search, through which the element's
+// key is changed after it. Nobody may do that; the fields that are not part of a key may change at any time.
+//
+// Who takes the vector itself as std::vector<T> & may keep it for good, and change the table through it when nobody is
+// looking. From then on every search compares the keys. Lesend() gives the vector for reading and costs nothing.
 template <class T> class CIndexVektor {
 public:
+    using CVektor = std::vector<T>;
     using value_type = T;
-    using iterator = typename std::vector<T>::iterator;
-    using const_iterator = typename std::vector<T>::const_iterator;
+    using allocator_type = typename CVektor::allocator_type;
+    using size_type = typename CVektor::size_type;
+    using difference_type = typename CVektor::difference_type;
+    using reference = T &;
+    using const_reference = const T &;
+    using pointer = T *;
+    using const_pointer = const T *;
+    using iterator = typename CVektor::iterator;
+    using const_iterator = typename CVektor::const_iterator;
+    using reverse_iterator = typename CVektor::reverse_iterator;
+    using const_reverse_iterator = typename CVektor::const_reverse_iterator;
 
     CIndexVektor() = default;
+    explicit CIndexVektor(size_type n) : m_v(n) {}
+    CIndexVektor(size_type n, const T & wert) : m_v(n, wert) {}
+    template <std::input_iterator I> CIndexVektor(I von, I bis) : m_v(von, bis) {}
     CIndexVektor(std::initializer_list<T> liste) : m_v(liste) {}
-    CIndexVektor(std::vector<T> v) : m_v(std::move(v)) {} // NOLINT: a vector is one
-    // A copy keeps the Stand of its model, so that an index copied along with it stays good.
-    CIndexVektor(const CIndexVektor &) = default;
-    CIndexVektor(CIndexVektor && v) noexcept : m_v(std::move(v.m_v)), m_iStand(v.m_iStand++) {}
+    CIndexVektor(CVektor v) noexcept : m_v(std::move(v)) {} // NOLINT: a vector is one
+    // The new table keeps the Stand of its model, so that an index copied along with it stays good.
+    CIndexVektor(const CIndexVektor & v) : m_v(v.m_v), m_iStand(v.StandDerKopie()) {}
+    CIndexVektor(CIndexVektor && v) noexcept : m_v(std::move(v.m_v)), m_iStand(v.StandDerKopie()) {
+        ++v.m_iStand;
+    }
     ~CIndexVektor() = default;
     // An index of either side is void.
     CIndexVektor & operator=(CIndexVektor v) noexcept {
@@ -40,86 +70,164 @@ public:
         return *this;
     }
 
-    // Reading.
-    [[nodiscard]] std::size_t size() const { return m_v.size(); }
+    // ---- reading
+
+    [[nodiscard]] const CVektor & Lesend() const { return m_v; }
+    operator const CVektor &() const { return m_v; } // NOLINT: a vector is one
+    [[nodiscard]] size_type size() const { return m_v.size(); }
+    [[nodiscard]] size_type max_size() const { return m_v.max_size(); }
+    [[nodiscard]] size_type capacity() const { return m_v.capacity(); }
+    [[nodiscard]] allocator_type get_allocator() const { return m_v.get_allocator(); }
     [[nodiscard]] bool empty() const { return m_v.empty(); }
-    [[nodiscard]] const T & operator[](std::size_t i) const { return m_v[i]; }
-    [[nodiscard]] const T & at(std::size_t i) const { return m_v.at(i); }
+    [[nodiscard]] const T & operator[](size_type i) const { return m_v[i]; }
+    [[nodiscard]] const T & at(size_type i) const { return m_v.at(i); }
     [[nodiscard]] const T & front() const { return m_v.front(); }
     [[nodiscard]] const T & back() const { return m_v.back(); }
+    [[nodiscard]] const T * data() const { return m_v.data(); }
     [[nodiscard]] const_iterator begin() const { return m_v.begin(); }
     [[nodiscard]] const_iterator end() const { return m_v.end(); }
-    [[nodiscard]] auto rbegin() const { return m_v.rbegin(); }
-    [[nodiscard]] auto rend() const { return m_v.rend(); }
-    [[nodiscard]] const std::vector<T> & Lesend() const { return m_v; }
-    operator const std::vector<T> &() const { return m_v; } // NOLINT: a vector is one
+    [[nodiscard]] const_iterator cbegin() const { return m_v.begin(); }
+    [[nodiscard]] const_iterator cend() const { return m_v.end(); }
+    [[nodiscard]] const_reverse_iterator rbegin() const { return m_v.rbegin(); }
+    [[nodiscard]] const_reverse_iterator rend() const { return m_v.rend(); }
+    [[nodiscard]] const_reverse_iterator crbegin() const { return m_v.rbegin(); }
+    [[nodiscard]] const_reverse_iterator crend() const { return m_v.rend(); }
+    [[nodiscard]] friend bool operator==(const CIndexVektor & a, const CIndexVektor & b) {
+        return a.m_v == b.m_v;
+    }
+    [[nodiscard]] friend bool operator==(const CIndexVektor & a, const CVektor & v) { return a.m_v == v; }
+    [[nodiscard]] friend auto operator<=>(const CIndexVektor & a,
+                                          const CIndexVektor & b) requires std::three_way_comparable<T> {
+        return a.m_v <=> b.m_v;
+    }
 
-    // Changing: from here on an index of the elements before is void.
-    [[nodiscard]] T & operator[](std::size_t i) { return Aendernd()[i]; }
-    [[nodiscard]] T & at(std::size_t i) { return Aendernd().at(i); }
+    // ---- changing: from here on an index of the elements before has to look again
+
+    operator CVektor &() { // NOLINT: a vector is one
+        m_bVergeben = true;
+        return m_v;
+    }
+    [[nodiscard]] T & operator[](size_type i) { return Aendernd()[i]; }
+    [[nodiscard]] T & at(size_type i) { return Aendernd().at(i); }
     [[nodiscard]] T & front() { return Aendernd().front(); }
     [[nodiscard]] T & back() { return Aendernd().back(); }
+    [[nodiscard]] T * data() { return Aendernd().data(); }
     [[nodiscard]] iterator begin() { return Aendernd().begin(); }
     [[nodiscard]] iterator end() { return Aendernd().end(); }
+    [[nodiscard]] reverse_iterator rbegin() { return Aendernd().rbegin(); }
+    [[nodiscard]] reverse_iterator rend() { return Aendernd().rend(); }
     void clear() { Aendernd().clear(); }
     void pop_back() { Aendernd().pop_back(); }
-    template <class... A> void assign(A &&... args) { Aendernd().assign(std::forward<A>(args)...); }
-    void swap(CIndexVektor & v) noexcept { Aendernd().swap(v.Aendernd()); }
+    void assign(size_type n, const T & wert) { Aendernd().assign(n, wert); }
+    template <std::input_iterator I> void assign(I von, I bis) { Aendernd().assign(von, bis); }
+    void assign(std::initializer_list<T> liste) { Aendernd().assign(liste); }
+    void resize(size_type n) { Aendernd().resize(n); }
+    void resize(size_type n, const T & wert) { Aendernd().resize(n, wert); }
     iterator erase(const_iterator it) { return Aendernd().erase(it); }
     iterator erase(const_iterator von, const_iterator bis) { return Aendernd().erase(von, bis); }
     iterator insert(const_iterator it, const T & wert) { return Aendernd().insert(it, wert); }
-    void resize(std::size_t n) { Aendernd().resize(n); }
-    // The vector itself, for anything else.
-    [[nodiscard]] std::vector<T> & Aendernd() {
-        ++m_iStand;
-        return m_v;
+    iterator insert(const_iterator it, T && wert) { return Aendernd().insert(it, std::move(wert)); }
+    iterator insert(const_iterator it, size_type n, const T & wert) { return Aendernd().insert(it, n, wert); }
+    template <std::input_iterator I> iterator insert(const_iterator it, I von, I bis) {
+        return Aendernd().insert(it, von, bis);
+    }
+    iterator insert(const_iterator it, std::initializer_list<T> liste) {
+        return Aendernd().insert(it, liste);
+    }
+    template <class... A> iterator emplace(const_iterator it, A &&... args) {
+        return Aendernd().emplace(it, std::forward<A>(args)...);
+    }
+    void swap(CIndexVektor & v) noexcept { Aendernd().swap(v.Aendernd()); }
+    void swap(CVektor & v) noexcept { Aendernd().swap(v); }
+    friend void swap(CIndexVektor & a, CIndexVektor & b) noexcept { a.swap(b); }
+    template <class F> friend size_type erase_if(CIndexVektor & v, F fWeg) {
+        return std::erase_if(v.Aendernd(), fWeg);
     }
 
-    // Adding at the end leaves an index of the elements before as it is.
+    // Adding at the end and making room leave an index of the elements before as it is.
     void push_back(const T & wert) { m_v.push_back(wert); }
     void push_back(T && wert) { m_v.push_back(std::move(wert)); }
     template <class... A> T & emplace_back(A &&... args) {
         return m_v.emplace_back(std::forward<A>(args)...);
     }
-    void reserve(std::size_t n) { m_v.reserve(n); }
+    void reserve(size_type n) { m_v.reserve(n); }
+    void shrink_to_fit() { m_v.shrink_to_fit(); }
 
-    // Changes whenever an element that is there may have changed.
+    // True while an element that was there when the table's Stand was iStand can not have changed.
+    [[nodiscard]] bool IstUnberuehrt(std::uint64_t iStand) const {
+        return !m_bVergeben && m_iStand == iStand;
+    }
     [[nodiscard]] std::uint64_t Stand() const { return m_iStand; }
 
 private:
-    std::vector<T> m_v;
+    CVektor & Aendernd() {
+        ++m_iStand;
+        return m_v;
+    }
+    // What was changed through a reference has not raised Stand, and the copy has no such reference.
+    [[nodiscard]] std::uint64_t StandDerKopie() const { return m_iStand + (m_bVergeben ? 1 : 0); }
+
+    CVektor m_v;
     std::uint64_t m_iStand = 0;
+    bool m_bVergeben = false; // as std::vector<T> &
 };
 
-// The first position of each key in such a vector. FSCHLUESSEL gives an element's key.
+// The keys of a table's elements as an index knows them.
+template <class T, class K> class CTabellenschluessel {
+public:
+    // False where the table no longer begins with the known elements. FSCHLUESSEL gives an element's key.
+    template <class F> [[nodiscard]] bool IstAnfang(const CIndexVektor<T> & v, F fSchluessel) {
+        if (v.IstUnberuehrt(m_iStand)) return true;
+        m_iStand = v.Stand();
+        return m_v.size() <= v.size() &&
+               std::equal(m_v.begin(), m_v.end(), v.begin(),
+                          [&](const K & k, const T & element) { return k == fSchluessel(element); });
+    }
+    void clear() { m_v.clear(); }
+    void push_back(K schluessel) { m_v.push_back(std::move(schluessel)); }
+    [[nodiscard]] std::size_t size() const { return m_v.size(); }
+
+private:
+    std::uint64_t m_iStand = 0;
+    std::vector<K> m_v;
+};
+
+// The first position of each key in such a table. FSCHLUESSEL gives an element's key, FFALTE a key as it is compared.
 template <class T, class K, class FHash = std::hash<K>> class CErstposition {
 public:
     // The position of the first element with this key, -1 for none.
-    template <class F> int Finde(const CIndexVektor<T> & v, const K & schluessel, F fSchluessel) {
-        if (m_iStand != v.Stand() || m_iBis > v.size()) {
+    template <class FSchluessel, class FFalte>
+    int Finde(const CIndexVektor<T> & v, const K & schluessel, FSchluessel fSchluessel, FFalte fFalte) {
+        if (!m_bekannt.IstAnfang(v, fSchluessel)) {
+            m_bekannt.clear();
             m_map.clear();
-            m_iBis = 0;
-            m_iStand = v.Stand();
         }
-        for (; m_iBis < v.size(); ++m_iBis)
-            m_map.try_emplace(fSchluessel(v[m_iBis]), static_cast<int>(m_iBis));
-        const auto it = m_map.find(schluessel);
+        for (std::size_t i = m_bekannt.size(); i < v.size(); ++i) {
+            m_map.try_emplace(fFalte(fSchluessel(v[i])), static_cast<int>(i));
+            m_bekannt.push_back(fSchluessel(v[i]));
+        }
+        const auto it = m_map.find(fFalte(schluessel));
         return it == m_map.end() ? -1 : it->second;
     }
 
 private:
-    std::uint64_t m_iStand = ~0ULL;
-    std::size_t m_iBis = 0; // elements before this position are in the map
+    CTabellenschluessel<T, K> m_bekannt;
     std::unordered_map<K, int, FHash> m_map;
 };
 
-// All positions of each text in such a vector, upper and lower case alike. FELD is the elements' text. A spelling that
-// has been asked for is not folded again, and a caller who has only read costs a comparison but no new index.
+// All positions of each text in such a table, upper and lower case alike. FELD is the elements' text. A spelling that
+// has been asked for is not folded again.
 template <class T, CString T::*FELD> class CTextpositionen {
 public:
     // The positions in ascending order, none for an unknown text; valid until the next call.
     [[nodiscard]] std::span<const int> Finde(const CIndexVektor<T> & v, const CString & sText) {
-        Aktualisiere(v);
+        if (!m_bekannt.IstAnfang(v, std::mem_fn(FELD))) {
+            m_bekannt.clear();
+            m_vGruppen.clear();
+            m_mapGruppe.clear();
+        }
+        while (m_bekannt.size() < v.size())
+            Fuege(v[m_bekannt.size()].*FELD);
         auto it = m_mapGruppe.find(sText);
         if (it == m_mapGruppe.end()) {
             const auto itKlein = m_mapGruppe.find(CString(sText).MakeLower());
@@ -130,32 +238,76 @@ public:
     }
 
 private:
-    void Aktualisiere(const CIndexVektor<T> & v) {
-        if (m_iStand != v.Stand()) {
-            if (!IstAnfang(v)) *this = CTextpositionen();
-            m_iStand = v.Stand();
-        }
-        while (m_vTexte.size() < v.size())
-            Fuege(v[m_vTexte.size()].*FELD);
-    }
-    // The texts in the index are those at the start of the vector.
-    [[nodiscard]] bool IstAnfang(const CIndexVektor<T> & v) const {
-        return m_vTexte.size() <= v.size() &&
-               std::equal(m_vTexte.begin(), m_vTexte.end(), v.begin(),
-                          [](const CString & s, const T & element) { return s == element.*FELD; });
-    }
     void Fuege(const CString & sText) {
         const auto [it, bNeu] = m_mapGruppe.try_emplace(CString(sText).MakeLower(), m_vGruppen.size());
         if (bNeu) m_vGruppen.emplace_back();
-        m_vGruppen[it->second].push_back(static_cast<int>(m_vTexte.size()));
-        m_vTexte.push_back(sText);
+        m_vGruppen[it->second].push_back(static_cast<int>(m_bekannt.size()));
+        m_bekannt.push_back(sText);
     }
 
-    std::uint64_t m_iStand = ~0ULL;
-    std::vector<CString> m_vTexte; // of the elements in the index, as they are spelled
+    CTabellenschluessel<T, CString> m_bekannt;
     std::vector<std::vector<int>> m_vGruppen;
     std::unordered_map<CString, std::size_t>
         m_mapGruppe; // by lower-case text and by every other spelling met
+};
+
+// The last position of each key in plain vectors, whoever owns them, of elements with an m_marke. What was looked for
+// just before is mostly looked for again, so the end of a vector is walked first, and a short one altogether. Of what
+// is done to a vector only the writing of an element's key field by field goes unnoticed, and only in a long one.
+template <class T, class K, class FHash = std::hash<K>> class CLetztposition {
+public:
+    CLetztposition() = default;
+    // A copy begins without indexes, which cost nothing but time.
+    CLetztposition(const CLetztposition &) noexcept {}
+    CLetztposition & operator=(const CLetztposition &) noexcept { return *this; }
+    ~CLetztposition() = default;
+
+    // The position of the last element for which FPASST is true, -1 for none: those are the elements whose
+    // FSCHLUESSEL is that of the call without an element.
+    template <class FPasst, class FSchluessel, class FGesucht>
+    int Finde(const std::vector<T> & v, FPasst fPasst, FSchluessel fSchluessel, FGesucht fGesucht) {
+        const std::size_t iWeit = v.size() <= KURZ ? 0 : v.size() - NAH;
+        for (std::size_t i = v.size(); i-- > iWeit;)
+            if (fPasst(v[i])) return static_cast<int>(i);
+        if (iWeit == 0) return -1;
+        SFach & fach = Fach(v);
+        for (; fach.iBis < v.size(); ++fach.iBis) {
+            fach.map[fSchluessel(v[fach.iBis])] = static_cast<int>(fach.iBis);
+            v[fach.iBis].m_marke.Setze();
+        }
+        const auto it = fach.map.find(fGesucht());
+        return it == fach.map.end() ? -1 : it->second;
+    }
+
+private:
+    static constexpr std::size_t KURZ = 32;
+    static constexpr std::size_t NAH = 16;
+
+    // The index of the elements in one piece of memory.
+    struct SFach {
+        const T * pAb = nullptr;
+        std::uint64_t iStand = 0; // of the marks
+        std::size_t iBis = 0;     // elements before this position are in the map
+        std::unordered_map<K, int, FHash> map;
+    };
+
+    // The index of the vector's elements, or an empty one in the place of one that is void or not used for long.
+    SFach & Fach(const std::vector<T> & v) {
+        const std::uint64_t iStand = CIndexMarke::Stand();
+        for (SFach & fach : m_aFaecher)
+            if (fach.pAb == v.data() && fach.iStand == iStand) return fach;
+        const auto itFrei = std::find_if(m_aFaecher.begin(), m_aFaecher.end(),
+                                         [&](const SFach & fach) { return fach.iStand != iStand; });
+        SFach & frei = itFrei != m_aFaecher.end() ? *itFrei : m_aFaecher[m_iAbzugeben++ % m_aFaecher.size()];
+        frei.map.clear();
+        frei.pAb = v.data();
+        frei.iStand = iStand;
+        frei.iBis = 0;
+        return frei;
+    }
+
+    std::array<SFach, 4> m_aFaecher; // a run asks three vectors of plans in turn
+    std::size_t m_iAbzugeben = 0;
 };
 
 } // namespace orvostat

@@ -8,12 +8,17 @@
 #include "orvostatbs/host/CString.h"
 
 #include <cstdint>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 // How orthodontic cases are wanted; passed through to the screens, never compared here.
 enum KZVKFO : std::int32_t { KZVKFO_OHNE = 0, KZVKFO_MIT = 1, KZVKFO_NUR = 2 };
 
 namespace orvostat {
+
+// How a setter takes a field: letters, flags and numbers by value.
+template <class T> using CSetzwert = std::conditional_t<std::is_trivially_copyable_v<T>, T, const T &>;
 
 struct SSelektion {
 #define FELD(TYP, NAME, SETTER, START) TYP NAME = START;
@@ -27,7 +32,7 @@ struct SSelektion {
 class CSelektion {
 public:
 #define FELD(TYP, NAME, SETTER, START)                                                                       \
-    void Set##SETTER(const TYP & wert) { m_Selekt.NAME = wert; }                                             \
+    void Set##SETTER(CSetzwert<TYP> wert) { m_Selekt.NAME = wert; }                                          \
     [[nodiscard]] TYP Get##NAME() const { return m_Selekt.NAME; }
 #define PAAR(SETTER, ERSTES, ZWEITES)                                                                        \
     void Set##SETTER(const CString & sErstes, const CString & sZweites) {                                    \
@@ -76,6 +81,12 @@ public:
     void SetGipsArt(const CString & s) { m_Selekt.GipsArt = s.Erstes(); }
     [[nodiscard]] CString GetStdKTraeger() const { return AlsText(m_Selekt.StdKTraeger); }
     [[nodiscard]] CString GetGipsArt() const { return AlsText(m_Selekt.GipsArt); }
+
+    // The range in which the care level ends.
+    void SetEndePflegegradVon(CString sDatum) { m_Selekt.EndePflegegradVon = std::move(sDatum); }
+    void SetEndePflegegradBis(CString sDatum) { m_Selekt.EndePflegegradBis = std::move(sDatum); }
+    [[nodiscard]] CString GetEndePflegegradVon() const { return m_Selekt.EndePflegegradVon; }
+    [[nodiscard]] CString GetEndePflegegradBis() const { return m_Selekt.EndePflegegradBis; }
 
     // Whether the physicians' fee rows are read; see CStatAccu::SetArzt.
     [[nodiscard]] bool GetArzt() const { return m_Selekt.Arzt; }

@@ -15,7 +15,7 @@
 // A `Find...` looks in the tables in memory, a `Get...` reads through to the record layer on a miss. A filter, named
 // `...Ok` or `...OK`, takes a value and answers one question; it is true when its section is switched off, reports
 // nothing and calls no other filter. Positions are -1 for none, pointers null. No operation throws; a row that cannot
-// be read counts as absent. An accumulator is used by one thread.
+// be read counts as absent. An accumulator is used by one thread, and there is one run in a process at a time (Faden.h).
 #pragma once
 
 #include "orvostatbs/accu/IndexVektor.h"
@@ -107,8 +107,8 @@ public:
 
     // ---- the life of a run (StatAccu.cpp)
 
-    // Starts a run: record sets, global data, empty tables. 0, or a code of GetGlobalData with the tables as they
-    // were. Twice without DataSumNachlauf leaves the first record sets unfreed. The flag has no effect.
+    // Starts a run: record sets, global data, empty tables; the changed points of services (CTGO) are read anew. 0, or
+    // a code of GetGlobalData with the tables as they were. Twice without DataSumNachlauf leaves the first record sets unfreed. The flag has no effect.
     int DataSumVorlauf(bool bNeu);
     // Ends a run, also one that did not start: frees the record sets.
     void DataSumNachlauf();
@@ -116,13 +116,14 @@ public:
     void GetMemForTables();
     void DeleteMemForTables();
     // Reads the regional factor, the point values and the select-pool tables that are still empty. 0, or 14 to 19 for
-    // the first table that has no entries. The flag has no effect.
+    // the first table that has no entries or could not be read, which is then empty. The flag has no effect.
     int GetGlobalData(bool bNeu);
     // Shows the message of a code: 1, 2, 10 to 19; nothing for any other.
     void DisplayGlobalDataError(int iCode);
 
-    // Enters a problem of the hit, once, as CBehErrors compares.
+    // Enters a problem of the hit into m_vBehErrors, once, as CBehErrors compares; m_BehError holds it in any case.
     void AddError(const CBehHitLine & hit, int iFehler);
+    // Position of the first equal one in m_vBehErrors.
     int FindError(const CBehErrors & fehler);
 
     // Billed and entered services as IsAbgerechnet and IsErfasst admit them; FAKT1 or FAKT2 means billed.
@@ -160,6 +161,7 @@ public:
     // The same from an open record set, sorted by number; the size of m_vMd. Without any site in the practice 0, and
     // m_vMd stays.
     int FillMdStruct(CTMandantAdr & rMd, bool bFilter, bool bNurEigenes);
+    // Position in m_vMd of exactly that number.
     int FindMd(const CString & sMdId);
 
     // Reads the treaters into m_vLeb and m_vLebAlle; true if m_vLeb has any. Deleted ones come along where the
@@ -182,7 +184,7 @@ public:
 
     // Appends all groups, also those that are there already; true if m_vPwGrp has any.
     bool GetAllPwGrp();
-    // Upper and lower case alike.
+    // Position in m_vPwGrp of the first group of that name, upper and lower case alike.
     int FindPwGrp(const CString & sGrp);
     // Appends all point values to m_mapPw, each group's newest first; true if there are any.
     bool GetAllPw();
@@ -205,8 +207,9 @@ public:
     bool GetGOKuerzelFromTable(const CString & sKuerzel, CChar cGoArt);
 
     // Appends the entries of a select pool, with bNeu to an emptied vector and with an entry "Unbekannt ..." of empty
-    // key behind them. False if vDaten has no entries then.
+    // key behind them. False if vDaten has no entries then, and if the pool could not be read: nothing is appended.
     bool GetSelectPoolData(const CString & sKey, std::vector<CSPData> & vDaten, bool bNeu);
+    // Position of the first entry with exactly that key.
     int FindSelectPoolData(const std::vector<CSPData> & vDaten, const CString & sKey);
     // Loads m_vLstErsatz from group iNr of the parameter pool; always true. The replacement is a row's short code from
     // its third character on, the service stands in the row's value behind the first blank; a value that begins with
@@ -221,20 +224,34 @@ public:
     CString GetStdFaktor(const CBehHitLine & hit);
     // Point value, and the points of the visit fee; error 5 for an insurer service without one. Always true.
     bool GetPunkte(CBehHitLine & hit);
+    // The date of the hit's plan, YYYYMMDD, and into PUNKTWERT the point value frozen with it; both empty for a plan
+    // that is missing, orthodontic or not yet fixed. For a periodontal plan under the guideline of July 2021
+    // bNeuerParPlan becomes true, the date is empty and PUNKTWERT stays. A plan is read on its first hit and then
+    // stands in m_vPwPlaene, also one that freezes nothing.
     CString GetPwFromPlanDatum(CBehHitLine & hit, bool & bNeuerParPlan);
+    // The hit may carry a mixed point value: an insurer service ("k", "g"), no material, of a denture or periodontal
+    // plan. Changes nothing.
     [[nodiscard]] bool IsMischPwFaehig(CBehHitLine & hit);
     // The amount. pAbschlag, if given, takes the regional deduction of a private service and stays for others.
     void GetBetrag(CBehHitLine & hit, CDBetrag * pAbschlag);
+    // Takes the regional deduction off BETRAG (m_iLQPunktwert ten-thousandths of it remain) and gives it in abschlag,
+    // unrounded. abschlag is empty and BETRAG stays for a factor of 10000, for ABRMERKMAL "<", for any GOART but "p" and
+    // "q", for material and for the GOSUBART "v", "w", "y" and "z".
     void AbzglAbschlagOst(CBehHitLine & hit, CDBetrag & abschlag);
     // The regional factor as stored, ten-thousandths; "10000" for none. Sets m_sKzvNr.
     CString GetLQPunktwert();
-    // Reduces the amount to the insurer's share: of plan iPlan of vPlaene, or iProzent for -1.
+    // Reduces BETRAG to the insurer's share: of plan iPlan of vPlaene (as FindPlan gives it), or iProzent percent for
+    // -1. It stays for any ABRART but "z" and "k", for a denture service without plan number or position, for an
+    // orthodontic one that is no material, and for a position outside of the vector.
     void NurDenKassenanteil(std::vector<CPlan> & vPlaene, CBehHitLine & hit, int iPlan, int iProzent);
     // Replaces the service by its substitute; true if there is one, also when it has no fee row.
     bool GetLstErsatz(CBehHitLine & hit);
+    // The first substitute that m_vLstErsatz has for the short code, upper and lower case alike; empty for none.
     CString FindInLstErsatz(const CString & sKuerzel);
     // The finding of an examination; false where the service asks for none or there is none.
     bool GetBefund(CBehHitLine & hit);
+    // What a service group is called in the select pools, for cArt "T" in that of the technicians first; empty for an
+    // unknown one.
     [[nodiscard]] CString GetLstGrpName(CChar cArt, CChar cGrp);
 
     // ---- patients (Patientenfilter.cpp)
@@ -254,7 +271,8 @@ public:
     //   patients without a value: PATANREDE, PATSTRASSE, PATPLZ and PATORT (both empty), LASTBEHDATUM (both bounds)
     //   patients with any value: UEBERWARZT, HAUSARZT
     //   everybody: age (both bounds), MFRDIG
-    // Texts are compared in upper case, doctors exactly. An empty value fails where the selection is not empty.
+    // Texts are compared in upper case, doctors exactly. An empty value fails where the selection is not empty; a last
+    // treatment date, which is in a range, where the range has a start.
     [[nodiscard]] bool PatSelektOk(const CString & sSelektion);
     [[nodiscard]] bool PatAnamneseOk(const CString & sAnamnese);
     [[nodiscard]] bool PatAnredeOk(const CString & sAnrede);
@@ -335,17 +353,20 @@ public:
     // kind. A missing plan number or row is entered as an error of the work hit, once.
     bool OnlyForZEorKFOorPAROk(CTPlan * pPlan, std::vector<CPlan> & vPlaene, CBehHitLine & hit, bool bOhne22a,
                                bool bParMarken, bool bParBeva, CTBeh * pBeh, int & iPos);
-    // The row's state: a denture plan that is billed, one with additional costs, a private one; an orthodontic plan
+    // The state of the row in pPlan (not null): a denture plan that is billed, one with additional costs, a private one; an orthodontic plan
     // that is billed, any orthodontic plan.
     [[nodiscard]] bool IsZEPlanOK(CTPlan * pPlan);
     [[nodiscard]] bool IsMehrkostenPlanOK(CTPlan * pPlan);
     [[nodiscard]] bool IsZEPrivatPlanOK(CTPlan * pPlan);
     [[nodiscard]] bool IsKFOPlanOK(CTPlan * pPlan);
     [[nodiscard]] bool IsKFOPlan(CTPlan * pPlan);
-    // Position of the hit's plan, the last one if there are several.
+    // Position of the hit's plan, the last one if there are several. Numbers compare without trailing blanks, here and
+    // for bills. The vector may be changed, moved and replaced between the calls in any way but one: an entry that is
+    // there keeps its two numbers.
     [[nodiscard]] int FindPlan(const std::vector<CPlan> & vPlaene, const CBehHitLine & hit);
-    // Pointers into the patient's bills, valid until one is added. GetBill reads a bill that is not in memory; a
-    // number that is empty or one blank is no bill.
+    // Pointers into the patient's bills, valid until one is added; null for none. FindBill enters an empty list for a
+    // patient not met so far. GetBill reads a bill that is not in memory; a number of blanks only is nobody's and no
+    // bill. A bill that is there keeps its number.
     CBill * FindBill(const CString & sPatNr, const CString & sPatBill);
     CBill * GetBill(const CString & sPatNr, const CString & sPatBill);
     // The owner is the selected one or, where none is selected, one of m_vMd.
@@ -371,18 +392,21 @@ public:
 
     // ---- tables
 
+    // Those with an index are vectors in all they do. Their one restriction: a reference to an element that is held
+    // across a search must not change the element's key, which is named beside each; see IndexVektor.h.
     std::vector<CMdStruct> m_vMd;
     std::vector<CLebStruct> m_vLeb;
     std::vector<CLebStruct> m_vLebAlle;
-    orvostat::CIndexVektor<CGOStruct> m_vGO;
+    orvostat::CIndexVektor<CGOStruct>
+        m_vGO; // key: m_sLst, m_sKuerzel, m_cGoArt; searched by FindGO, FindGOKuerzel
     std::vector<CPat> m_vPat;
-    orvostat::CIndexVektor<CKas> m_vKas;
+    orvostat::CIndexVektor<CKas> m_vKas; // key: KASKUERZEL; searched by FindKas and what calls it
     std::vector<CPwGrp> m_vPwGrp;
     std::vector<std::array<CString, 30>> m_vAuxLines;
     std::vector<CBehHitLine> m_vBehHits;
     std::vector<CGlabHitLine> m_vGlabHits;
     std::vector<CGlabFaktHitLine> m_vGlabFaktHits;
-    orvostat::CIndexVektor<CBehErrors> m_vBehErrors;
+    orvostat::CIndexVektor<CBehErrors> m_vBehErrors; // key: what == compares; searched by FindError, AddError
     std::vector<CGipsHitLine> m_vGipsHits;
     std::vector<CRechHitLine> m_vRechHits;
     std::vector<CVerordnungHitLine> m_vVerordnungHits;
@@ -396,8 +420,10 @@ public:
 
     std::unordered_map<CString, int, orvostat::SPatientenHash> m_mapPat; // position in m_vPat
     std::unordered_map<CString, std::vector<CVDesc>> m_mapVDesc;         // by patient
-    std::unordered_map<CString, std::vector<CBill>> m_mapBill;           // by patient
-    std::unordered_map<CString, std::vector<CPw>> m_mapPw;               // by lower-case group, newest first
+    // By patient, trailing blanks of his number apart.
+    std::unordered_map<CString, std::vector<CBill>, orvostat::SSchluesselHash, orvostat::SSchluesselGleich>
+        m_mapBill;
+    std::unordered_map<CString, std::vector<CPw>> m_mapPw; // by lower-case group, newest first
 
     // ---- work records, filled hit by hit
 
@@ -417,17 +443,23 @@ private:
         }
     };
 
+    using CTexte = std::pair<CString, CString>;
+    struct STexteHash {
+        std::size_t operator()(const CTexte & s) const { return s.first.Hash() * 31 + s.second.Hash(); }
+    };
+
     struct SFehlerHash {
         std::size_t operator()(const CBehErrors & fehler) const;
     };
 
-    bool LiesGO(int iKey, CString CTGO_Fields::*pFeld, const CString & sWert, CChar cGoArt);
+    bool LiesGO(int iKey, const CString & sWert, CChar cGoArt);
     bool RecallOk(const CString & sPatNr, const CString & sArten, const CString & sIntervalle);
     bool NimmKasse();
     void NimmKassenzeilen(const CString & sKuerzel);
     bool KarteFehlt(CTBeh * pBeh, const CString & sPatNr, const std::vector<CVDesc> & vVDesc);
     bool IstPlanstandOk(CTPlan * pPlan, char cAbrArt, bool bOhne22a);
     void PunkteOrdination(CBehHitLine & hit);
+    void FragePwGruppe(const CString & sGrp);
     bool PunktwertAusTafel(CBehHitLine & hit, const CString & sPlanDatum);
     void PunkteAusMischwert(CBehHitLine & hit);
     void WaehlePunkte(CBehHitLine & hit);
@@ -435,8 +467,12 @@ private:
     void BetragPrivat(CBehHitLine & hit, CDBetrag * pAbschlag);
     void BetragPunkte(CBehHitLine & hit);
 
+    CString m_sPwGruppe; // that FragePwGruppe has seen last, when m_mapPw had m_iPwGruppen groups
+    std::size_t m_iPwGruppen = 0;
     orvostat::CErstposition<CGOStruct, SGoSchluessel, SGoHash> m_indexGoLst;
     orvostat::CErstposition<CGOStruct, SGoSchluessel, SGoHash> m_indexGoKuerzel;
     orvostat::CErstposition<CBehErrors, CBehErrors, SFehlerHash> m_indexFehler;
     orvostat::CTextpositionen<CKas, &CKas::KASKUERZEL> m_indexKas;
+    orvostat::CLetztposition<CPlan, CTexte, STexteHash> m_indexPlan;
+    orvostat::CLetztposition<CBill, CString> m_indexBill;
 };

@@ -102,5 +102,6 @@ inline constexpr bool CHoliday::*FEIERTAGSSCHALTER[] = {
 // the store failed; the date stays then. A date that is none, or has no next working day, stays too.
 bool NaechsterArbeitstag(int iWochentage, CString & sDatum);
 
-// Sends the holiday row and all vacations of the current practice owner (dbMdId) to the screen layer.
+// Sends the holiday row and all vacations of the current practice owner (dbMdId) to the screen layer; without those
+// that could not be read, which dbDatabase.Fehlschlaege() counts.
 void SetWPFHolidays();

@@ -4,7 +4,20 @@
 // converts what it adds: 1 euro is 1.95583 of the old currency (Council Regulation (EC) No 2866/98). An amount can
 // also be empty, which is not the same as zero: an empty field of a record says nothing, a zero says that the service
 // costs nothing. A point value is the price of one point of an insurer's fee schedule; with the points of a service it
-// gives an amount that is kept as the product gives it, and only an explicit Round or RoundDown brings it to cents.
+// gives an amount that is kept with all its decimals, and only an explicit Round or RoundDown brings it to cents.
+//
+// A value is a whole number of hundred-millionths, which is what a stored text holds: it does not change on its way
+// through a file, and a sum is exact in whatever order it is formed. Values reach to 92 billion euro; what goes beyond
+// stays the largest there is, in sums as well.
+//
+// A product or quotient is formed exactly and then cut to a hundred-millionth: towards zero, but one unit up where a
+// digit 0 or 5 would become the last and something behind it is dropped. So a later Round or RoundDown, also of a
+// difference, gives what the exact value would give, and what is not zero does not become zero.
+//
+// A double stands for the decimal that it means: the one of at most eight decimals whose double it is, else the one
+// with the fewest decimals that lies beside it by no more than the errors of a few multiplications. 2.3 is 23/10, and
+// 3 * 0.0001 is 3/10000. Infinity is beyond every value: times it is the largest, through it zero, and zero times it is
+// zero; a double below 1e-22 is the other way round. NaN makes an amount empty.
 //
 // Currency letters: 'e' euro, ' ' the old currency, 0 none. Any other letter stays with its amount, but has no rate.
 //
@@ -15,13 +28,15 @@
 //     " -5"         -0.05 old currency       "12345"        123.45 without currency
 //     ""            empty                    "e13233"       as a point value 1.3233 euro
 //
-// Blanks may stand between letter and number, as fixed columns have them. Reading ends at the first character that
-// does not belong to the number; a letter without number is zero, nothing but blanks is empty. An absurdly long number
-// reads as the largest one there is.
+// Blanks may stand between letter, sign and number, as fixed columns have them, and in front of a letter; in front of
+// anything else the first of them is the letter of the old currency. Reading ends at the first character that does not
+// belong to the number; a letter without number is zero, nothing but blanks is empty. More than eight decimals are cut
+// as in a product.
 #pragma once
 
 #include "orvostatbs/host/CString.h"
 
+#include <cstdint>
 #include <type_traits>
 
 // What all amounts share. A plain value of 16 bytes; a fresh one is empty.
@@ -34,21 +49,24 @@ public:
     [[nodiscard]] bool IsEmpty() const { return !m_bGesetzt; }
     // Value zero; the currency stays.
     void Zero();
-    // Nothing of the value would be stored, as in a difference that leaves only what doubles cannot hold. Empty
-    // amounts are zero as well, and never positive.
-    [[nodiscard]] bool IsZero() const;
-    [[nodiscard]] bool IsPos() const;
+    // Empty amounts are zero as well, and never positive.
+    [[nodiscard]] bool IsZero() const { return m_iWert == 0; }
+    [[nodiscard]] bool IsPos() const { return m_iWert > 0; }
 
     [[nodiscard]] char GetWaehrung() const { return m_cWaehrung; }
+    // The value in hundred-millionths.
+    [[nodiscard]] std::int64_t GetEinheiten() const { return m_iWert; }
 
-    // Converts in place, without rounding. Where one of the two letters has no rate only the letter changes; an empty
-    // amount stays as it is.
+    // Converts in place, without rounding to cents. Where one of the two letters has no rate only the letter changes;
+    // an empty amount stays as it is.
     CWBetragBasis & ToW(char cW);
 
-    // To the nearest cent in place, halves away from zero. It is the decimal value that counts: a product that is a
-    // half or a whole cent in decimal arithmetic is taken as such, although its double lies a few units of the last
-    // place beside it (10.05 x 2.3 is 23.115 and becomes 23.12).
+    // To the nearest cent in place, halves away from zero: 10.05 x 2.3 is 23.115 and becomes 23.12.
     CWBetragBasis & Round();
+
+    // Times iZaehler / iNenner in place, cut once, as the rules of billing have it: a factor in ten-thousandths is
+    // MalBruch(iFaktor, 10000). With a denominator of 0, and where it is empty, the amount stays as it is.
+    CWBetragBasis & MalBruch(std::int64_t iZaehler, std::int64_t iNenner);
 
     // Stored text, empty for an empty amount. iWidth is the width of the whole text, 0 for as long as it is: blanks
     // fill it behind the letter, and where there is none behind the number. Without bSigned the sign is dropped. The
@@ -64,16 +82,21 @@ public:
     [[nodiscard]] friend bool operator==(const CWBetragBasis &, const CWBetragBasis &) = default;
 
 protected:
-    CWBetragBasis(double dWert, char cWaehrung) : m_dWert(dWert), m_cWaehrung(cWaehrung), m_bGesetzt(true) {}
+    static constexpr std::int64_t EINHEITEN_JE_EURO = 100'000'000;
 
-    // Adds dFaktor times the other amount in this one's currency. A side without currency takes the other's, an
+    constexpr CWBetragBasis(std::int64_t iEinheiten, char cWaehrung, bool bGesetzt)
+        : m_iWert(iEinheiten), m_cWaehrung(cWaehrung), m_bGesetzt(bGesetzt) {}
+    CWBetragBasis(double dWert, char cWaehrung);
+
+    // Adds the other amount in this one's currency, or takes it off. A side without currency takes the other's, an
     // empty side changes nothing.
-    void Addiere(const CWBetragBasis & betrag, double dFaktor);
+    void Addiere(const CWBetragBasis & betrag, bool bAbziehen);
+    void AddiereUmgerechnet(CWBetragBasis betrag, bool bAbziehen);
     void Multipliziere(double dFaktor);
 
     friend double operator/(const CWBetragBasis & a, const CWBetragBasis & b);
 
-    double m_dWert = 0; // euro or marks, not cents; 0 when empty
+    std::int64_t m_iWert = 0; // hundred-millionths of euro or marks, from -(2^63 - 1) on; 0 when empty
     char m_cWaehrung = 0;
     bool m_bGesetzt = false;
 };
@@ -90,9 +113,14 @@ public:
     CDBetrag() = default;
     explicit CDBetrag(const CString & sStored);
     CDBetrag(const CWBetragBasis & betrag) : CWBetragBasis(betrag) {} // NOLINT(google-explicit-constructor)
+    // dWert euro or marks; empty for NaN.
     CDBetrag(double dWert, char cWaehrung) : CWBetragBasis(dWert, cWaehrung) {}
+    // So many hundred-millionths.
+    [[nodiscard]] static constexpr CDBetrag AusEinheiten(std::int64_t iEinheiten, char cWaehrung) {
+        return {iEinheiten == INT64_MIN ? -INT64_MAX : iEinheiten, cWaehrung, true};
+    }
 
-    // Cuts to whole cents towards zero, in place; of the decimal value, as in Round.
+    // Cuts to whole cents towards zero, in place.
     CDBetrag & RoundDown();
 
     CDBetrag & operator+=(const CWBetragBasis & betrag);
@@ -102,6 +130,9 @@ public:
     [[nodiscard]] CDBetrag operator*(double dFaktor) const;
     // Through 0 the amount stays as it is.
     CDBetrag & operator/=(double dTeiler);
+
+private:
+    using CWBetragBasis::CWBetragBasis;
 };
 
 [[nodiscard]] CDBetrag operator*(double dFaktor, const CDBetrag & betrag);

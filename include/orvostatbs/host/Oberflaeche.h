@@ -88,6 +88,11 @@ public:
 };
 
 [[nodiscard]] COberflaeche & Oberflaeche();
+
+// Asks whether to stop, for a caller to whom OrvoUpdateProgressBox2 has returned false: "Möchten Sie wirklich den
+// Vorgang abbrechen?" under AbbruchTitel. True for yes.
+[[nodiscard]] bool FrageAbbruch();
+[[nodiscard]] const CString & AbbruchTitel();
 // Null is the terminal; returns the former one, null for the terminal.
 COberflaeche * SetzeOberflaeche(COberflaeche * pOberflaeche);
 using COberflaecheErsatz = CErsatz<COberflaeche, &SetzeOberflaeche>;

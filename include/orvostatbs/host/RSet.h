@@ -8,9 +8,15 @@
 //   for (int i = bill.GetByK1(MATCH_ALLE); i == 0; i = bill.Next()) ...
 //
 // Every reading operation returns 0 when the fields hold the row, 1 when there is no (further) row, another value
-// when the store failed. A failed Next leaves the fields as they are.
+// when the store failed. A failed Next leaves the fields as they are. A read that is refused, fails or has no store
+// leaves no open set: First and Next are 1 then.
+//
+// A patient's or an address's number (a key that begins with PATNR or ADRNR) that is empty or all blank is nobody's:
+// an exact read by it and a read that is given it are refused with 1, for no row. Only a read that asks for no number
+// meets rows that carry none.
 #pragma once
 
+#include "orvostatbs/host/Faden.h"
 #include "orvostatbs/host/Zeilenspeicher.h"
 
 #include <array>
@@ -20,12 +26,17 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 struct SSelectPool;
 
 // A handle on the practice's database. The two global ones share a store or have one each; who attaches a store
 // decides. Without a store every read finds no row and every write is refused.
+//
+// A look-up that the store could not answer reads like one that found nothing, and the statistics go on. So the handle
+// counts what has failed: who presents a result as whole, or writes back what he has read, compares Fehlschlaege
+// with what it was before he began to read.
 class CMxDatabase {
 public:
     explicit CMxDatabase(bool bNurLesen);
@@ -33,7 +44,8 @@ public:
     CMxDatabase(const CMxDatabase &) = delete;
     CMxDatabase & operator=(const CMxDatabase &) = delete;
 
-    // Attaches a store, or none. The former store's walks must have ended; its select-pool entries end here.
+    // Attaches a store, or none. The former store's walks must have ended; its select-pool entries end here, and
+    // Fehlschlaege begins anew.
     void Verbinde(std::shared_ptr<orvostat::CZeilenspeicher> pSpeicher);
     [[nodiscard]] const std::shared_ptr<orvostat::CZeilenspeicher> & Speicher() const { return m_pSpeicher; }
     // A read-only handle refuses every write, whatever its store could do.
@@ -45,20 +57,55 @@ public:
     // derived from rows and remembered is still good while it stays the same.
     [[nodiscard]] static std::uint64_t Stand() { return s_iStand; }
     static void Geaendert() { ++s_iStand; }
+    // How many operations of the attached store and of its walks have failed through this handle, reads and writes;
+    // the end of a set is no failure, nor is a refused write.
+    [[nodiscard]] std::uint64_t Fehlschlaege() const { return m_iFehlschlaege; }
+    // Counts the result of such an operation if it is a failure, and gives it back.
+    int Zaehle(int iErgebnis) {
+        if (iErgebnis != orvostat::ZEILE_OK && iErgebnis != orvostat::ZEILE_KEINE &&
+            iErgebnis != orvostat::ZEILE_VERWEIGERT)
+            ++m_iFehlschlaege;
+        return iErgebnis;
+    }
+    // The number of rows of a table; 0 without a store, -1 if it failed.
+    [[nodiscard]] std::int64_t Zeilenzahl(const orvostat::STabelle & tabelle);
 
-    // The entries of one select pool in their order, read once per store and owned by the handle; none if the store
-    // fails.
-    const std::vector<std::unique_ptr<SSelectPool>> & SelectPool(const CString & sKey);
+    // Reads the entries of one select pool in their order: 0, 1 if there are none (also for an empty key), another
+    // value and no entries if the store failed. The handle owns them until its store is detached, and gives the same
+    // object again for an entry that has not changed.
+    int SelectPool(const CString & sKey, std::vector<SSelectPool *> & vEintraege);
 
 private:
     bool m_bNurLesen;
+    std::uint64_t m_iFehlschlaege = 0;
     std::shared_ptr<orvostat::CZeilenspeicher> m_pSpeicher;
+    // By pool all entries ever given, those of the last reading first and in their order.
     std::map<CString, std::vector<std::unique_ptr<SSelectPool>>> m_mapSelectPool;
     static std::uint64_t s_iStand;
 };
 
 extern CMxDatabase dbDatabase;   // reads and writes
 extern CMxDatabase dbDatabaseRO; // reads only
+
+// A group of writes of a handle for the life of the object: unless Beende has taken them over, none of them stays.
+class CMxGruppe {
+public:
+    explicit CMxGruppe(CMxDatabase & db) : m_db(db), m_bOffen(db.Beginne() == orvostat::ZEILE_OK) {}
+    ~CMxGruppe() { Beende(false); }
+    CMxGruppe(const CMxGruppe &) = delete;
+    CMxGruppe & operator=(const CMxGruppe &) = delete;
+    // False where the store could not begin it, and after its end.
+    [[nodiscard]] bool Offen() const { return m_bOffen; }
+    // Ends the group, once. True if the writes were to stay and do, as far as the groups around this one let them.
+    bool Beende(bool bUebernehmen) {
+        return std::exchange(m_bOffen, false) && m_db.Beende(bUebernehmen) == orvostat::ZEILE_OK &&
+               bUebernehmen;
+    }
+
+private:
+    CMxDatabase & m_db;
+    bool m_bOffen;
+};
 
 // How a read by key takes the key fields.
 enum MatchMode : int {
@@ -86,7 +133,7 @@ public:
     virtual void ClearAll();
     // Deletes the current row and all behind it in the open set. 0 if all are gone.
     virtual int DeleteRows();
-    // Reads by the key fields set; GetByK1 to GetByK3 are short for it.
+    // Reads by the key fields set; GetByK1 to GetByK3 are short for it. 2 for a key that the table lacks.
     virtual int GetRecByKey(int iKey, MatchMode mode);
     // Adds the fields as a new row; writes them over the current row; deletes the current row and moves to the next
     // of the set. 3 on a read-only handle, and nothing changes. Without a current row rewriting and deleting are 1,
@@ -106,7 +153,7 @@ public:
     // As fresh: key 1 ascending, empty fields, no open set. InitI closes the set and keeps the fields.
     virtual void Init();
     virtual void InitI();
-    // The record layer speaks no SQL: always 2.
+    // The record layer speaks no SQL: always 2, a refused read.
     virtual int ExecSQL(const CString & sSQL);
     // Bounds the next read in mode MATCH_ALLE: its first unset key part lies from sVon to sBis, both included.
     virtual void AddKeysBW(const CString & sVon, const CString & sBis);
@@ -116,6 +163,10 @@ public:
     int GetByK1(MatchMode mode = MATCH_GENAU) { return GetRecByKey(1, mode); }
     int GetByK2(MatchMode mode = MATCH_GENAU) { return GetRecByKey(2, mode); }
     int GetByK3(MatchMode mode = MATCH_GENAU) { return GetRecByKey(3, mode); }
+    // Reads by key iKey, whose first parts are given and whose others are empty. The texts may be the object's own
+    // fields, which a caller that clears the key first would lose. An empty text stands for what the mode says, except
+    // for a patient's or an address's number, which is given even if it is empty.
+    int LiesMit(int iKey, MatchMode mode, std::initializer_list<CString> vTeile);
     // The first row of the set that the last read opened; the next row of it.
     int First();
     int Next();
@@ -134,6 +185,8 @@ protected:
     // The fields in the order of the columns; they belong to the derived object and live as long as it.
     [[nodiscard]] virtual orvostat::CFelder Felder() = 0;
     [[nodiscard]] orvostat::CWerte Werte() const;
+    // The direction of SetKey.
+    [[nodiscard]] bool Aufsteigend() const { return m_bAufsteigend; }
     // Called before the fields are used as key or written, and when they hold another row or are empty.
     virtual void VorZugriff() {}
     virtual void NachLesen() {}
@@ -151,6 +204,10 @@ private:
     using CZwischen = std::pair<CString, CString>;
 
     [[nodiscard]] bool NeueMenge(int iKey);
+    void SchliesseMenge();
+    int Lies(int iKey, MatchMode mode, bool bGegeben);
+    int LiesErste();
+    [[nodiscard]] bool FragtNachNiemand(MatchMode mode, bool bGegeben) const;
     void Begrenze(MatchMode mode, const CZwischen * pZwischen);
     int Schritt();
     int SchrittMitFilter();
@@ -197,6 +254,7 @@ public:
 
     // The caller owns the object until ReleaseRSet.
     static T * GetRSet(OPENTYPE eArt, bool bGanz) {
+        orvostat::BeginneNutzung();
         auto & vFrei = Freie();
         std::unique_ptr<T> p;
         if (vFrei.empty()) {
@@ -215,6 +273,7 @@ public:
         p->Init();
         --orvostat::EntlieheneRSets();
         Freie().emplace_back(static_cast<T *>(p));
+        orvostat::BeendeNutzung();
     }
 
 private:

@@ -93,6 +93,9 @@ public:
     // The same for numbers, without the way through texts.
     [[nodiscard]] static int GetGebPkt(char cGoArt, const CString & sLst, int iPunkte,
                                        const CString & sDatum);
+    // The changes are read when the first service asks for them, and again after a write through a handle of this
+    // process. What another workstation has changed since is seen after this call, with which a run begins.
+    static void VergissGebPkt();
     // The field of that name: norm per hundred cases, which is also the commission group.
     [[nodiscard]] CString m_F100AEV() const { return m_F100AEVWERT; }
 };

@@ -69,7 +69,8 @@ public:
     int GetByIntervall(const CString & sPat, const CString & sDatum, const CString & sKasse,
                        const CString & sArt, bool bAlle);
     // Reads the patient's period that is valid at the date: among several a statutory one before a private, one
-    // without special insurer type before one with, then the latest. iArt is accepted without effect.
+    // without special insurer type before one with, then the latest; among several of one key that row itself. A
+    // store that failed on the way is a failure, whatever was found before. iArt is accepted without effect.
     int FindMatching(const CString & sPat, const CString & sDatum, int iArt);
 
 private:

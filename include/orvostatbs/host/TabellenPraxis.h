@@ -25,7 +25,7 @@ ORVO_TABELLE(CTKzv, "KZV", Genau, "KZVNR")
 class CTKzv : public CTabelle<CTKzv_Fields> {
 public:
     using CTabelle::CTabelle;
-    // The region of an association: its region column, or the number itself where there is no row.
+    // The region of an association: its region column, or its number where there is no row or no region in it.
     static CString RLP(const CString & sNr);
 };
 
@@ -62,6 +62,8 @@ enum FULLNAMECONST : int { FULLNAME_ANREDE = 0, FULLNAME_NAME = 1 };
 class CTAdr : public CTabelle<CTAdr_Fields> {
 public:
     using CTabelle::CTabelle;
+    // Opens the address rows of a number.
+    int GetByAdrNr(const CString & sAdrNr) { return LiesMit(1, MATCH_ALLE, {sAdrNr}); }
     // Title, first name, addition and surname, one blank between what is there; with FULLNAME_ANREDE the form of
     // address before them.
     [[nodiscard]] CString MakeFullName(FULLNAMECONST eForm) const;
@@ -190,8 +192,10 @@ struct SSelectPool {
     CString m_sKey;
     CString m_sText;
     CString m_sExtra;
+    friend bool operator==(const SSelectPool &, const SSelectPool &) = default;
 };
 
-// The entries of one pool in their order, read from dbDatabaseRO once; true if there are any. They belong to the
-// host and stay until its store is detached. An empty key names no pool.
+// The entries of one pool in their order, read from dbDatabaseRO each time; true if there are any. They belong to the
+// host and stay until its store is detached. An empty key names no pool. False is also the answer of a store that
+// failed; CMxDatabase::SelectPool tells it from a pool without entries.
 bool GetSPEntries(const CString & sKey, std::vector<SSelectPool *> & vEintraege);

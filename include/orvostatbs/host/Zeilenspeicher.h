@@ -96,7 +96,9 @@ public:
     virtual int Ersetze(CWerte vWerte) = 0;
 };
 
-// A store of rows. Used by one thread at a time. After a failure the store can be used on.
+// A store of rows. Used by one thread at a time. After a failure the store can be used on, also after std::bad_alloc:
+// then the call has written nothing, an open group goes on without it, and a walk that was stepping has ended with
+// ZEILE_FEHLER and may leave parts of a row in vFelder.
 class CZeilenspeicher {
 public:
     CZeilenspeicher() = default;

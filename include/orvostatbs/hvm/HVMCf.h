@@ -7,7 +7,8 @@
 // practice's federal state. CHVMCf reads and writes them as rows of the parameter pool, group 53; what the settings
 // mean to the pots is the screens' business. docs/hvm.md shows the rows.
 //
-// Rows of former versions load; a malformed value gives zero or false fields, never an error. One thread.
+// Rows of former versions load; a malformed value gives zero or false fields, never an error. A row that the store
+// could not give reads like one that is missing, but then nothing is written any more. One thread.
 #pragma once
 
 #include "orvostatbs/host/CString.h"
@@ -102,15 +103,26 @@ struct CHVMBgParam {
 // One year of one practice owner.
 struct CHVMUrParam {
     CString m_sMandant;
-    CString m_sJahr;                                                       // YYYY0101
+    CString m_sJahr;                                                       // YYYY0101; others are not written
     bool m_abArbeitstag[7] = {true, true, true, true, true, false, false}; // Monday first
-    std::vector<std::pair<CString, CString>> m_vUrlaub;                    // from and to, YYYYMMDD
+    // From and to, YYYYMMDD; an end that is no date is empty.
+    std::vector<std::pair<CString, CString>> m_vUrlaub;
 
     friend bool operator==(const CHVMUrParam &, const CHVMUrParam &) = default;
 };
 
 // Use: construct; ReadEi, ReadFt and ReadLs once, ReadBg and ReadUr for each owner; change fields; WriteParPool, and
-// WriteFt if the holidays changed. The readers of owners append, so call Init before reading anew.
+// WriteFt if the holidays changed. The readers of owners append, so call Init before reading anew. Where others may
+// change settings at the same time, reading and writing stand in one group, else the later one writes the other's
+// change over with what stood before it:
+//
+//   CMxGruppe gruppe(dbDatabase);
+//   if (!gruppe.Offen()) return false; // somebody else is writing, or the store fails
+//   CHVMCf cf;
+//   cf.ReadEi(), cf.ReadLs();
+//   cf.m_bKCHMitIP = true;
+//   cf.WriteParPool();
+//   return gruppe.Beende(cf.Gespeichert());
 //
 // An owner's id may be given in any width; keys hold its last two places, filled up with a blank at the left.
 //
@@ -141,8 +153,11 @@ public:
 
     CHVMCf();
 
-    // All switches to their start values; no holidays, pots, years and services. Rows are not touched.
+    // All switches to their start values; no holidays, pots, years and services; Vollstaendig. Rows are not touched.
     void Init();
+    // No read has failed since Init. Else fields hold start values in the place of the practice's settings, and
+    // WriteFt and WriteParPool leave all rows as they are.
+    [[nodiscard]] bool Vollstaendig() const { return m_bVollstaendig; }
 
     // The switches. False if one of the two rows is missing; its switches then have their start values.
     bool ReadEi();
@@ -150,7 +165,8 @@ public:
     bool ReadFt();
     // Appends the owner's 17 pots, those without rows with the values of a fresh one. Always true.
     bool ReadBg(const CString & sMandant);
-    // Appends the owner's years; vacations of a year that is there already are added to it. Always true.
+    // Appends the owner's years; vacations of a year that is there already are added to it. Passed over are rows
+    // whose year has not four digits, and vacations whose first day has not eight. Always true.
     bool ReadUr(const CString & sMandant);
     // The services, replacing m_vLeistungen; those of one character are passed over. Always true.
     bool ReadLs();
@@ -161,7 +177,8 @@ public:
     // vacations are stored, of a service the first seven characters. Rows of owners, groups and years that are not
     // in the fields stay.
     bool WriteParPool();
-    // The rows of the last WriteFt or WriteParPool stand in the store; false before the first.
+    // The rows of the last WriteFt or WriteParPool stand in the store, or will with the caller's group around them;
+    // false before the first, and where it was refused since not all had been read.
     [[nodiscard]] bool Gespeichert() const { return m_bGespeichert; }
 
     // Position of the owner's pot or year in the vectors, the first of several; -1 for none. A year may be given as
@@ -189,6 +206,7 @@ private:
     bool WriteBg();
     bool WriteBgGruppe(const CHVMBgParam & bg, char cGruppe, const std::map<CString, CString> & mSel);
     bool WriteUr();
+    bool WriteUrJahr(const CHVMUrParam & ur);
     bool WriteLs();
     bool DeleteParPool(const CString & sKuerzel);
     bool DeleteParPoolAll(const CString & sKuerzel);
@@ -199,6 +217,7 @@ private:
 
     void SetzeSchalter();
     void SetzeSchluessel(const CString & sKuerzel);
+    bool Gelesen(int iErgebnis);
     [[nodiscard]] bool LiesZeile(const CString & sKuerzel, MatchMode mode = MATCH_GENAU);
     void LiesSchalter(orvostat::EHvmZeile eZeile);
     [[nodiscard]] CString SchalterWert(orvostat::EHvmZeile eZeile) const;
@@ -207,6 +226,7 @@ private:
     CHVMUrParam & UrParam(const CString & sMandant, const CString & sJahr);
     void Gruppiert(bool (CHVMCf::*pSchreibe)());
 
+    bool m_bVollstaendig = true;
     bool m_bGespeichert = false;
 };
 

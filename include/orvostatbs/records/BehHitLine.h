@@ -236,7 +236,7 @@ public:
     void MoveRoeBuch(const CTRoeBefund * pRoe);
 
     // ---- Tests. The answers of the record layer are kept per patient and quarter of DATUM until ClearMaps, which a
-    // program calls when treatments may have changed.
+    // program calls when treatments may have changed; it forgets the last patient's name, too.
     static void ClearMaps();
     // Turns ABRART "k" into "m" where the patient has multiband treatment in the quarter.
     void TestMultiband();
@@ -271,4 +271,10 @@ private:
 
     static CQuartalsCache s_mapMultiband;
     static CQuartalsCache s_mapKfoAbschlaege;
+
+    // A patient's treatments stand behind each other, so the name built last is kept, and all his hits share one text.
+    struct SPatName {
+        CString sName, sVorname, sErgebnis;
+    };
+    static SPatName s_patname;
 };

@@ -8,6 +8,7 @@
 
 #include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/host/CString.h"
+#include "orvostatbs/records/Indexmarke.h"
 
 #include <cstdint>
 
@@ -17,7 +18,7 @@ class CTPlan;
 
 class CPlan {
 public:
-    // Every initial value is the value after Clear.
+    // Every initial value is the value after Clear. Of an entry that a search has seen the two numbers stay.
     CString PATNR;
     CString PLANNR;
     CString m_sPlanArt;
@@ -26,6 +27,7 @@ public:
     bool m_bPlanOk = true;          // services of the plan may be counted
     bool m_bMitLst5 = false;        // the plan has a service entered as "5"
     bool m_bMitAbschlag = false;    // the plan has a service whose fee row is marked for a deduction
+    orvostat::CIndexMarke m_marke;  // the search's own
     CString m_sPlanDatum;           // YYYYMMDD
     CDPw m_PlanPw;                  // frozen with the plan
     CDPw m_MischPw;
@@ -50,6 +52,6 @@ public:
     // A periodontal plan under the guideline of the G-BA on systematic treatment of periodontitis (PAR-Richtlinie)
     // in force since 1 July 2021, by its date.
     [[nodiscard]] bool IsNewPARPlan() const;
-    // The hit's plan: same patient, same plan number.
+    // The hit's plan: same patient, same plan number, trailing blanks of both apart.
     [[nodiscard]] bool operator==(const CBehHitLine & hit) const;
 };

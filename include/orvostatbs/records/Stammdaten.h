@@ -9,6 +9,7 @@
 
 #include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/host/CString.h"
+#include "orvostatbs/records/Indexmarke.h"
 
 #include <cstdint>
 
@@ -103,7 +104,7 @@ public:
     [[nodiscard]] bool HasSonderKsArt() const { return m_cSonderKsArt != 0 && m_cSonderKsArt != 'a'; }
 };
 
-// The bill that a treatment belongs to.
+// The bill that a treatment belongs to. Of one that a search has seen the number stays.
 class CBill {
 public:
     CString PATNR;
@@ -113,7 +114,8 @@ public:
         0; // billing kind: c, z denture, k orthodontics, b jaw fracture, p periodontics, i, e, r, s others
     bool KASSENABR = false;
     bool m_bAbrArtE = false;
-    CString m_sKennung1; // reference for insurer billing
+    orvostat::CIndexMarke m_marke; // the search's own
+    CString m_sKennung1;           // reference for insurer billing
     CString m_sFakt2;
     CString m_sFakt2Alt;
     CString m_sKKFakt;   // the insurer's invoice

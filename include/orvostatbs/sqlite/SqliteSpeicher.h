@@ -16,6 +16,9 @@
 
 #include "orvostatbs/host/Zeilenspeicher.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -32,6 +35,13 @@ enum class EModus {
     NeuUngesichert, // the same faster, for filling it in one go: a crash or a power cut may leave it useless
 };
 
+// What was read ahead and then asked for: ranges out of the rows at hand, rows of the second thread. Both could be 0
+// and nobody would notice but for the time it takes.
+struct SVorausgelesen {
+    std::uint64_t iBereiche = 0;
+    std::uint64_t iZeilen = 0;
+};
+
 // Walks hold a read lock on the file until they have reached their end or are closed. So two stores on one file, in
 // one program or in two, can both read at any time, and a write waits up to five seconds for the walks of the other
 // store to end before it fails; within one store walks and writes mix freely.
@@ -46,6 +56,9 @@ public:
     // none is left beside it; opening makes no file unless eModus says so.
     [[nodiscard]] static std::shared_ptr<CSqliteSpeicher> OeffneDatei(const std::string & sPfad,
                                                                       EModus eModus, CString & sMeldung);
+    // Whether a crash has left a change half done, so that the file cannot be opened for reading only; opening it for
+    // writing takes the change back.
+    [[nodiscard]] static bool Unterbrochen(const std::string & sPfad);
     ~CSqliteSpeicher() override;
 
     std::unique_ptr<CZeilenmenge> Oeffne(const STabelle & tabelle, const SBereich & bereich) override;
@@ -57,12 +70,19 @@ public:
 
     // Reads the whole file and tells what is damaged in it, a line each; none for a sound file. Takes its time.
     [[nodiscard]] std::vector<CString> Pruefe();
-    // SQLite's own words on the last failure of this store, empty if there was none.
+    // Gives the texts of a table that a CString cannot hold, which are read with "?" in them: the row as it is read,
+    // in the order of key 1, and the position of the column. False if the file failed.
+    [[nodiscard]] bool
+    SucheVerluste(const STabelle & tabelle,
+                  const std::function<void(CWerte vZeile, std::size_t iSpalte)> & fVerlust);
+    // SQLite's own words on the last failure of this store, empty if there was none; "file too large" where the file
+    // has reached the user's limit.
     [[nodiscard]] const std::string & LetzterFehler() const;
 
     // The statement behind a walk over a whole table in the order of key 1, as it is given to SQLite. For
     // measurements.
     [[nodiscard]] std::string WegSql(const STabelle & tabelle) const;
+    [[nodiscard]] SVorausgelesen Vorausgelesen() const;
 
 private:
     explicit CSqliteSpeicher(std::unique_ptr<CSqliteDatei> pDatei);

@@ -15,7 +15,7 @@ namespace orvostat {
 class CMemoryTabelle;
 struct SMemoryZeile;
 
-// The rows live as long as the object. Nothing here fails; every table exists and is empty at first.
+// The rows live as long as the object. Nothing here fails but for want of memory; every table exists and is empty at first.
 class CMemorySpeicher final : public CZeilenspeicher {
 public:
     CMemorySpeicher();
@@ -39,7 +39,8 @@ private:
     void Loesche(CMemoryTabelle & tabelle, SMemoryZeile & zeile);
     SMemoryZeile & Fuege(CMemoryTabelle & tabelle, CWerte vWerte);
     SMemoryZeile & Aendere(CMemoryTabelle & tabelle, SMemoryZeile & zeile, CWerte vWerte);
-    void NimmZurueck();
+    void Merke(SAenderung aenderung) noexcept;
+    void NimmZurueck() noexcept;
 
     std::unordered_map<const STabelle *, std::unique_ptr<CMemoryTabelle>> m_mapTabellen;
     std::vector<SAenderung> m_vAenderungen; // of the open group, oldest first

@@ -1,12 +1,10 @@
-#include "Feiertage.h"
+#include "orvostatbs/calendar/Feiertage.h"
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/hvm/HVMCf.h"
 
 #include <algorithm>
 #include <iterator>
-#include <ostream>
 
 namespace orvostat {
 
@@ -64,9 +62,6 @@ constexpr SName NAMEN[] = {
 constexpr const char * WOCHENTAGE[] = {"",         "Sonntag",    "Montag",  "Dienstag",
                                        "Mittwoch", "Donnerstag", "Freitag", "Samstag"};
 
-constexpr SAusgabespalte SPALTEN[] = {
-    {"datum", EZelle::Datum, 10}, {"wochentag", EZelle::Text, 10}, {"name", EZelle::Text, 60}};
-
 CString Jahrestext(int iJahr) { return RightFix(itoc(iJahr), 4, '0'); }
 
 CString NameDesTages(const CHoliday & kalender, const CString & sDatum) {
@@ -117,26 +112,6 @@ std::vector<SFeiertag> Feiertage(const CHoliday & kalender, int iVonJahr, int iB
     for (const CString & sDatum : vTage)
         vFeiertage.push_back({sDatum, Wochentagname(sDatum), NameDesTages(kalender, sDatum)});
     return vFeiertage;
-}
-
-void SchreibeFeiertage(std::ostream & aus, EFormat eFormat, const std::vector<SFeiertag> & vFeiertage) {
-    const auto pAusgabe = CAusgabe::Neu(eFormat, aus, SPALTEN);
-    for (const SFeiertag & tag : vFeiertage)
-        pAusgabe->Zeile({tag.sDatum, tag.sWochentag, tag.sName});
-    pAusgabe->Ende();
-}
-
-// A day without an end lasts that day.
-void SchreibeIcs(std::ostream & aus, const std::vector<SFeiertag> & vFeiertage) {
-    const std::string sStempel = GetMxDate().Utf8() + "T000000Z";
-    aus << "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//OrvoStatBs//Kalender//DE\r\nCALSCALE:GREGORIAN\r\n";
-    for (const SFeiertag & tag : vFeiertage) {
-        const std::string sDatum = tag.sDatum.Utf8();
-        aus << "BEGIN:VEVENT\r\nUID:feiertag-" << sDatum << "@orvostat\r\nDTSTAMP:" << sStempel
-            << "\r\nDTSTART;VALUE=DATE:" << sDatum << "\r\nSUMMARY:" << tag.sName.Utf8()
-            << "\r\nTRANSP:TRANSPARENT\r\nEND:VEVENT\r\n";
-    }
-    aus << "END:VCALENDAR\r\n";
 }
 
 } // namespace orvostat

@@ -1,6 +1,5 @@
 #include "Muster.h"
 
-#include "Konsole.h"
 #include "MusterBehandlungen.h"
 #include "MusterHvm.h"
 #include "MusterKassen.h"

@@ -1,7 +1,6 @@
 #include "MusterHvm.h"
 
-#include "Feiertage.h"
-
+#include "orvostatbs/calendar/Feiertage.h"
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/hvm/HVMCf.h"

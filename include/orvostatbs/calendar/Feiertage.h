@@ -1,11 +1,11 @@
-// Holidays as the program shows them: with names, by federal state, in the formats of calendar programs.
+// Holidays with their names, and by federal state.
+//
+// The engine's calendar knows switches: which holidays a practice keeps. Which of them a state has stands here, and what
+// a day is called.
 #pragma once
-
-#include "Ausgabe.h"
 
 #include "orvostatbs/calendar/Holiday.h"
 
-#include <iosfwd>
 #include <span>
 #include <string>
 #include <string_view>
@@ -40,10 +40,5 @@ struct SFeiertag {
 
 // "Montag" to "Sonntag"; empty for a text that is no day of the calendar.
 [[nodiscard]] CString Wochentagname(const CString & sDatum);
-
-// The columns datum, wochentag, name.
-void SchreibeFeiertage(std::ostream & aus, EFormat eFormat, const std::vector<SFeiertag> & vFeiertage);
-// As a calendar program reads them (RFC 5545, iCalendar): whole days that block no time.
-void SchreibeIcs(std::ostream & aus, const std::vector<SFeiertag> & vFeiertage);
 
 } // namespace orvostat

@@ -1,5 +1,7 @@
 #include "MusterPatienten.h"
 
+#include "MusterDaten.h"
+
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
@@ -10,39 +12,6 @@ namespace orvostat {
 
 namespace {
 
-constexpr const char * NACHNAMEN[] = {
-    "Müller",    "Schmidt",   "Schröder", "Bäcker",   "Köhler",     "Weiß",     "Günther",  "Jäger",
-    "Groß",      "Böhm",      "Süß",      "Schäfer",  "Krüger",     "Lößl",     "Maier",    "Mayer",
-    "Schneider", "Fischer",   "Weber",    "Wagner",   "Becker",     "Hoffmann", "Koch",     "Richter",
-    "Klein",     "Wolf",      "Neumann",  "Schwarz",  "Zimmermann", "Braun",    "Hartmann", "Lange",
-    "Schmitt",   "Werner",    "Krause",   "Lehmann",  "Kühn",       "Pöhlmann", "Ärmel",    "Öhler",
-    "Übelhör",   "Strauß",    "Nußbaum",  "Rößler",   "Würth",      "Çelik",    "Nuñez",    "Lefèvre",
-    "Žagar",     "Jørgensen", "O'Brien",  "d'Amato",  "Vogel",      "Brandt",   "Hübner",   "Kästner",
-    "Götz",      "Küster",    "Döring",   "Mühlbauer"};
-constexpr const char * FRAUEN[] = {"Änne",   "Käthe",  "Zoë",    "Jördis", "Gülay",     "Anna",   "Maria",
-                                   "Eva",    "Sabine", "Ursula", "Heike",  "Petra",     "Monika", "Lena",
-                                   "Sophie", "Mia",    "Emilia", "Ruth",   "Hannelore", "Renée"};
-constexpr const char * MAENNER[] = {"Jürgen",  "Günter", "Jörg",    "Björn",  "Sören", "Peter", "Hans",
-                                    "Michael", "Thomas", "Andreas", "Stefan", "Lukas", "Felix", "Paul",
-                                    "Jonas",   "Karl",   "Özgür",   "Anton",  "Emil",  "Götz"};
-constexpr const char * STRASSEN[] = {"Lindenstraße", "Bäckergasse",  "Am Mühlbach", "Schloßplatz",
-                                     "Hauptstraße",  "Gärtnerweg",   "Kirchgasse",  "Ringstraße",
-                                     "Südring",      "An der Brücke"};
-struct SOrt {
-    const char * pPlz;
-    const char * pName;
-    int iGewicht;
-};
-constexpr SOrt ORTE[] = {{"99998", "Münzbrück", 55},
-                         {"99994", "Oberdörfel", 18},
-                         {"99989", "Groß Süßow", 12},
-                         {"99976", "Kleinöhningen", 10},
-                         {"99961", "Bad Übelstein", 5}};
-constexpr const char * TITEL[] = {"Dr.", "Prof. Dr.", "Dipl.-Ing.", "Dr. med."};
-constexpr const char * AERZTE[] = {"Dr. Schöll", "Dr. Wüst", "Dr. Haßler", "Praxis am Süßbach",
-                                   "MVZ Mühlgau"};
-constexpr const char * RISIKEN[] = {"Marcumar", "Diabetes", "Penicillinallergie", "Herzpaß", "Endokarditis"};
-
 // Ages and their shares.
 struct SAlter {
     int iVon;
@@ -51,7 +20,21 @@ struct SAlter {
 };
 constexpr SAlter ALTER[] = {{2, 5, 4}, {6, 17, 14}, {18, 39, 28}, {40, 66, 37}, {67, 95, 17}};
 
-CString Eines(CZufall & zufall, std::span<const char * const> v) { return AusUtf8(zufall.Eines(v)); }
+// A place where patients live, with its share of them.
+struct SOrt {
+    CString sPlz;
+    CString sName;
+    int iGewicht;
+};
+const std::vector<SOrt> & Orte() {
+    static const auto s_vOrte = [] {
+        std::vector<SOrt> vOrte;
+        for (const CMusterDaten::CZeile & zeile : CMusterDaten("orte"))
+            vOrte.push_back({AusUtf8(zeile["plz"]), AusUtf8(zeile["name"]), zeile.Zahl("gewicht")});
+        return vOrte;
+    }();
+    return s_vOrte;
+}
 
 CString Geburtstag(int iAlter, const CMusterKalender & kalender, CZufall & zufall) {
     const int iJahr = Jahr(kalender.Tag(0)) - iAlter - 1;
@@ -75,21 +58,21 @@ void SetzeKontakte(CTAdr_Fields & adr, CZufall & zufall) {
 
 CTAdr_Fields ErzeugeAdresse(int iLfd, bool bFrau, CZufall & zufall) {
     CTAdr_Fields adr;
-    const SOrt & ort = zufall.Gewichtet(ORTE);
+    const SOrt & ort = zufall.Gewichtet(Orte());
     adr.m_ADRNR = Stellen(MUSTER_ERSTE_PATIENTENADRESSE + iLfd, 10);
     adr.m_ADRLFD = " 1";
     adr.m_ADRART = "p";
-    if (zufall.Prozent(4)) adr.m_PATTITEL = Eines(zufall, TITEL);
-    adr.m_PATVORNAME = bFrau ? Eines(zufall, FRAUEN) : Eines(zufall, MAENNER);
+    if (zufall.Prozent(4)) adr.m_PATTITEL = zufall.Eines(Namen("titel"));
+    adr.m_PATVORNAME = bFrau ? zufall.Eines(Namen("frau")) : zufall.Eines(Namen("mann"));
     if (zufall.Prozent(2)) adr.m_PATZUSATZ = zufall.Prozent(50) ? CString("von") : CString("van der"_t);
-    adr.m_PATNAME = Eines(zufall, NACHNAMEN);
-    if (zufall.Prozent(12)) adr.m_PATNAME += '-' + Eines(zufall, NACHNAMEN);
-    adr.m_PATSTRASSE = Eines(zufall, STRASSEN) + ' ' + itoc(zufall.Zwischen(1, 120));
-    adr.m_PATPLZ = CString(ort.pPlz);
-    adr.m_PATORT = AusUtf8(ort.pName);
+    adr.m_PATNAME = zufall.Eines(Namen("nachname"));
+    if (zufall.Prozent(12)) adr.m_PATNAME += '-' + zufall.Eines(Namen("nachname"));
+    adr.m_PATSTRASSE = zufall.Eines(Namen("strasse")) + ' ' + itoc(zufall.Zwischen(1, 120));
+    adr.m_PATPLZ = ort.sPlz;
+    adr.m_PATORT = ort.sName;
     adr.m_PATANREDE = bFrau ? CString("Frau") : CString("Herr");
     adr.m_GESCHLECHT = CString(zufall.Promille(4) ? 'd' : bFrau ? 'f' : 'm');
-    if (zufall.Prozent(3)) adr.m_FRUEHERENAMEN = Eines(zufall, NACHNAMEN);
+    if (zufall.Prozent(3)) adr.m_FRUEHERENAMEN = zufall.Eines(Namen("nachname"));
     SetzeKontakte(adr, zufall);
     return adr;
 }
@@ -98,9 +81,9 @@ void SetzeMerkmale(SMusterPatient & patient, const CMusterKalender & kalender, C
     CTPat_Fields & pat = patient.pat;
     pat.m_EINTRDATUM = TagePlus(kalender.Tag(0), -zufall.Zwischen(30, 4000));
     if (zufall.Prozent(10)) pat.m_SELEKTION = CString(static_cast<char>('A' + zufall.Unter(4)));
-    if (zufall.Prozent(8)) pat.m_UEBERWARZT = Eines(zufall, AERZTE);
-    if (zufall.Prozent(60)) pat.m_HAUSARZT = Eines(zufall, AERZTE);
-    if (zufall.Prozent(9)) pat.m_RISIKOANAMNESE = Eines(zufall, RISIKEN);
+    if (zufall.Prozent(8)) pat.m_UEBERWARZT = zufall.Eines(Namen("arzt"));
+    if (zufall.Prozent(60)) pat.m_HAUSARZT = zufall.Eines(Namen("arzt"));
+    if (zufall.Prozent(9)) pat.m_RISIKOANAMNESE = zufall.Eines(Namen("risiko"));
     if (zufall.Prozent(50)) pat.m_BENACHRICHTIGUNG = CString(zufall.Prozent(60) ? 'e' : 's');
     if (zufall.Prozent(1)) pat.m_PATPROZENT = "80";
     pat.m_INDEXMARKERS = itoc(zufall.Prozent(85) ? 0 : 1 << zufall.Unter(12));

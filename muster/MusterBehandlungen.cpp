@@ -16,28 +16,9 @@ struct STermin {
     int iTag; // working day
     const SVorlage * pVorlage;
     int iPlan = -1; // place in vPlaene, -1 without plan
-    bool bEingliederung = false;
 };
 
-constexpr const char * NOTIZEN[] = {
-    "Patient beschwerdefrei",
-    "Aufklärung über Alternativen, Bedenkzeit gewünscht",
-    "Zahn klopfempfindlich, Sensibilität positiv",
-    "Kältereiz verstärkt, Füllung überprüft",
-    "Mundhygiene verbesserungsbedürftig",
-    "Übergang geglättet und poliert",
-    "Termin kurzfristig abgesagt: Rückruf vereinbart",
-    "Heil- und Kostenplan mitgegeben",
-    "Anästhesie gut vertragen",
-    "Überweisung zum Kieferchirurgen besprochen",
-    "Prothese drückt links, Druckstelle entfernt",
-    "Röntgenbild besprochen: keine apikale Veränderung",
-};
-constexpr const char * BEGRUENDUNGEN[] = {"Erhöhter Zeitaufwand bei starkem Würgereiz",
-                                          "Überdurchschnittliche Schwierigkeit, Zahn gekippt",
-                                          "Erschwerter Zugang bei eingeschränkter Mundöffnung"};
 constexpr const char * ERFASSER[] = {"ZF1", "ZF2", "ZA1", "ZA3"};
-constexpr const char * DIAGNOSEN[] = {"K02.1", "K02.9", "K04.0", "K05.3", "K05.1", "K08.1", "K01.1", "K00.6"};
 constexpr const char * FLAECHEN[] = {"o", "mo", "mod", "modv"};
 constexpr int STUFEN_PROZENT[] = {45, 30, 18, 7}; // of the alternatives of a service, together 100
 
@@ -74,13 +55,13 @@ private:
     void PlaneZahnersatz(int iTag);
     void PlanePar(int iTag);
     void PlaneKfo();
-    int PlaneFolge(std::span<const SAbschnitt> vAbschnitte, int iTag, int iPlan = -1);
+    int PlaneFolge(std::string_view sListe, int iTag, int iPlan = -1);
     int NeuerPlan(const char * pArt, const char * pProzent, int iTag);
     [[nodiscard]] std::span<const SVorlage> Alltag() const;
     [[nodiscard]] bool JeJahr(int iPromille);
 
     // visits
-    void Besuche(const STermin & termin);
+    void Behandle(const STermin & termin);
     void Leistung(const STermin & termin, const SPosten & posten);
     void Notiz();
     void Fremdlabor(const STermin & termin);
@@ -127,9 +108,9 @@ private:
 
 std::span<const SVorlage> CBehandlung::Alltag() const {
     if (m_patient.pKasse->eTraeger == EKostentraeger::Sonstiger)
-        return VorlagenSonstige(m_patient.pKasse->cGoArt);
-    if (!m_patient.Gesetzlich()) return VORLAGEN_PRIVAT;
-    return m_patient.bPflege ? VORLAGEN_HEIM : m_patient.Kind() ? VORLAGEN_KIND : VORLAGEN_KASSE;
+        return Besuche({&m_patient.pKasse->cGoArt, 1}); // a payer with a schedule of its own
+    if (!m_patient.Gesetzlich()) return Besuche("privat");
+    return Besuche(m_patient.bPflege ? "heim" : m_patient.Kind() ? "kind" : "kasse");
 }
 
 // Whether something happens that happens to so many patients of a thousand in a year.
@@ -161,11 +142,11 @@ int CBehandlung::NeuerPlan(const char * pArt, const char * pProzent, int iTag) {
 }
 
 // Appends the visits that lie inside of the sample; the day of the last one.
-int CBehandlung::PlaneFolge(std::span<const SAbschnitt> vAbschnitte, int iTag, int iPlan) {
-    for (const SAbschnitt & abschnitt : vAbschnitte) {
-        iTag += m_zufall.Zwischen(abschnitt.iTageVon, abschnitt.iTageBis);
+int CBehandlung::PlaneFolge(std::string_view sListe, int iTag, int iPlan) {
+    for (const SVorlage & vorlage : Besuche(sListe)) {
+        iTag += m_zufall.Zwischen(vorlage.iTageVon, vorlage.iTageBis);
         if (iTag >= m_kalender.Anzahl()) break;
-        m_vTermine.push_back({iTag, &abschnitt.vorlage, iPlan, abschnitt.bEingliederung});
+        m_vTermine.push_back({iTag, &vorlage, iPlan});
     }
     return iTag;
 }
@@ -186,19 +167,19 @@ void CBehandlung::PlaneZahnersatz(int iTag) {
     } else if (m_zufall.Prozent(60)) {
         plan.m_PLANPW = 'e' + itoc(m_zufall.Zwischen(10900, 11300));
     }
-    PlaneFolge(bKasse ? FOLGE_ZE_KASSE : FOLGE_ZE_PRIVAT, iTag, iPlan);
+    PlaneFolge(bKasse ? "ze_kasse" : "ze_privat", iTag, iPlan);
 }
 
 void CBehandlung::PlanePar(int iTag) {
     const int iPlan = NeuerPlan(m_zufall.Prozent(85) ? "4" : "p", "100", iTag);
     if (m_zufall.Prozent(6)) m_akte.vPlaene.back().m_PAR22A = "1";
     if (!m_patient.Gesetzlich()) {
-        PlaneFolge(FOLGE_PAR_PRIVAT, iTag, iPlan);
+        PlaneFolge("par_privat", iTag, iPlan);
         return;
     }
-    int iEnde = PlaneFolge(FOLGE_PAR, iTag, iPlan);
-    if (m_zufall.Prozent(25)) iEnde = PlaneFolge(FOLGE_PAR_CHIRURGIE, iEnde, iPlan);
-    PlaneFolge(FOLGE_UPT, iEnde, iPlan);
+    int iEnde = PlaneFolge("par", iTag, iPlan);
+    if (m_zufall.Prozent(25)) iEnde = PlaneFolge("par_chirurgie", iEnde, iPlan);
+    PlaneFolge("upt", iEnde, iPlan);
 }
 
 void CBehandlung::PlaneKfo() {
@@ -208,12 +189,12 @@ void CBehandlung::PlaneKfo() {
                                            : -1;
     m_cKfoBill = m_zufall.Prozent(70) ? 'c' : 'p';
     if (!m_patient.Gesetzlich()) {
-        PlaneFolge(FOLGE_KFO_PRIVAT, iBeginn, iPlan);
+        PlaneFolge("kfo_privat", iBeginn, iPlan);
         return;
     }
-    int iTag = PlaneFolge(FOLGE_KFO, iBeginn, iPlan);
+    int iTag = PlaneFolge("kfo", iBeginn, iPlan);
     while ((iTag += m_zufall.Zwischen(25, 45)) < m_kalender.Anzahl())
-        m_vTermine.push_back({iTag, &KFO_KONTROLLE, iPlan});
+        m_vTermine.push_back({iTag, &Besuche("kfo_kontrolle").front(), iPlan});
 }
 
 void CBehandlung::PlaneFolgen() {
@@ -223,11 +204,11 @@ void CBehandlung::PlaneFolgen() {
         if (m_patient.iAlter > 8 && m_zufall.Prozent(22)) PlaneKfo();
         return;
     }
-    if (m_patient.Gesetzlich() && JeJahr(45)) PlaneFolge(FOLGE_ENDO, Beginn());
+    if (m_patient.Gesetzlich() && JeJahr(45)) PlaneFolge("endo", Beginn());
     if (m_patient.iAlter > 30 && JeJahr(90)) PlaneZahnersatz(Beginn());
     if (m_patient.iAlter > 30 && JeJahr(45)) PlanePar(Beginn());
-    if (m_patient.Gesetzlich() && JeJahr(12)) PlaneFolge(FOLGE_KBR, Beginn());
-    if (m_patient.iAlter > 40 && JeJahr(10)) PlaneFolge(FOLGE_IMPLANTAT, Beginn());
+    if (m_patient.Gesetzlich() && JeJahr(12)) PlaneFolge("kbr", Beginn());
+    if (m_patient.iAlter > 40 && JeJahr(10)) PlaneFolge("implantat", Beginn());
 }
 
 void CBehandlung::Plane() {
@@ -242,11 +223,11 @@ void CBehandlung::Plane() {
 
 void CBehandlung::Behandle() {
     for (const STermin & termin : m_vTermine)
-        Besuche(termin);
+        Behandle(termin);
     if (!m_sDatum.IsEmpty()) m_patient.pat.m_LASTBEHDATUM = m_sDatum;
 }
 
-void CBehandlung::Besuche(const STermin & termin) {
+void CBehandlung::Behandle(const STermin & termin) {
     const CString & sDatum = m_kalender.Tag(termin.iTag);
     m_cSitzung = sDatum == m_sDatum ? static_cast<char>(m_cSitzung + 1) : 'a';
     m_sDatum = sDatum;
@@ -272,7 +253,7 @@ void CBehandlung::Besuche(const STermin & termin) {
 
     for (const SPosten & posten : termin.pVorlage->vPosten)
         if (m_zufall.Prozent(posten.iProzent)) Leistung(termin, posten);
-    if (termin.bEingliederung && !m_bEigenlabor) Fremdlabor(termin);
+    if (termin.pVorlage->bEingliederung && !m_bEigenlabor) Fremdlabor(termin);
     if (m_zufall.Prozent(termin.pVorlage->iTextProzent)) Notiz();
 }
 
@@ -297,7 +278,7 @@ std::string_view Teil(std::string_view s, int i) {
 void CBehandlung::Leistung(const STermin & termin, const SPosten & posten) {
     if (posten.eWann == EWann::Mehrkosten && !m_bMehrkosten) return;
     if (posten.eWann == EWann::Labor && !m_bEigenlabor) return;
-    const SGebuehr & gebuehr = m_katalog.Finde(posten.cGoArt, Teil(posten.pLst, m_iStufe));
+    const SGebuehr & gebuehr = m_katalog.Finde(posten.cGoArt, Teil(posten.sLst, m_iStufe));
     CTBeh_Fields & beh = NeueZeile();
     beh.m_GOART = CString(posten.cGoArt);
     beh.m_ABRART = beh.m_GOART;
@@ -310,7 +291,7 @@ void CBehandlung::Leistung(const STermin & termin, const SPosten & posten) {
     SetzeBegleitung(beh);
     if (IstUntersuchung(gebuehr.zeile.m_DRUCKBILD)) Befunde(beh);
     if (IstRoentgen(posten.cGoArt, beh.m_LSTNR)) Roentgenbuch();
-    if (termin.bEingliederung && IstLaborArt(posten.cGoArt)) {
+    if (termin.pVorlage->bEingliederung && IstLaborArt(posten.cGoArt)) {
         SLaborarbeit & labor = Labor(termin);
         labor.vPosten.push_back(m_akte.vBeh.size() - 1);
         labor.iCent += Zahl(beh.m_BETRAG.Mid(1));
@@ -347,7 +328,7 @@ void CBehandlung::SetzeFaktor(CTBeh_Fields & beh, const SGebuehr & gebuehr) {
         if (iFaktor > 0) beh.m_FAKTOR = itoc(iFaktor);
         if (iFaktor > 23000 && m_zufall.Prozent(70)) {
             beh.m_TEXTART = "b";
-            beh.m_TEXT = AusUtf8(m_zufall.Eines(BEGRUENDUNGEN));
+            beh.m_TEXT = m_zufall.Eines(Namen("begruendung"));
         }
     } else if (IstPrivatArt(cGoArt)) {
         beh.m_FAKTOR = gebuehr.zeile.m_STDFAKTOR;
@@ -398,7 +379,7 @@ void CBehandlung::SetzeBesonderes(CTBeh_Fields & beh, const SPosten & posten, co
     if (IstPrivatArt(cGoArt)) {
         if (m_zufall.Promille(6)) beh.m_ABRMERKMAL = "<";
         if (m_zufall.Prozent(3)) {
-            beh.m_ICDCODE = CString(m_zufall.Eines(DIAGNOSEN));
+            beh.m_ICDCODE = m_zufall.Eines(Namen("diagnose"));
             beh.m_ICDNOTATIONSKZ = CString("stnv"[m_zufall.Unter(4)]);
         }
     } else if (m_zufall.Promille(2)) {
@@ -411,7 +392,7 @@ void CBehandlung::SetzeBegleitung(CTBeh_Fields & beh) {
     beh.m_UHRZEIT = RightFix(itoc(m_iMinute / 60 * 100 + m_iMinute % 60), 4, '0');
     beh.m_ABRJJME = m_sDatum.Left(6);
     if (beh.m_ICDCODE.IsEmpty() && m_zufall.Prozent(10)) {
-        beh.m_ICDCODE = CString(m_zufall.Eines(DIAGNOSEN));
+        beh.m_ICDCODE = m_zufall.Eines(Namen("diagnose"));
         beh.m_ICDNOTATIONSKZ = "g";
     }
     if (m_zufall.Promille(5)) beh.m_BEHINFO = "Notiz";
@@ -420,7 +401,7 @@ void CBehandlung::SetzeBegleitung(CTBeh_Fields & beh) {
 void CBehandlung::Notiz() {
     CTBeh_Fields & beh = NeueZeile();
     beh.m_TEXTART = CString(m_zufall.Prozent(85) ? 't' : 'c'); // "c" is for the practice alone
-    beh.m_TEXT = AusUtf8(m_zufall.Eines(NOTIZEN));
+    beh.m_TEXT = m_zufall.Eines(Namen("notiz"));
     beh.m_PATBILL = " ";
     SetzeBegleitung(beh);
 }

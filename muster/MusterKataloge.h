@@ -1,12 +1,12 @@
 // The fee schedules, point values and lists of choices of the sample practice.
 #pragma once
 
+#include "MusterDaten.h"
 #include "MusterSchreiber.h"
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/TabellenPraxis.h"
 
 #include <map>
-#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,15 +31,14 @@ public:
     void Schreibe(CMusterSchreiber & schreiber) const;
 
 private:
-    void Fuege(char cGoArt, const char * pLst, SGebuehr gebuehr);
+    void Fuege(char cGoArt, std::string_view sLst, SGebuehr gebuehr);
+    void FuegeFiktive(char cGoArt, const CMusterDaten::CZeile & bema);
 
     std::map<std::pair<char, std::string>, SGebuehr> m_map;
 };
 
 // Point values and their groups.
 void SchreibePunktwerte(CMusterSchreiber & schreiber);
-// The groups, in the order of SchreibePunktwerte.
-[[nodiscard]] std::span<const char * const> Punktwertgruppen();
 
 // The select pool's lists of choices.
 void SchreibeSelectPool(CMusterSchreiber & schreiber);

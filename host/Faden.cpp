@@ -1,0 +1,38 @@
+#include "orvostatbs/host/Faden.h"
+
+#ifndef NDEBUG
+
+#include <cstdio>
+#include <cstdlib>
+#include <mutex>
+#include <thread>
+
+namespace {
+
+std::mutex s_mutex;
+std::thread::id s_faden; // of the user, while there is one
+int s_iNutzungen = 0;
+
+} // namespace
+
+void orvostat::BeginneNutzung() {
+    const std::lock_guard sperre(s_mutex);
+    if (s_iNutzungen++ == 0) s_faden = std::this_thread::get_id();
+    if (s_faden == std::this_thread::get_id()) return;
+    std::fputs("OrvoStatBs: a second thread uses the engine while another one's run or record sets are open; "
+               "there is one run in a process at a time.\n",
+               stderr);
+    std::abort();
+}
+
+void orvostat::BeendeNutzung() {
+    const std::lock_guard sperre(s_mutex);
+    if (s_iNutzungen > 0) --s_iNutzungen;
+}
+
+#else
+
+void orvostat::BeginneNutzung() {}
+void orvostat::BeendeNutzung() {}
+
+#endif
