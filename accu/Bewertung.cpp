@@ -15,7 +15,7 @@
 #include <string_view>
 #include <utility>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -469,3 +469,5 @@ CString CStatAccu::GetLstGrpName(CChar cArt, CChar cGrp) {
     if (i >= 0) return m_vSpGoStat[static_cast<std::size_t>(i)].m_sText;
     return cGrp == '$' ? "Kons./Chir. KFO"_t : CString();
 }
+
+} // namespace orvostat

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -217,3 +217,5 @@ bool CStatAccu::PatRecallOk(const CString & sPatNr, const CString & sArten, cons
     const CString sLetzter = m_rHistRecall.LastRecallDatum(sPatNr, iArt, iWochen);
     return !sLetzter.IsEmpty() && sLetzter < m_Selekt.RecallLast;
 }
+
+} // namespace orvostat

@@ -4,7 +4,7 @@
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/Leistungsarten.h"
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -145,3 +145,5 @@ bool CStatAccu::IsFuerMandant(const CString & sMdId) {
 }
 
 bool CStatAccu::IsFuerMandant(const CBill & bill) { return IsFuerMandant(bill.PRAXISNR); }
+
+} // namespace orvostat

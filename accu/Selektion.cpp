@@ -2,7 +2,7 @@
 
 #include "orvostatbs/host/Textfunktionen.h"
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -47,3 +47,5 @@ CString CSelektion::AlsListe(const std::vector<CString> & vNummern) {
 
 bool CSelektion::PwLArtOk(CChar c) const { return m_Selekt.PwLArt.IsEmpty() || m_Selekt.PwLArt.Find(c) >= 0; }
 bool CSelektion::OnlyAbrechenbareOk(CChar c) const { return !m_Selekt.OnlyAbrechenbare || c == '1'; }
+
+} // namespace orvostat

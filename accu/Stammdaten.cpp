@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <string_view>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -238,3 +238,5 @@ bool CStatAccu::ReadParPoolData(int iNr) {
     }
     return true;
 }
+
+} // namespace orvostat

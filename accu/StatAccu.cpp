@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-using namespace orvostat;
+namespace orvostat {
 
 CStatAccu::CStatAccu(HWND hParent)
     : m_rGO(dbDatabaseRO), m_rGoCheck(dbDatabaseRO), m_rBill(dbDatabaseRO), m_rHistRecall(dbDatabaseRO),
@@ -378,3 +378,5 @@ CString CStatAccu::ReadArzt(const CString & sAdrNr) {
     const CAutoRSet<CTAdr> pAdr;
     return pAdr->GetByAdrNr(sAdrNr) == 0 ? pAdr->MakeFullName(FULLNAME_NAME) : CString();
 }
+
+} // namespace orvostat

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <span>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -191,3 +191,5 @@ bool CStatAccu::KarteFehlt(CTBeh * pBeh, const CString & sPatNr, const std::vect
         if (BrauchtKarte(Oder(pBeh->m_ABRART, pBeh->m_GOART).Erstes())) return true;
     return false;
 }
+
+} // namespace orvostat

@@ -6,6 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
+namespace orvostat {
+
 namespace {
 
 constexpr int ANZAHL = 1000; // amounts, of which a pass takes each once
@@ -62,3 +64,5 @@ BENCHMARK(BetraegeSchreiben);
 } // namespace
 
 BENCHMARK_MAIN();
+
+} // namespace orvostat

@@ -13,6 +13,8 @@
 
 #include <benchmark/benchmark.h>
 
+namespace orvostat {
+
 namespace {
 
 std::int64_t s_iAllokationen = 0;
@@ -105,7 +107,7 @@ public:
     CPraxis & operator=(const CPraxis &) = delete;
 
 private:
-    std::shared_ptr<orvostat::CMemorySpeicher> m_pSpeicher = std::make_shared<orvostat::CMemorySpeicher>();
+    std::shared_ptr<CMemorySpeicher> m_pSpeicher = std::make_shared<CMemorySpeicher>();
 
 public:
     CStatAccu m_accu;
@@ -248,3 +250,5 @@ BENCHMARK(HitsSortieren)->ArgName("sortierung")->Arg(1)->Arg(2)->Unit(benchmark:
 } // namespace
 
 BENCHMARK_MAIN();
+
+} // namespace orvostat

@@ -17,6 +17,8 @@
 #include <benchmark/benchmark.h>
 #include <unistd.h>
 
+namespace orvostat {
+
 namespace {
 
 // The rows that a hit is built from, as many of each as stay in a processor's nearer memory during a run.
@@ -135,7 +137,7 @@ void BaueHit(CBehHitLine & hit, SZeilen & z, std::size_t i) {
 
 // A practice whose schedule has changed iGeaenderte services, none, or as many as after a new fee agreement.
 void VerbindePraxis(int iGeaenderte) {
-    auto pSpeicher = std::make_shared<orvostat::CMemorySpeicher>();
+    auto pSpeicher = std::make_shared<CMemorySpeicher>();
     dbDatabase.Verbinde(pSpeicher);
     dbDatabaseRO.Verbinde(pSpeicher);
     for (int i = 0; i < iGeaenderte; ++i) {
@@ -240,3 +242,5 @@ BENCHMARK(TexteVergleichen)->ArgName("form")->DenseRange(0, 2);
 } // namespace
 
 BENCHMARK_MAIN();
+
+} // namespace orvostat

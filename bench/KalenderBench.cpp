@@ -7,11 +7,13 @@
 
 #include <vector>
 
+namespace orvostat {
+
 namespace {
 
 CHoliday Kalender(bool bAlleFeiertage) {
     CHoliday kalender;
-    for (const auto pSchalter : orvostat::FEIERTAGSSCHALTER)
+    for (const auto pSchalter : FEIERTAGSSCHALTER)
         kalender.*pSchalter = bAlleFeiertage;
     return kalender;
 }
@@ -69,3 +71,5 @@ BENCHMARK(GetAnzArbeitsTageOffeneGrenzen)->Unit(benchmark::kMillisecond);
 } // namespace
 
 BENCHMARK_MAIN();
+
+} // namespace orvostat

@@ -31,9 +31,9 @@
 #include <malloc.h>
 #include <unistd.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 // Shows nothing, so that only the run is measured.
 class CStumm : public COberflaeche {
@@ -185,3 +185,5 @@ BENCHMARK(BM_Lauf)->Arg(10000)->Arg(100000)->Arg(1000000)->Iterations(1)->Unit(b
 } // namespace
 
 BENCHMARK_MAIN();
+
+} // namespace orvostat

@@ -19,9 +19,9 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 int Zeilen() { return std::getenv("ORVOSTATBS_BENCH_SMALL") ? 2000 : 200000; }
 
@@ -230,3 +230,5 @@ BENCHMARK(BM_SchreibeSqlite)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 } // namespace
 
 BENCHMARK_MAIN();
+
+} // namespace orvostat

@@ -12,6 +12,8 @@
 #include <iterator>
 #include <utility>
 
+namespace orvostat {
+
 namespace {
 
 constexpr int MITTWOCH = 4;
@@ -54,7 +56,7 @@ constexpr SFeiertag FEIERTAGE[] = {
     {nullptr, ERegel::Fest, 1003},
 };
 
-static_assert(std::size(orvostat::FEIERTAGSSCHALTER) == orvostat::HVM_FEIERTAGE);
+static_assert(std::size(FEIERTAGSSCHALTER) == HVM_FEIERTAGE);
 
 // The weekdays of the mask's bits, 1 Sunday to 7 Saturday; 0 for a bit without a day.
 constexpr int MASKE[] = {2, 3, 4, 5, 6, 0, 7, 1};
@@ -64,7 +66,7 @@ CString Stellen(std::int64_t i, int iStellen) { return RightFix(itoc(i), iStelle
 CString Jahr(const CString & sDatum) { return sDatum.Left(4); }
 
 // The day of a text YYYYMMDD, none for any other.
-CMxDate Tag(const CString & sDatum) { return CMxDate(orvostat::GueltigesDatum(sDatum) ? sDatum : CString()); }
+CMxDate Tag(const CString & sDatum) { return CMxDate(GueltigesDatum(sDatum) ? sDatum : CString()); }
 
 CMxDate Ostern(const CString & sJahr) { return CMxDate(CHoliday::OsternImJahr(sJahr)); }
 
@@ -89,7 +91,7 @@ bool Gilt(const SFeiertag & feiertag, const CHoliday & kalender) {
 bool IstFeiertag(const CHoliday & kalender, const CString & sDatum, const CMxDate & tag) {
     const CString sJahr = Jahr(sDatum);
     const CMxDate ostern = Ostern(sJahr);
-    const int iMonatTag = orvostat::Zahl(sDatum.Mid(4));
+    const int iMonatTag = Zahl(sDatum.Mid(4));
     return std::ranges::any_of(FEIERTAGE, [&](const SFeiertag & feiertag) {
         if (!Gilt(feiertag, kalender)) return false;
         switch (feiertag.eRegel) {
@@ -107,8 +109,7 @@ bool IstFeiertag(const CHoliday & kalender, const CString & sDatum, const CMxDat
 struct SDatum {
     int iJahr, iMonat, iTag;
     explicit SDatum(const CString & s)
-        : iJahr(orvostat::Zahl(Jahr(s))), iMonat(orvostat::Zahl(s.Mid(4, 2))),
-          iTag(orvostat::Zahl(s.Mid(6, 2))) {}
+        : iJahr(Zahl(Jahr(s))), iMonat(Zahl(s.Mid(4, 2))), iTag(Zahl(s.Mid(6, 2))) {}
     [[nodiscard]] int Quartal() const { return (iMonat - 1) / 3 + 1; }
     [[nodiscard]] int LetzterTag() const { return LastDayI(iMonat, iJahr); }
     [[nodiscard]] bool ImMonat(int iM, int iJ) const { return iMonat == iM && iJahr == iJ; }
@@ -147,20 +148,20 @@ void CHoliday::Init() {
     m_vFerien.clear();
     for (int i = 0; i < 8; ++i)
         m_abWochentag[i] = i >= 2 && i <= 6;
-    for (const auto pSchalter : orvostat::FEIERTAGSSCHALTER)
+    for (const auto pSchalter : FEIERTAGSSCHALTER)
         this->*pSchalter = false;
 }
 
 bool CHoliday::ReadFeiertage() {
     const CAutoRSet<CTParPool> pPool;
-    pPool->m_GRUPPE = itoc(orvostat::HVM_GRUPPE);
-    pPool->m_KUERZEL = orvostat::HvmFeiertagKuerzel();
+    pPool->m_GRUPPE = itoc(HVM_GRUPPE);
+    pPool->m_KUERZEL = HvmFeiertagKuerzel();
     const int iErgebnis = pPool->GetByK1(MATCH_GENAU);
-    if (iErgebnis != orvostat::ZEILE_OK) return iErgebnis == orvostat::ZEILE_KEINE;
-    bool abFeiertag[orvostat::HVM_FEIERTAGE];
-    orvostat::LiesHvmFeiertage(pPool->m_WERT, abFeiertag);
+    if (iErgebnis != ZEILE_OK) return iErgebnis == ZEILE_KEINE;
+    bool abFeiertag[HVM_FEIERTAGE];
+    LiesHvmFeiertage(pPool->m_WERT, abFeiertag);
     for (std::size_t i = 0; i < std::size(abFeiertag); ++i)
-        this->*orvostat::FEIERTAGSSCHALTER[i] = abFeiertag[i];
+        this->*FEIERTAGSSCHALTER[i] = abFeiertag[i];
     return true;
 }
 
@@ -174,7 +175,7 @@ bool CHoliday::IstArbeitstag(const CString & sDatum) const {
 bool CHoliday::NaechsterArbeitstag(CString & sDatum) const {
     if (std::none_of(std::begin(m_abWochentag) + 1, std::end(m_abWochentag), [](bool b) { return b; }))
         return true;
-    if (!orvostat::GueltigesDatum(sDatum)) return true;
+    if (!GueltigesDatum(sDatum)) return true;
     CString sTag = sDatum;
     while (!sTag.IsEmpty() && !IstArbeitstag(sTag))
         sTag = CMxDate(sTag) + 1;
@@ -201,9 +202,9 @@ int CHoliday::GetAnzArbeitsTage(const CString & sVon, const CString & sBis) cons
 // ---- holidays of a period
 
 void CHoliday::GetAllHolidays(std::vector<CFerien> & vOut, const CString & sVon, const CString & sBis) const {
-    const int iBis = orvostat::Zahl(Jahr(sBis));
+    const int iBis = Zahl(Jahr(sBis));
     CString sJahr = Jahr(sVon);
-    for (int iJahr = orvostat::Zahl(sJahr); iJahr <= iBis; sJahr = Stellen(++iJahr, 4))
+    for (int iJahr = Zahl(sJahr); iJahr <= iBis; sJahr = Stellen(++iJahr, 4))
         for (const SFeiertag & feiertag : FEIERTAGE)
             if (Gilt(feiertag, *this)) AddIfIsInZeitraum(DatumImJahr(feiertag, sJahr), sVon, sBis, vOut);
 }
@@ -223,7 +224,7 @@ bool CHoliday::DayInHoliday(const std::vector<CFerien> & v, const CString & sDat
 // ---- feasts
 
 CString CHoliday::OsternImJahr(const CString & sJahr) {
-    const std::int64_t J = orvostat::Zahl(sJahr);
+    const std::int64_t J = Zahl(sJahr);
     const std::int64_t K = J / 100;                                  // the century
     const std::int64_t M = 15 + (3 * K + 3) / 4 - (8 * K + 13) / 25; // the moon's shift in it
     const std::int64_t S = 2 - (3 * K + 3) / 4;                      // the sun's shift in it
@@ -306,3 +307,5 @@ void SetWPFHolidays() {
         vPerioden.insert(vPerioden.end(), ur.m_vUrlaub.begin(), ur.m_vUrlaub.end());
     CWPFApplication::SetHolidays(einstellungen.m_sFeiertag, vPerioden);
 }
+
+} // namespace orvostat

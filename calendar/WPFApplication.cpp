@@ -12,9 +12,9 @@ CFeiertagsanzeige * SetzeFeiertagsanzeige(CFeiertagsanzeige * pAnzeige) {
     return std::exchange(s_pAnzeige, pAnzeige);
 }
 
-} // namespace orvostat
-
 void CWPFApplication::SetHolidays(const CString & sFeiertage,
                                   const std::vector<std::pair<CString, CString>> & vPerioden) {
-    if (orvostat::s_pAnzeige) orvostat::s_pAnzeige->SetHolidays(sFeiertage, vPerioden);
+    if (s_pAnzeige) s_pAnzeige->SetHolidays(sFeiertage, vPerioden);
 }
+
+} // namespace orvostat

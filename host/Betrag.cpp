@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+namespace orvostat {
+
 namespace {
 
 __extension__ typedef unsigned __int128 UInt128;
@@ -388,3 +390,5 @@ CVzW7Betrag::operator CString() const { return ToDb(0, true, false, 0, 0); }
 CVzW7Betrag CVzW7Betrag::operator+(const CWBetragBasis & betrag) const { return CDBetrag(*this) + betrag; }
 
 CVzW7Betrag CVzW7Betrag::operator-(const CWBetragBasis & betrag) const { return CDBetrag(*this) - betrag; }
+
+} // namespace orvostat

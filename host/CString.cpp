@@ -6,9 +6,9 @@
 #include <cstring>
 #include <new>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 constexpr bool IstLuft(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
@@ -43,8 +43,6 @@ constexpr SFaelle FAELLE = MakeFaelle();
 std::string Kopie(const CString & s) { return std::string(s.Sicht().Text()); }
 
 } // namespace
-
-namespace orvostat {
 
 char32_t Zeichen1252(unsigned char cByte) {
     return cByte >= 0x80 && cByte < 0xA0 ? wort::UNICODE_80[cByte - 0x80] : cByte;
@@ -98,8 +96,6 @@ bool IstAscii(std::string_view s) {
         w |= static_cast<unsigned char>(*p++);
     return (w & wort::HOCH) == 0;
 }
-
-} // namespace orvostat
 
 CString::CString(char cZeichen, int iAnzahl)
     : CString(std::string_view(std::string(static_cast<std::size_t>(std::max(iAnzahl, 0)), cZeichen))) {}
@@ -307,3 +303,5 @@ std::size_t CString::Hash() const {
     std::uint64_t h = m_w * 0x9E3779B97F4A7C15ULL;
     return h ^ (h >> 32);
 }
+
+} // namespace orvostat

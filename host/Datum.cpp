@@ -6,9 +6,9 @@
 #include <array>
 #include <chrono>
 
-namespace {
+namespace orvostat {
 
-using orvostat::CSicht;
+namespace {
 
 constexpr int LAENGE = 8;           // YYYYMMDD
 constexpr int ART_DATUM = 5;        // kind of a date field
@@ -133,12 +133,12 @@ CString Date2Db(const CString & sDatum) {
 CString StrToExt(const CString & sWert, int iArt, int) { return iArt == ART_DATUM ? Db2Date(sWert) : sWert; }
 
 CString GetMxDate() {
-    const orvostat::SZeitpunkt zeit = orvostat::Uhr().Jetzt();
+    const SZeitpunkt zeit = Uhr().Jetzt();
     return DatumText(zeit.iJahr * 10'000 + zeit.iMonat * 100 + zeit.iTag);
 }
 
 CString GetMxTime() {
-    const orvostat::SZeitpunkt zeit = orvostat::Uhr().Jetzt();
+    const SZeitpunkt zeit = Uhr().Jetzt();
     char ac[] = "HH:MM";
     Schreibe(ac, zeit.iStunde, 2);
     Schreibe(ac + 3, zeit.iMinute, 2);
@@ -167,8 +167,6 @@ CMxDate::operator CString() const {
 
 // 1 January of year 1 is a Monday.
 int CMxDate::Wochentag() const { return IsValid() ? static_cast<int>(m_iTag % 7) + 1 : 0; }
-
-namespace orvostat {
 
 bool GueltigesDatum(const CString & sDatum) { return Tagesnummer(AchtZiffern(sDatum)) != 0; }
 

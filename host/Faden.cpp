@@ -7,6 +7,8 @@
 #include <mutex>
 #include <thread>
 
+namespace orvostat {
+
 namespace {
 
 std::mutex s_mutex;
@@ -15,7 +17,7 @@ int s_iNutzungen = 0;
 
 } // namespace
 
-void orvostat::BeginneNutzung() {
+void BeginneNutzung() {
     const std::lock_guard sperre(s_mutex);
     if (s_iNutzungen++ == 0) s_faden = std::this_thread::get_id();
     if (s_faden == std::this_thread::get_id()) return;
@@ -25,14 +27,16 @@ void orvostat::BeginneNutzung() {
     std::abort();
 }
 
-void orvostat::BeendeNutzung() {
+void BeendeNutzung() {
     const std::lock_guard sperre(s_mutex);
     if (s_iNutzungen > 0) --s_iNutzungen;
 }
 
 #else
 
-void orvostat::BeginneNutzung() {}
-void orvostat::BeendeNutzung() {}
+void BeginneNutzung() {}
+void BeendeNutzung() {}
 
 #endif
+
+} // namespace orvostat

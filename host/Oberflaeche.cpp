@@ -6,7 +6,7 @@
 
 #include <unistd.h>
 
-using namespace orvostat;
+namespace orvostat {
 
 void Halt(const CString & sCaption, const CString & sText, int iArt) {
     Oberflaeche().Hinweis(EHinweis::Hinweis, sCaption, sText, iArt);
@@ -35,8 +35,6 @@ void OrvoCloseProgressBox() { Oberflaeche().SchliesseFortschritt(); }
 void BeginWaitCursor() { Oberflaeche().Wartezeiger(true); }
 
 void EndWaitCursor() { Oberflaeche().Wartezeiger(false); }
-
-namespace orvostat {
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-using namespace orvostat;
+namespace orvostat {
 
 CMxDatabase dbDatabase(false);
 CMxDatabase dbDatabaseRO(true);
@@ -66,14 +66,10 @@ bool GetSPEntries(const CString & sKey, std::vector<SSelectPool *> & vEintraege)
     return dbDatabaseRO.SelectPool(sKey, vEintraege) == ZEILE_OK;
 }
 
-namespace orvostat {
-
 int & EntlieheneRSets() {
     static int s_iAnzahl = 0;
     return s_iAnzahl;
 }
-
-} // namespace orvostat
 
 CMxRSet::CMxRSet(CMxDatabase & db) : m_pDb(&db) {}
 CMxRSet::CMxRSet(const CMxRSet & r) : m_pDb(r.m_pDb), m_iKey(r.m_iKey), m_bAufsteigend(r.m_bAufsteigend) {}
@@ -333,3 +329,5 @@ int CMxRSet::DeleteRows() {
         iErgebnis = DeleteRec();
     return iErgebnis == ZEILE_OK && m_iZustand != ZEILE_KEINE ? m_iZustand : iErgebnis;
 }
+
+} // namespace orvostat

@@ -1,5 +1,7 @@
 #include "orvostatbs/host/TabellenLabor.h"
 
+namespace orvostat {
+
 bool CTKTraeger::IsKzvOrKvPaket(const CString & sPatNr) {
     const CAutoRSet<CTKTraeger> pKTraeger;
     pKTraeger->m_PATNR = sPatNr;
@@ -10,3 +12,5 @@ CString CTIcd::AddPoint(const CString & sCode) {
     if (sCode.GetLength() <= 3 || sCode.Find('.') >= 0) return sCode;
     return sCode.Left(3) + "." + sCode.Mid(3);
 }
+
+} // namespace orvostat

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -141,3 +141,5 @@ void CTGO::VergissGebPkt() { Punktetafel().Vergiss(); }
 int CTGoCheck::GetByExtraFlag(const CString & sGoArt, const CString & sLst, char cFlag) {
     return LiesMit(1, MATCH_GENAU, {sGoArt, sLst, CString(cFlag)});
 }
+
+} // namespace orvostat

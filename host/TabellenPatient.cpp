@@ -4,6 +4,8 @@
 
 #include <array>
 
+namespace orvostat {
+
 int CTPat::GetByPatNr(const CString & sPatNr) {
     m_PATNR = sPatNr;
     return GetByK1(MATCH_GENAU);
@@ -14,18 +16,16 @@ void CTPat::GetPflegegrad(CString & sGrad, CString & sEnde) const {
     sEnde = m_PFLEGEGRADENDE;
 }
 
-std::uint32_t CTPat::GetIndexMarkers() const {
-    return static_cast<std::uint32_t>(orvostat::Zahl64(m_INDEXMARKERS));
-}
+std::uint32_t CTPat::GetIndexMarkers() const { return static_cast<std::uint32_t>(Zahl64(m_INDEXMARKERS)); }
 
 CString CTHistRecall::LastRecallDatum(const CString & sPat, int iArt, int & iErgebnis) {
     CString sLetztes;
     iErgebnis = 0;
     for (int i = LiesMit(1, MATCH_ALLE, {sPat}); i == 0; i = Next()) {
-        if (iArt >= 0 && orvostat::Zahl(m_RECALLART) != iArt) continue;
+        if (iArt >= 0 && Zahl(m_RECALLART) != iArt) continue;
         if (m_RECALLDATUM <= sLetztes) continue;
         sLetztes = m_RECALLDATUM;
-        iErgebnis = orvostat::Zahl(m_RECALLITV);
+        iErgebnis = Zahl(m_RECALLITV);
     }
     return sLetztes;
 }
@@ -53,13 +53,13 @@ int CTVDesc::FindMatching(const CString & sPat, const CString & sDatum, int) {
     int iBester = -1;
     CTVDesc_Fields beste;
     int i = GetByIntervall(sPat, sTag, CString(), CString(), false);
-    for (; i == orvostat::ZEILE_OK; i = Next()) {
+    for (; i == ZEILE_OK; i = Next()) {
         const int iRang = Rang();
         if (m_VDABDATUM > sTag || (iBester >= 0 && iRang >= iBester + (Aufsteigend() ? 1 : 0))) continue;
         iBester = iRang;
         beste = *this;
     }
-    if (i != orvostat::ZEILE_KEINE || iBester < 0) {
+    if (i != ZEILE_KEINE || iBester < 0) {
         InitI();
         return i;
     }
@@ -111,3 +111,5 @@ bool StringToEGKVersichertenstammdaten(const CString & sDaten, SEGKVersichertens
     daten = gelesen;
     return true;
 }
+
+} // namespace orvostat

@@ -3,6 +3,8 @@
 #include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
+namespace orvostat {
+
 namespace {
 
 // Fills the address part of a joined record; without a row it is empty.
@@ -61,3 +63,5 @@ CDPw CTPunktWert::PwToBetrag(bool bWest) const { return CDPw(bWest ? m_PWWEST : 
 void CTParPool::VorZugriff() {
     if (!m_GRUPPE.IsEmpty() && m_GRUPPE.GetLength() < 3) m_GRUPPE = RightFix(m_GRUPPE, 3, ' ');
 }
+
+} // namespace orvostat

@@ -12,7 +12,7 @@
 #include <string>
 #include <system_error>
 
-using orvostat::CSicht;
+namespace orvostat {
 
 namespace {
 
@@ -177,13 +177,13 @@ int UStKey2MwStSatz(const CString & sKey) {
     if (s == "h") return 7;
     if (s == "g" || s == "1") return 19;
     const CSicht sicht(s);
-    return std::all_of(sicht.Text().begin(), sicht.Text().end(), ismxdigit) ? orvostat::Zahl(s) : 0;
+    return std::all_of(sicht.Text().begin(), sicht.Text().end(), ismxdigit) ? Zahl(s) : 0;
 }
 
 CString CorrectGebDate(const CString & sDatum) {
     constexpr int JAHRHUNDERT = 100;
-    if (!orvostat::GueltigesDatum(sDatum) || sDatum <= GetMxDate()) return sDatum;
-    const int iDatum = orvostat::Zahl(sDatum);
+    if (!GueltigesDatum(sDatum) || sDatum <= GetMxDate()) return sDatum;
+    const int iDatum = Zahl(sDatum);
     const int iJahr = iDatum / 10'000 - JAHRHUNDERT;
     if (iJahr < 1) return sDatum;
     const int iMonat = iDatum / 100 % 100;
@@ -193,7 +193,7 @@ CString CorrectGebDate(const CString & sDatum) {
 
 bool FileExists(const CString & sPfad) {
     std::error_code fehler; // a path that cannot be asked for does not exist
-    const auto stand = std::filesystem::status(orvostat::Dateipfad(sPfad), fehler);
+    const auto stand = std::filesystem::status(Dateipfad(sPfad), fehler);
     return std::filesystem::exists(stand) && !std::filesystem::is_directory(stand);
 }
 
@@ -211,8 +211,6 @@ CString CMxField::MakeKY(const CString & s, int iLen) {
     }
     return CString(std::string_view(sKey).substr(0, iGrenze));
 }
-
-namespace orvostat {
 
 std::int64_t Zahl64(const CString & s) {
     const CSicht sicht(s);

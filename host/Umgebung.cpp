@@ -9,6 +9,8 @@
 
 #include <dlfcn.h>
 
+namespace orvostat {
+
 constinit CString dbMdId;
 constinit CString dbPId;
 constinit bool dbPraxisLeb = false;
@@ -16,10 +18,8 @@ constinit CString dbPraxisId;
 constinit bool dbMKGVersion = false;
 constinit CString dbLfdWorkstation = " 1";
 
-CString GetOrvoExePath(int) { return orvostat::Pfade().sProgramm; }
-CString GetOrvoDataPath(int) { return orvostat::Pfade().sDaten; }
-
-namespace orvostat {
+CString GetOrvoExePath(int) { return Pfade().sProgramm; }
+CString GetOrvoDataPath(int) { return Pfade().sDaten; }
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <ranges>
 #include <utility>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -141,15 +141,11 @@ CString HauptWert(const CHVMBgParam & bg, const std::map<CString, CString> & mSe
 
 } // namespace
 
-namespace orvostat {
-
 CString HvmFeiertagKuerzel() { return "feiertag"_t; }
 
 void LiesHvmFeiertage(const CString & sWert, bool (&abFeiertag)[HVM_FEIERTAGE]) {
     LiesFlags(sWert, abFeiertag);
 }
-
-} // namespace orvostat
 
 const CString CHVMCf::s_sBgGruppen = "gpeinlosbavtxzdhkrc"_t;
 
@@ -468,3 +464,5 @@ bool CHVMCf::WriteLs() {
         if (!Schreibe(sKuerzel + ZweiStellen(i), sAlle.Mid(i * LAENGE_ZEILE, LAENGE_ZEILE))) return false;
     return true;
 }
+
+} // namespace orvostat

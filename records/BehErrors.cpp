@@ -4,6 +4,8 @@
 
 #include <tuple>
 
+namespace orvostat {
+
 void CBehErrors::MoveError(const CBehHitLine & hit, int iFehler) {
     PATNR = hit.PATNR;
     DATUM = hit.DATUM;
@@ -24,3 +26,5 @@ bool CBehErrors::operator==(const CBehErrors & fehler) const {
     };
     return Gleichheit(*this) == Gleichheit(fehler);
 }
+
+} // namespace orvostat

@@ -10,7 +10,7 @@
 
 #include <utility>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -357,3 +357,5 @@ void CBehHitLine::MoveRoeBuch(const CTRoeBefund * pRoe) {
     ROELASTPASSDRUCK = pRoe->m_ROELASTPASSDRUCK;
     PRAXISID = pRoe->m_PRAXISID;
 }
+
+} // namespace orvostat

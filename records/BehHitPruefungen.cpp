@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -102,3 +102,5 @@ bool CBehHitLine::operator==(const CBehHitLine & hit) const {
     return ABRART == hit.ABRART &&
            std::ranges::all_of(GLEICHE_FELDER, [&](auto pFeld) { return this->*pFeld == hit.*pFeld; });
 }
+
+} // namespace orvostat

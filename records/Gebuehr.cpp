@@ -5,7 +5,7 @@
 #include "orvostatbs/host/Umgebung.h"
 #include "orvostatbs/records/Leistungsarten.h"
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -88,3 +88,5 @@ int SucheGO(char cGoArt, void * pEltern, void * pSuche, int iArt) {
 }
 
 void SucheLstStructGoArten(CWPFMatrixBase &) {}
+
+} // namespace orvostat

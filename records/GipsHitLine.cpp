@@ -3,6 +3,8 @@
 #include "orvostatbs/records/NebenHits.h"
 #include "orvostatbs/records/Pat.h"
 
+namespace orvostat {
+
 void CGipsHitLine::Clear() { *this = CGipsHitLine(); }
 
 void CGipsHitLine::MoveGips(const CTGips * pGips) {
@@ -13,7 +15,7 @@ void CGipsHitLine::MoveGips(const CTGips * pGips) {
     GIPSART = pGips->m_GIPSART.Erstes();
     BEHANDLERNR = pGips->m_BEHANDLERNR;
     BESCHREIBUNG = pGips->m_BESCHREIBUNG;
-    GEDRUCKT = orvostat::Zahl(pGips->m_GEDRUCKT) != 0;
+    GEDRUCKT = Zahl(pGips->m_GEDRUCKT) != 0;
     ARCHIVIERT = pGips->m_ARCHIVIERT.GetLength() == DATUM_LAENGE ? pGips->m_ARCHIVIERT : CString();
 }
 
@@ -24,3 +26,5 @@ void CGipsHitLine::MovePat(const CPat & pat) {
     PATZUSATZ = pat.PATZUSATZ;
     PATGEBDATUM = pat.PATGEBDATUM;
 }
+
+} // namespace orvostat

@@ -7,8 +7,7 @@
 #include <limits>
 #include <utility>
 
-using orvostat::Zahl;
-using orvostat::Zahl64;
+namespace orvostat {
 
 namespace {
 
@@ -181,3 +180,5 @@ bool CGlabFaktHitLine::operator==(const CTGLKuFakt & rec) const {
 bool CGlabFaktHitLine::operator==(const CGlabFaktHitLine & hit) const {
     return IstGleich(LABORKUNDE, LFDGLKUFAKT, hit.LABORKUNDE, hit.LFDGLKUFAKT);
 }
+
+} // namespace orvostat

@@ -7,6 +7,8 @@
 
 #include <utility>
 
+namespace orvostat {
+
 namespace {
 
 constexpr int PROZENT_OHNE_ANGABE = 100;
@@ -84,7 +86,7 @@ bool CPat::MovePatFields(CTPat * pPat, CTAdr * pAdr, CTHistRecall * pRecall) {
     PATNR = pPat->m_PATNR;
     m_sPatFeld1 = pPat->m_PATFELD1;
     BEHANDLERNR = pPat->m_BEHANDLERNR;
-    m_iPatProzent = Blank(pPat->m_PATPROZENT) ? PROZENT_OHNE_ANGABE : orvostat::Zahl(pPat->m_PATPROZENT);
+    m_iPatProzent = Blank(pPat->m_PATPROZENT) ? PROZENT_OHNE_ANGABE : Zahl(pPat->m_PATPROZENT);
     if (pAdr->GetByAdrNr(pPat->m_ADRNR) != 0) return false;
     MoveAdresse(*this, *pAdr);
     MovePerson(*this, *pPat);
@@ -125,3 +127,5 @@ CString CPat::BuildNVPkt() const {
 CString CPat::GetNameUndGeb() const { return GetName() + Geburtstag(*this); }
 
 CString CPat::GetNameVornameUndGeb() const { return BuildNameUndVn() + Geburtstag(*this); }
+
+} // namespace orvostat

@@ -6,6 +6,8 @@
 
 #include <utility>
 
+namespace orvostat {
+
 namespace {
 
 constexpr int ABSCHLAG_STELLE = 6; // of the fee row's text
@@ -25,7 +27,7 @@ void CPlan::MovePlan(const CTPlan * pPlan, CTBeh * pBeh) {
     PATNR = pPlan->m_PATNR;
     PLANNR = pPlan->m_PLANNR;
     m_sPlanArt = pPlan->m_PLANART;
-    m_iKasProzent = orvostat::Zahl(pPlan->m_PLANNUM);
+    m_iKasProzent = Zahl(pPlan->m_PLANNUM);
     m_sPlanFeld = pPlan->m_PLANSTATUS2;
     m_sPlanDatum = pPlan->m_PLANDATUM;
     m_bPlanOk = true;
@@ -62,5 +64,7 @@ void CPlan::WithLst5orAbschlag(const CBehHitLine & hit) {
 bool CPlan::IsNewPARPlan() const { return IstPar(*this) && m_sPlanDatum >= "20210701"; }
 
 bool CPlan::operator==(const CBehHitLine & hit) const {
-    return orvostat::GleicherSchluessel(PATNR, hit.PATNR) && orvostat::GleicherSchluessel(PLANNR, hit.PLANNR);
+    return GleicherSchluessel(PATNR, hit.PATNR) && GleicherSchluessel(PLANNR, hit.PLANNR);
 }
+
+} // namespace orvostat

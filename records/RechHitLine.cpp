@@ -6,6 +6,8 @@
 #include <array>
 #include <cstddef>
 
+namespace orvostat {
+
 namespace {
 
 // A patient's contacts, number 1 first.
@@ -38,7 +40,7 @@ void CRechHitLine::MoveFakt(const CTFakt * pFakt) {
     DATUM = pFakt->m_DATUM;
     FORMULARNR = pFakt->m_FORMULARNR;
     KASKUERZEL = pFakt->m_KASKUERZEL;
-    STORNIERT = orvostat::Zahl(pFakt->m_STORNIERT) != 0;
+    STORNIERT = Zahl(pFakt->m_STORNIERT) != 0;
     MAHNSTUFE = pFakt->m_MAHNSTUFE.Erstes();
     KTRAEGER = pFakt->m_KTRAEGER.Erstes();
 
@@ -65,3 +67,5 @@ void CRechHitLine::MovePat(const CPat & pat, int iTelefon) {
 CDBetrag CRechHitLine::Offen() const {
     return (CTKTraeger::IsKzvOrKvPaket(PATNR) ? RECHBETRAGK : RECHBETRAG) - BEGLICHEN - AUSGEBUCHT;
 }
+
+} // namespace orvostat

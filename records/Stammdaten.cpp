@@ -9,7 +9,7 @@
 
 #include <string_view>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -256,3 +256,5 @@ void CSPData::MoveSP(const SSelectPool * pSP) {
     m_sText = pSP->m_sText;
     m_sExtra = pSP->m_sExtra;
 }
+
+} // namespace orvostat

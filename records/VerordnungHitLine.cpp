@@ -7,7 +7,7 @@
 #include <limits>
 #include <vector>
 
-using orvostat::Zahl;
+namespace orvostat {
 
 namespace {
 
@@ -64,3 +64,5 @@ void CVerordnungHitLine::MoveVerordnung(const CTRezept & rez, const CHMVRecord &
     m_iVoAnzahl = Einheiten(hmv);
     m_VoBetrag = CDBetrag(hmv.m_BETRAG);
 }
+
+} // namespace orvostat

@@ -205,7 +205,7 @@ TEST_F(CBewertungTest, PlanWirdNurEinmalGelesen) {
     bool bNeuerPar = true;
     EXPECT_EQ(m_accu.GetPwFromPlanDatum(hit, bNeuerPar), ""_t);
     EXPECT_FALSE(bNeuerPar);
-    orvostat::Schreibe("PLAN PATNR=1 PLANNR=1 PLANART=3 PLANSTATUS=4 PLANDATUM=20230601 PLANPW=e8888");
+    Schreibe("PLAN PATNR=1 PLANNR=1 PLANART=3 PLANSTATUS=4 PLANDATUM=20230601 PLANPW=e8888");
     EXPECT_TRUE(HatGelesen());
     EXPECT_EQ(m_accu.GetPwFromPlanDatum(hit, bNeuerPar), ""_t) << "a missing plan is remembered as well";
     EXPECT_FALSE(HatGelesen());

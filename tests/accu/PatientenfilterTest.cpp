@@ -4,7 +4,7 @@
 
 #include <set>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -149,3 +149,5 @@ TEST_F(PatientenfilterTest, TheIndexSpreadsRightAlignedNumbers) {
         setHashes.insert(SPatientenHash()(RightFix(itoc(i), 10)));
     EXPECT_GT(setHashes.size(), 990U);
 }
+
+} // namespace orvostat

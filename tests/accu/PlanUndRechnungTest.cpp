@@ -7,7 +7,7 @@
 #include <iterator>
 #include <random>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -165,3 +165,5 @@ TEST_F(PlanUndRechnungTest, IsFuerMandantAsksTheSelectionThenTheTable) {
     EXPECT_TRUE(m_accu.IsFuerMandant(" 3"));
     EXPECT_FALSE(m_accu.IsFuerMandant(bill));
 }
+
+} // namespace orvostat

@@ -4,9 +4,9 @@
 #include <sstream>
 #include <string>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 // ---- the list of fields
 
@@ -252,3 +252,5 @@ TEST_F(SelektionTest, TechnischeUnterarten) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -6,9 +6,9 @@
 #include <random>
 #include <tuple>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 template <class V, class T> std::vector<CString> Spalte(const V & v, CString T::*pFeld) {
     std::vector<CString> vWerte;
@@ -432,3 +432,5 @@ TEST_F(StammdatenTest, EinGescheiterterZugriffIstEinFehlendeZeile) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -7,9 +7,9 @@
 #include <thread>
 #include <tuple>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 constexpr const char * POOLS[] = {
     "gostattyp",          "gostattyp2",   "gostattyp3", "gostattyp4",   "statistikspalte",
@@ -404,3 +404,5 @@ TEST_F(StatAccuTest, GesamtBehDauerZaehltAllePatienten) {
 }
 
 } // namespace
+
+} // namespace orvostat

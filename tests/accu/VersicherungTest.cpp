@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-using namespace orvostat;
+namespace orvostat {
 
 namespace {
 
@@ -188,3 +188,5 @@ TEST_F(VersicherungTest, GetActVDescAddsThePeriodOfTheDayWhateverItsInsurer) {
         EXPECT_EQ(pVDesc->m_sVDescNr, "a"_t);
     }
 }
+
+} // namespace orvostat

@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 using FLaenge = double (*)(const CString &, const CString &);
 
@@ -279,3 +279,5 @@ TEST_F(HolidayPool, SetWPFHolidaysSchicktFeiertageUndUrlaube) {
 }
 
 } // namespace
+
+} // namespace orvostat

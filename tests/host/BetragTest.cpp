@@ -13,9 +13,11 @@
 #include <string>
 #include <vector>
 
+namespace orvostat {
+
 namespace {
 
-using orvostat::Wert; // the stored text, which shows all that an amount holds
+using Wert; // the stored text, which shows all that an amount holds
 
 CString Text(const std::string & s) { return CString(std::string_view(s)); }
 
@@ -358,3 +360,5 @@ TEST(BetragTest, DoublesRundenWieDerExakteWert) {
 }
 
 } // namespace
+
+} // namespace orvostat

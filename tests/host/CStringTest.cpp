@@ -10,6 +10,8 @@
 #include <thread>
 #include <vector>
 
+namespace orvostat {
+
 namespace {
 
 using namespace std::string_literals;
@@ -74,11 +76,11 @@ TEST(CStringTest, OperationenAnIhrenEnden) {
         {"alt", [](CString) { return CString('x', 0) + CString('x', -1); }, ""},
     };
     for (const SFall & f : faelle) {
-        const CString sVorher = orvostat::AusUtf8(f.pVorher);
+        const CString sVorher = AusUtf8(f.pVorher);
         const CString sNachher = f.pOperation(sVorher);
         EXPECT_EQ(sNachher.Utf8(), f.pNachher) << "aus '" << f.pVorher << "'";
         EXPECT_EQ(sVorher.Utf8(), f.pVorher) << "a copy was changed";
-        ASSERT_NO_FATAL_FAILURE(PruefeText(sNachher, Lies(orvostat::AusUtf8(f.pNachher))));
+        ASSERT_NO_FATAL_FAILURE(PruefeText(sNachher, Lies(AusUtf8(f.pNachher))));
     }
 }
 
@@ -139,8 +141,8 @@ TEST(CStringTest, Utf8Hin) {
     std::string sAlle;
     for (int i = 0; i < 256; ++i)
         sAlle += static_cast<char>(i);
-    EXPECT_EQ(Lies(orvostat::AusUtf8(orvostat::NachUtf8(sAlle))), sAlle);
-    EXPECT_EQ(orvostat::NachUtf8("\x80\xE4\x81\xFF"), "€ä\u0081ÿ");
+    EXPECT_EQ(Lies(AusUtf8(NachUtf8(sAlle))), sAlle);
+    EXPECT_EQ(NachUtf8("\x80\xE4\x81\xFF"), "€ä\u0081ÿ");
 
     struct SFall {
         std::string sUtf8;
@@ -154,7 +156,7 @@ TEST(CStringTest, Utf8Hin) {
         {"\xED\xA0\x80z", "?z"}, {"\xC1\x81z", "??z"},      {"\xE0\x80\xA4z", "???z"},
         {"\xFF\xFEz", "??z"},    {"z\xC3", "z?"},           {"\xF4\x90\x80\x80z", "?z"}};
     for (const SFall & f : faelle)
-        EXPECT_EQ(orvostat::AusUtf8(f.sUtf8).Utf8(), f.pSoll);
+        EXPECT_EQ(AusUtf8(f.sUtf8).Utf8(), f.pSoll);
 }
 
 TEST(CStringTest, GrossUndKlein) {
@@ -280,3 +282,5 @@ TEST(CStringTest, Format) {
 }
 
 } // namespace
+
+} // namespace orvostat

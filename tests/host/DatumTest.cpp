@@ -4,9 +4,9 @@
 
 #include <limits>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 struct SPaar {
     CString sDatum, sErwartet;
@@ -119,3 +119,5 @@ TEST(Datum, OhneErsatzGehtDieUhrDesRechners) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -6,9 +6,9 @@
 
 #include <gtest/gtest-spi.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 // Runs the lines with an operation "doppelt", which doubles N, and "zeilen", which counts the patients.
 void Pruefe(const std::string & sZeilen) {
@@ -56,3 +56,5 @@ TEST(Faelle, AnythingUnknownUnreadOrMissingFails) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -8,9 +8,9 @@
 
 #include <dlfcn.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 class OberflaecheTest : public CHostTest {};
 
@@ -174,3 +174,5 @@ TEST_F(UmgebungTest, BibliothekNebenDemProgramm) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -9,9 +9,10 @@
 #include <tuple>
 #include <vector>
 
+namespace orvostat {
+
 namespace {
 
-using namespace orvostat;
 using ::testing::Values;
 
 std::shared_ptr<CZeilenspeicher> Speicher(const std::string & sArt, const CTempVerzeichnis & verzeichnis) {
@@ -557,3 +558,5 @@ INSTANTIATE_TEST_SUITE_P(Speicher, RSetTest, Values("Memory", "Sqlite"),
                          [](const auto & art) { return std::string(art.param); });
 
 } // namespace
+
+} // namespace orvostat

@@ -7,9 +7,9 @@
 #include <span>
 #include <string>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 using TabellenTest = CPraxisTest;
 
@@ -309,3 +309,5 @@ TEST(TabellenListe, ColumnsAndKeysOfEachTable) {
 }
 
 } // namespace
+
+} // namespace orvostat

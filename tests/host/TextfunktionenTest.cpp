@@ -6,9 +6,9 @@
 #include <fstream>
 #include <limits>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 constexpr int INT_GROSS = std::numeric_limits<int>::max();
 constexpr int INT_KLEIN = std::numeric_limits<int>::min();
@@ -170,3 +170,5 @@ TEST_F(TextfunktionenAmHost, FileExistsKenntDateienUndKeineVerzeichnisse) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -12,9 +12,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 // Short code and value of a row of group 53.
 using CReihen = std::vector<std::pair<std::string, std::string>>;
@@ -559,3 +559,5 @@ TEST_F(HVMCf, OhneSchreibrechtUndNachEinemLesefehlerBleibtAllesStehen) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -6,9 +6,9 @@
 
 #include <stdexcept>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 class BehHitLine : public CPraxisFixture {};
 
@@ -186,3 +186,5 @@ TEST_F(BehHitLine, befundkuerzel_ausserhalb_ist_ein_fehler) {
 }
 
 } // namespace
+
+} // namespace orvostat

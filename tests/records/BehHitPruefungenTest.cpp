@@ -6,14 +6,14 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 class BehHitPruefungen : public CPraxisFixture {
 protected:
     static void Schreibe(const char * pPat, const char * pDatum, const char * pLst) {
-        orvostat::Schreibe(std::string("BEH GOART=k PATNR=") + pPat + " DATUM=" + pDatum + " LSTNR=" + pLst);
+        Schreibe(std::string("BEH GOART=k PATNR=") + pPat + " DATUM=" + pDatum + " LSTNR=" + pLst);
     }
     static CBehHitLine Hit(const CString & sPat, const CString & sDatum, char cAbrArt) {
         CBehHitLine hit;
@@ -217,3 +217,5 @@ TEST_F(BehHitPruefungen, gleichheit_haengt_an_zwanzig_feldern) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -8,9 +8,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 class Gebuehr : public CPraxisFixture {};
 
@@ -81,3 +81,5 @@ TEST_F(Gebuehr, suche_in_der_bibliothek) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 // The letters out of all 256 for which a question is answered with yes, in the order of their codes.
 template <class F> std::string Buchstaben(F f) {
@@ -54,3 +54,5 @@ TEST(Leistungsarten, private_nachweise_sind_genau_ein_buchstabe) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+namespace orvostat {
+
 namespace {
 
 TEST(NebenHits, ClearLaesstWasDemAufruferGehoert) {
@@ -97,3 +99,5 @@ TEST(RechHitLine, MovePatWaehltDenKontakt) {
 }
 
 } // namespace
+
+} // namespace orvostat

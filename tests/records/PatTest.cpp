@@ -6,9 +6,9 @@
 
 #include "support/Praxis.h"
 
-namespace {
+namespace orvostat {
 
-using orvostat::Schreibe;
+namespace {
 
 TEST(Pat, ClearLaesstNurGelesenStehen) {
     CPat pat;
@@ -28,7 +28,7 @@ TEST(Pat, ClearLaesstNurGelesenStehen) {
     EXPECT_TRUE(pat.m_bPatGelesen);
 }
 
-class CPatTest : public orvostat::CPraxisTest {
+class CPatTest : public CPraxisTest {
 protected:
     CPatTest() {
         Schreibe(R"(ADR ADRNR=A1 ADRLFD=1 PATORT=Anders
@@ -73,3 +73,5 @@ TEST_F(CPatTest, OhnePatientenzeileKommtNurDieNummer) {
 }
 
 } // namespace
+
+} // namespace orvostat

@@ -6,9 +6,11 @@
 
 #include "support/Praxis.h"
 
+namespace orvostat {
+
 namespace {
 
-class CPlanTest : public orvostat::CPraxisTest {
+class CPlanTest : public CPraxisTest {
 protected:
     CPlanTest() {
         m_rPlan.m_PATNR = "4711";
@@ -87,7 +89,7 @@ TEST(BehErrors, GleichheitFragtNichtNachDerSitzung) {
     for (const auto & fall : vFaelle) {
         CBehHitLine hit;
         CBehErrors a, b;
-        a.MoveError(hit, orvostat::FEHLER_GEBUEHR);
+        a.MoveError(hit, FEHLER_GEBUEHR);
         fall.fAendere(hit);
         b.MoveError(hit, 6);
         EXPECT_EQ(a == b, fall.bGleich) << fall.pName;
@@ -98,3 +100,5 @@ TEST(BehErrors, GleichheitFragtNichtNachDerSitzung) {
 }
 
 } // namespace
+
+} // namespace orvostat

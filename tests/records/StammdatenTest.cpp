@@ -9,9 +9,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace orvostat {
 
-using namespace orvostat;
+namespace {
 
 TEST(Stammdaten, abrechnungsart_aller_gespeicherten_buchstaben) {
     std::string sAbrArt, sKasse, sAbrArtE; // stored letter and what it gives, where that is not "s"
@@ -57,3 +57,5 @@ TEST(Suche, leer_ohne_nummer_oder_ohne_art) {
 }
 
 } // namespace
+
+} // namespace orvostat

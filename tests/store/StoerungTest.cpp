@@ -12,6 +12,7 @@
 #include <new>
 #include <thread>
 
+namespace orvostat {
 namespace {
 
 std::atomic<int> s_iNochGut{0};    // the allocation that fails, counted down; below 1 none does
@@ -32,9 +33,10 @@ const bool s_bGezaehlt = [] {
 }();
 
 } // namespace
+} // namespace orvostat
 
 void * operator new(std::size_t n, const std::nothrow_t &) noexcept {
-    return Scheitert() ? nullptr : std::malloc(n);
+    return orvostat::Scheitert() ? nullptr : std::malloc(n);
 }
 void * operator new(std::size_t n) {
     void * p = operator new(n, std::nothrow);
@@ -201,6 +203,26 @@ TEST_F(StoerungTest, AReadGivesItsRowsOrFailsAndCanBeRepeated) {
     }
 }
 
+TEST_F(StoerungTest, AnOlderFileIsExtendedOrLeftAndCanBeExtendedAgain) {
+    ASSERT_EQ(CWerkzeug(m_sDatei).Sql(AlteVersion(1)), "");
+    const std::string sAlt = Bytes(m_sDatei);
+    for (const EModus eModus : {EModus::Lesen, EModus::Schreiben}) {
+        bool bErreicht = true;
+        for (int n = 1; bErreicht; n += n < 40 ? 3 : 67) {
+            SCOPED_TRACE(n);
+            std::ofstream(m_sDatei, std::ios::binary) << sAlt;
+            const auto Versuche = [&] { return Oeffne(eModus) != nullptr; };
+            const bool bOffen = Mit(n, false, bErreicht, Versuche, false);
+            if (!bOffen || eModus == EModus::Lesen) {
+                EXPECT_EQ(Bytes(m_sDatei), sAlt);
+            }
+            const auto p = Oeffne(eModus);
+            ASSERT_TRUE(p) << m_sMeldung.Utf8();
+            EXPECT_EQ(Nummern(*p), "      1001       1002");
+        }
+    }
+}
+
 // The system refuses SQLite what it has allowed us.
 TEST_F(StoerungTest, TellsAFailureOfTheSystemFromAMissingRight) {
     Oeffne(EModus::Neu);
@@ -242,4 +264,5 @@ TEST_F(StoerungTest, NothingIsWrittenWithoutItsRunningNumber) {
 }
 
 } // namespace
+
 } // namespace orvostat

@@ -2,9 +2,9 @@
 
 #include <string>
 
-void PrintTo(const CString & s, std::ostream * pAus) { *pAus << '"' << s.Utf8() << '"'; }
-
 namespace orvostat {
+
+void PrintTo(const CString & s, std::ostream * pAus) { *pAus << '"' << s.Utf8() << '"'; }
 
 namespace {
 

@@ -86,7 +86,7 @@ private:
     CBibliothekenErsatz m_bibliothekenErsatz{m_bibliotheken};
 };
 
-} // namespace orvostat
-
 // Failure messages show a text as UTF-8.
 void PrintTo(const CString & s, std::ostream * pAus);
+
+} // namespace orvostat

@@ -13,7 +13,9 @@
 #include <tuple>
 #include <type_traits>
 
-namespace orvostat::detail {
+namespace orvostat {
+
+namespace detail {
 
 // Calls f with the names of a list, one after the other, and its values.
 template <class F, class... T> void MitNamen(const char * pNamen, F f, T &... werte) {
@@ -22,13 +24,13 @@ template <class F, class... T> void MitNamen(const char * pNamen, F f, T &... we
     ((ein >> sName, sName.erase(sName.find_last_not_of(',') + 1), f(sName, werte)), ...);
 }
 
-} // namespace orvostat::detail
+} // namespace detail
 
 // clang-format off
 #define ORVO_SATZ(KLASSE, ...)                                                                               \
     template <class T, class F> requires std::same_as<std::remove_const_t<T>, KLASSE>                        \
     void JedesFeld(T & satz, F f) {                                                                          \
-        std::apply([&](const auto &... p) { orvostat::detail::MitNamen(#__VA_ARGS__, f, satz.*p...); },      \
+        std::apply([&](const auto &... p) { detail::MitNamen(#__VA_ARGS__, f, satz.*p...); },      \
                    std::tuple(ORVO_ZEIGERLISTE(KLASSE, __VA_ARGS__)));                                       \
     }
 #define ORVO_KLAMMER ()
@@ -82,3 +84,5 @@ ORVO_SATZ(CRechHitLine, PRAXISNR, PATNR, FAKT1, FORTLFDJAHR, FORTLFDFAKT, DATUM,
 ORVO_SATZ(CVerordnungHitLine, m_sVoKey1, m_sVoKey2, m_sVoName, m_sVoGebDatum, m_sVoFeld, m_sVoSchluessel,
           m_bVoBlanko, m_sVoIcd1, m_sVoIcd2, m_sVoIcdListe, m_iVoAnzahl, m_VoBetrag)
 // clang-format on
+
+} // namespace orvostat

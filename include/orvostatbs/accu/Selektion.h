@@ -12,10 +12,10 @@
 #include <utility>
 #include <vector>
 
+namespace orvostat {
+
 // How orthodontic cases are wanted; passed through to the screens, never compared here.
 enum KZVKFO : std::int32_t { KZVKFO_OHNE = 0, KZVKFO_MIT = 1, KZVKFO_NUR = 2 };
-
-namespace orvostat {
 
 // How a setter takes a field: letters, flags and numbers by value.
 template <class T> using CSetzwert = std::conditional_t<std::is_trivially_copyable_v<T>, T, const T &>;

@@ -93,9 +93,7 @@ struct SLaufpositionen {
     std::int32_t m_iRechPos = -1;
 };
 
-} // namespace orvostat
-
-class CStatAccu : public orvostat::CSelektion, public orvostat::SEigenes, public orvostat::SLaufpositionen {
+class CStatAccu : public CSelektion, public SEigenes, public SLaufpositionen {
 public:
     // The window under which prompts appear; may be null, not owned.
     explicit CStatAccu(HWND hParent = nullptr);
@@ -397,16 +395,15 @@ public:
     std::vector<CMdStruct> m_vMd;
     std::vector<CLebStruct> m_vLeb;
     std::vector<CLebStruct> m_vLebAlle;
-    orvostat::CIndexVektor<CGOStruct>
-        m_vGO; // key: m_sLst, m_sKuerzel, m_cGoArt; searched by FindGO, FindGOKuerzel
+    CIndexVektor<CGOStruct> m_vGO; // key: m_sLst, m_sKuerzel, m_cGoArt; searched by FindGO, FindGOKuerzel
     std::vector<CPat> m_vPat;
-    orvostat::CIndexVektor<CKas> m_vKas; // key: KASKUERZEL; searched by FindKas and what calls it
+    CIndexVektor<CKas> m_vKas; // key: KASKUERZEL; searched by FindKas and what calls it
     std::vector<CPwGrp> m_vPwGrp;
     std::vector<std::array<CString, 30>> m_vAuxLines;
     std::vector<CBehHitLine> m_vBehHits;
     std::vector<CGlabHitLine> m_vGlabHits;
     std::vector<CGlabFaktHitLine> m_vGlabFaktHits;
-    orvostat::CIndexVektor<CBehErrors> m_vBehErrors; // key: what == compares; searched by FindError, AddError
+    CIndexVektor<CBehErrors> m_vBehErrors; // key: what == compares; searched by FindError, AddError
     std::vector<CGipsHitLine> m_vGipsHits;
     std::vector<CRechHitLine> m_vRechHits;
     std::vector<CVerordnungHitLine> m_vVerordnungHits;
@@ -418,11 +415,10 @@ public:
         m_vSpKassenGrp, m_vSpHvm;
     std::vector<std::pair<CString, CString>> m_vLstErsatz; // short code, its replacement
 
-    std::unordered_map<CString, int, orvostat::SPatientenHash> m_mapPat; // position in m_vPat
-    std::unordered_map<CString, std::vector<CVDesc>> m_mapVDesc;         // by patient
+    std::unordered_map<CString, int, SPatientenHash> m_mapPat;   // position in m_vPat
+    std::unordered_map<CString, std::vector<CVDesc>> m_mapVDesc; // by patient
     // By patient, trailing blanks of his number apart.
-    std::unordered_map<CString, std::vector<CBill>, orvostat::SSchluesselHash, orvostat::SSchluesselGleich>
-        m_mapBill;
+    std::unordered_map<CString, std::vector<CBill>, SSchluesselHash, SSchluesselGleich> m_mapBill;
     std::unordered_map<CString, std::vector<CPw>> m_mapPw; // by lower-case group, newest first
 
     // ---- work records, filled hit by hit
@@ -469,10 +465,12 @@ private:
 
     CString m_sPwGruppe; // that FragePwGruppe has seen last, when m_mapPw had m_iPwGruppen groups
     std::size_t m_iPwGruppen = 0;
-    orvostat::CErstposition<CGOStruct, SGoSchluessel, SGoHash> m_indexGoLst;
-    orvostat::CErstposition<CGOStruct, SGoSchluessel, SGoHash> m_indexGoKuerzel;
-    orvostat::CErstposition<CBehErrors, CBehErrors, SFehlerHash> m_indexFehler;
-    orvostat::CTextpositionen<CKas, &CKas::KASKUERZEL> m_indexKas;
-    orvostat::CLetztposition<CPlan, CTexte, STexteHash> m_indexPlan;
-    orvostat::CLetztposition<CBill, CString> m_indexBill;
+    CErstposition<CGOStruct, SGoSchluessel, SGoHash> m_indexGoLst;
+    CErstposition<CGOStruct, SGoSchluessel, SGoHash> m_indexGoKuerzel;
+    CErstposition<CBehErrors, CBehErrors, SFehlerHash> m_indexFehler;
+    CTextpositionen<CKas, &CKas::KASKUERZEL> m_indexKas;
+    CLetztposition<CPlan, CTexte, STexteHash> m_indexPlan;
+    CLetztposition<CBill, CString> m_indexBill;
 };
+
+} // namespace orvostat

@@ -14,6 +14,8 @@
 
 #include <vector>
 
+namespace orvostat {
+
 // A period, both days included. A single holiday begins and ends on the same day and has no name.
 struct CFerien {
     CString m_sVon;
@@ -86,16 +88,12 @@ public:
     [[nodiscard]] static double GetAnzJahre(const CString & sVon, const CString & sBis);
 };
 
-namespace orvostat {
-
 // The switches in the order of the stored row.
 inline constexpr bool CHoliday::*FEIERTAGSSCHALTER[] = {
     &CHoliday::m_bAllerheiligen,   &CHoliday::m_bBussBettag,  &CHoliday::m_bFronleichnam,
     &CHoliday::m_bHeiligabend,     &CHoliday::m_bDreiKoenige, &CHoliday::m_bMariaHimmelfahrt,
     &CHoliday::m_bReformationstag, &CHoliday::m_bRosenmontag, &CHoliday::m_bSilvester,
 };
-
-} // namespace orvostat
 
 // The next working day by the practice's holidays and a mask of weekdays: 1 Monday, 2 Tuesday, 4 Wednesday,
 // 8 Thursday, 16 Friday, 64 Saturday, 128 Sunday; other bits name no day. False for a mask without a day and where
@@ -105,3 +103,5 @@ bool NaechsterArbeitstag(int iWochentage, CString & sDatum);
 // Sends the holiday row and all vacations of the current practice owner (dbMdId) to the screen layer; without those
 // that could not be read, which dbDatabase.Fehlschlaege() counts.
 void SetWPFHolidays();
+
+} // namespace orvostat

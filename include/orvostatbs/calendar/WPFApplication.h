@@ -29,10 +29,10 @@ public:
 CFeiertagsanzeige * SetzeFeiertagsanzeige(CFeiertagsanzeige * pAnzeige);
 using CFeiertagsanzeigeErsatz = CErsatz<CFeiertagsanzeige, &SetzeFeiertagsanzeige>;
 
-} // namespace orvostat
-
 class CWPFApplication {
 public:
     static void SetHolidays(const CString & sFeiertage,
                             const std::vector<std::pair<CString, CString>> & vPerioden);
 };
+
+} // namespace orvostat

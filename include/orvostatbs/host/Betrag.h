@@ -39,6 +39,8 @@
 #include <cstdint>
 #include <type_traits>
 
+namespace orvostat {
+
 // What all amounts share. A plain value of 16 bytes; a fresh one is empty.
 class CWBetragBasis {
 public:
@@ -191,3 +193,5 @@ public:
 
 static_assert(sizeof(CDBetrag) == 16 && std::is_trivially_copyable_v<CDBetrag>);
 static_assert(sizeof(CDPw) == 16 && std::is_trivially_copyable_v<CDPw>);
+
+} // namespace orvostat

@@ -29,9 +29,9 @@
 #include <type_traits>
 #include <utility>
 
-class CString;
-
 namespace orvostat {
+
+class CString;
 
 // The Unicode character of a Windows-1252 byte. The five bytes without a character stand for themselves, so that
 // every byte has a character of its own.
@@ -173,8 +173,6 @@ private:
     char m_ac[16];
 };
 
-} // namespace orvostat
-
 // Positions count from 0. Nothing here fails, except that std::invalid_argument is thrown for a null pointer as
 // text and for a SetAt outside of the text. Case covers the letters of Windows-1252, umlauts included; order is
 // that of the bytes, and a byte of 0 is a character like any other.
@@ -189,10 +187,10 @@ public:
     requires std::is_same_v<T, const char *> || std::is_same_v<T, char *> || std::is_same_v<T, std::nullptr_t>
     CString(const T & pBytes) : CString(Gueltig(pBytes)) {} // NOLINT(google-explicit-constructor)
     // Windows-1252 bytes.
-    explicit CString(std::string_view sBytes) : m_w(orvostat::wort::Packe(sBytes.data(), sBytes.size())) {
-        if (orvostat::wort::IstShared(m_w)) m_w = NeuerBlock(sBytes);
+    explicit CString(std::string_view sBytes) : m_w(wort::Packe(sBytes.data(), sBytes.size())) {
+        if (wort::IstShared(m_w)) m_w = NeuerBlock(sBytes);
     }
-    explicit CString(char cZeichen) : m_w(orvostat::wort::Packe(&cZeichen, 1)) {}
+    explicit CString(char cZeichen) : m_w(wort::Packe(&cZeichen, 1)) {}
     // One character, iAnzahl times; below 1 the empty text.
     CString(char cZeichen, int iAnzahl);
 
@@ -210,29 +208,29 @@ public:
     }
 
     [[nodiscard]] int GetLength() const {
-        const std::uint64_t iForm = m_w & orvostat::wort::FORM;
-        if (iForm == orvostat::wort::SHARED) return static_cast<int>(Block(m_w).iLaenge);
-        return static_cast<int>(iForm) - (orvostat::wort::IstKurz(m_w) ? 0 : 1);
+        const std::uint64_t iForm = m_w & wort::FORM;
+        if (iForm == wort::SHARED) return static_cast<int>(Block(m_w).iLaenge);
+        return static_cast<int>(iForm) - (wort::IstKurz(m_w) ? 0 : 1);
     }
     [[nodiscard]] bool IsEmpty() const { return m_w == 0; }
     void Empty() { *this = CString(); }
     // The character, or 0 outside of the text.
     [[nodiscard]] char GetAt(int iPos) const {
         if (iPos < 0 || iPos >= GetLength()) return '\0';
-        return orvostat::wort::IstKurz(m_w) ? static_cast<char>(m_w >> (56 - 8 * iPos)) : Zeichen(iPos);
+        return wort::IstKurz(m_w) ? static_cast<char>(m_w >> (56 - 8 * iPos)) : Zeichen(iPos);
     }
     [[nodiscard]] char operator[](int iPos) const { return GetAt(iPos); }
     // The first character, 0 for an empty text: how the records read their one-letter codes.
     [[nodiscard]] char Erstes() const {
-        return orvostat::wort::IstKurz(m_w) ? static_cast<char>(m_w >> 56) : Zeichen(0);
+        return wort::IstKurz(m_w) ? static_cast<char>(m_w >> 56) : Zeichen(0);
     }
     void SetAt(int iPos, char cZeichen);
 
     // Below, equal to or above 0.
     [[nodiscard]] int Compare(const CString & s) const {
         if (m_w == s.m_w) return 0;
-        const bool bShared = orvostat::wort::IstShared(m_w) || orvostat::wort::IstShared(s.m_w);
-        if (!bShared && ((m_w ^ s.m_w) & orvostat::wort::SHARED) == 0) return m_w < s.m_w ? -1 : 1;
+        const bool bShared = wort::IstShared(m_w) || wort::IstShared(s.m_w);
+        if (!bShared && ((m_w ^ s.m_w) & wort::SHARED) == 0) return m_w < s.m_w ? -1 : 1;
         return VergleicheZeichen(s);
     }
     [[nodiscard]] int CompareNoCase(const CString & s) const;
@@ -267,7 +265,7 @@ public:
     CString & operator+=(char cZeichen);
 
     [[nodiscard]] friend bool operator==(const CString & a, const CString & b) {
-        return a.m_w == b.m_w || (orvostat::wort::IstShared(a.m_w) && a.GleicherBlock(b));
+        return a.m_w == b.m_w || (wort::IstShared(a.m_w) && a.GleicherBlock(b));
     }
     [[nodiscard]] friend std::strong_ordering operator<=>(const CString & a, const CString & b) {
         return a.Compare(b) <=> 0;
@@ -279,37 +277,36 @@ public:
     // Becomes the text that stands in UTF-8 at p, as AusUtf8 reads it. What it holds already it keeps, so that a long
     // text that comes again and again takes its memory once.
     void SetzeUtf8(const char * p, std::size_t n) {
-        const std::uint64_t w = orvostat::wort::Packe(p, n);
-        const bool bAscii = n > orvostat::wort::KURZ_MAX || (w & orvostat::wort::HOCH) == 0;
-        if (orvostat::wort::IstShared(w) || !bAscii) return SetzeLangesUtf8({p, n});
+        const std::uint64_t w = wort::Packe(p, n);
+        const bool bAscii = n > wort::KURZ_MAX || (w & wort::HOCH) == 0;
+        if (wort::IstShared(w) || !bAscii) return SetzeLangesUtf8({p, n});
         if (w != m_w) Gib(std::exchange(m_w, w));
     }
 
     // The characters for reading; see CSicht for how long they stay.
-    [[nodiscard]] orvostat::CSicht Sicht() const { return orvostat::CSicht(*this); }
-    [[nodiscard]] std::string Utf8() const { return orvostat::NachUtf8(Sicht()); }
+    [[nodiscard]] CSicht Sicht() const { return CSicht(*this); }
+    [[nodiscard]] std::string Utf8() const { return NachUtf8(Sicht()); }
     [[nodiscard]] std::size_t Hash() const;
 
     // The text of a literal's static block.
-    static CString AusBlock(const orvostat::wort::SBlock & block) {
+    static CString AusBlock(const wort::SBlock & block) {
         CString s;
-        s.m_w = reinterpret_cast<std::uintptr_t>(&block) | orvostat::wort::SHARED;
+        s.m_w = reinterpret_cast<std::uintptr_t>(&block) | wort::SHARED;
         Teile(s.m_w);
         return s;
     }
 
 private:
-    friend class orvostat::CSicht;
+    friend class CSicht;
 
     static void Teile(std::uint64_t w) noexcept {
-        if (orvostat::wort::IstShared(w)) Block(w).iAnzahl.fetch_add(1, std::memory_order_relaxed);
+        if (wort::IstShared(w)) Block(w).iAnzahl.fetch_add(1, std::memory_order_relaxed);
     }
     static constexpr void Gib(std::uint64_t w) noexcept {
-        if (orvostat::wort::IstShared(w)) GibBlock(w);
+        if (wort::IstShared(w)) GibBlock(w);
     }
-    static const orvostat::wort::SBlock & Block(std::uint64_t w) {
-        return *reinterpret_cast<const orvostat::wort::SBlock *>(
-            static_cast<std::uintptr_t>(w & ~orvostat::wort::FORM));
+    static const wort::SBlock & Block(std::uint64_t w) {
+        return *reinterpret_cast<const wort::SBlock *>(static_cast<std::uintptr_t>(w & ~wort::FORM));
     }
     static void GibBlock(std::uint64_t w) noexcept;
     static std::uint64_t NeuerBlock(std::string_view sBytes);
@@ -326,11 +323,15 @@ private:
 
 static_assert(sizeof(CString) == 8);
 
-template <> struct std::hash<CString> {
-    std::size_t operator()(const CString & s) const noexcept { return s.Hash(); }
+} // namespace orvostat
+
+template <> struct std::hash<orvostat::CString> {
+    std::size_t operator()(const orvostat::CString & s) const noexcept { return s.Hash(); }
 };
 
-inline orvostat::CSicht::CSicht(const CString & s) {
+namespace orvostat {
+
+inline CSicht::CSicht(const CString & s) {
     const std::uint64_t w = s.m_w;
     if (wort::IstKurz(w)) {
         m_iLaenge = w & wort::FORM;
@@ -357,7 +358,6 @@ private:
     char m_c;
 };
 
-namespace orvostat {
 namespace wort {
 
 // Unicode of the bytes 0x80 to 0x9F; the bytes behind them stand for themselves.
@@ -426,27 +426,26 @@ template <class... T> [[nodiscard]] std::string Formatiere(const char * pFormat,
 }
 
 } // namespace wort
-} // namespace orvostat
 
 template <std::size_t N> consteval CString::CString(const char (&acUtf8)[N]) {
-    const orvostat::wort::SLiteral<N> literal(acUtf8);
-    m_w = orvostat::wort::Packe(literal.ac, literal.iLaenge);
-    if (orvostat::wort::IstShared(m_w))
-        throw std::invalid_argument("write this longer literal with its suffix _t");
+    const wort::SLiteral<N> literal(acUtf8);
+    m_w = wort::Packe(literal.ac, literal.iLaenge);
+    if (wort::IstShared(m_w)) throw std::invalid_argument("write this longer literal with its suffix _t");
 }
 
 // A literal of any length.
-template <orvostat::wort::SLiteral L> [[nodiscard]] CString operator""_t() {
-    constexpr std::uint64_t w = orvostat::wort::Packe(L.ac, L.iLaenge);
-    if constexpr (orvostat::wort::IstShared(w))
-        return CString::AusBlock(orvostat::wort::SLiteralHalter<L>::block.kopf);
+template <wort::SLiteral L> [[nodiscard]] CString operator""_t() {
+    constexpr std::uint64_t w = wort::Packe(L.ac, L.iLaenge);
+    if constexpr (wort::IstShared(w))
+        return CString::AusBlock(wort::SLiteralHalter<L>::block.kopf);
     else
         return CString(std::string_view(L.ac, L.iLaenge));
 }
 
 template <class... T> void CString::Format(const CString & sFormat, const T &... args) {
-    const orvostat::CSicht format = sFormat.Sicht();
-    *this = CString(std::string_view(orvostat::wort::Formatiere(
-        format.c_str(), static_cast<const decltype(orvostat::wort::FuerFormat(args)) &>(
-                            orvostat::wort::FuerFormat(args))...)));
+    const CSicht format = sFormat.Sicht();
+    *this = CString(std::string_view(wort::Formatiere(
+        format.c_str(), static_cast<const decltype(wort::FuerFormat(args)) &>(wort::FuerFormat(args))...)));
 }
+
+} // namespace orvostat

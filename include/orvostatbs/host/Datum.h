@@ -11,6 +11,8 @@
 
 #include <compare>
 
+namespace orvostat {
+
 // Both dates lie in one calendar quarter. Texts without a quarter (empty, malformed, a month outside of 1 to 12)
 // count as one quarter of their own.
 [[nodiscard]] bool GleichesQuartal(const CString & sDatumA, const CString & sDatumB);
@@ -59,8 +61,6 @@ public:
 private:
     long m_iTag = 0; // days counted from 1 for 1 January of year 1
 };
-
-namespace orvostat {
 
 // The bounds of a period that a selection leaves open.
 inline constexpr CString ERSTER_TAG = "19800101";

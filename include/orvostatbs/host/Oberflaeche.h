@@ -16,6 +16,8 @@
 #include <iosfwd>
 #include <string>
 
+namespace orvostat {
+
 // A window's handle, and a window that has one. The engine only passes them on; both may be null.
 struct HWND__;
 using HWND = HWND__ *;
@@ -62,8 +64,6 @@ public:
     CWaitCursor(const CWaitCursor &) = delete;
     CWaitCursor & operator=(const CWaitCursor &) = delete;
 };
-
-namespace orvostat {
 
 enum class EHinweis { Hinweis, Fehler, Information };
 
@@ -126,15 +126,15 @@ private:
     std::chrono::steady_clock::time_point m_naechstesBild;
 };
 
-} // namespace orvostat
-
 template <class... T>
 bool OrvoOpenProgressBox(HWND hParent, const CString & sTitel, const CString & sFormat, const T &... args) {
     CString sText;
     sText.Format(sFormat, args...);
-    return orvostat::Oberflaeche().OeffneFortschritt(hParent, sTitel, sText);
+    return Oberflaeche().OeffneFortschritt(hParent, sTitel, sText);
 }
 
 template <class... T> bool OrvoOpenProgressBox(int, int, const CString & sFormat, const T &... args) {
     return OrvoOpenProgressBox(HWND(nullptr), CString(), sFormat, args...);
 }
+
+} // namespace orvostat

@@ -29,6 +29,8 @@
 #include <utility>
 #include <vector>
 
+namespace orvostat {
+
 struct SSelectPool;
 
 // A handle on the practice's database. The two global ones share a store or have one each; who attaches a store
@@ -46,8 +48,8 @@ public:
 
     // Attaches a store, or none. The former store's walks must have ended; its select-pool entries end here, and
     // Fehlschlaege begins anew.
-    void Verbinde(std::shared_ptr<orvostat::CZeilenspeicher> pSpeicher);
-    [[nodiscard]] const std::shared_ptr<orvostat::CZeilenspeicher> & Speicher() const { return m_pSpeicher; }
+    void Verbinde(std::shared_ptr<CZeilenspeicher> pSpeicher);
+    [[nodiscard]] const std::shared_ptr<CZeilenspeicher> & Speicher() const { return m_pSpeicher; }
     // A read-only handle refuses every write, whatever its store could do.
     [[nodiscard]] bool NurLesen() const { return m_bNurLesen; }
     // Groups the writes to the store as CZeilenspeicher says; 3 on a read-only handle and without a store.
@@ -62,13 +64,12 @@ public:
     [[nodiscard]] std::uint64_t Fehlschlaege() const { return m_iFehlschlaege; }
     // Counts the result of such an operation if it is a failure, and gives it back.
     int Zaehle(int iErgebnis) {
-        if (iErgebnis != orvostat::ZEILE_OK && iErgebnis != orvostat::ZEILE_KEINE &&
-            iErgebnis != orvostat::ZEILE_VERWEIGERT)
+        if (iErgebnis != ZEILE_OK && iErgebnis != ZEILE_KEINE && iErgebnis != ZEILE_VERWEIGERT)
             ++m_iFehlschlaege;
         return iErgebnis;
     }
     // The number of rows of a table; 0 without a store, -1 if it failed.
-    [[nodiscard]] std::int64_t Zeilenzahl(const orvostat::STabelle & tabelle);
+    [[nodiscard]] std::int64_t Zeilenzahl(const STabelle & tabelle);
 
     // Reads the entries of one select pool in their order: 0, 1 if there are none (also for an empty key), another
     // value and no entries if the store failed. The handle owns them until its store is detached, and gives the same
@@ -78,7 +79,7 @@ public:
 private:
     bool m_bNurLesen;
     std::uint64_t m_iFehlschlaege = 0;
-    std::shared_ptr<orvostat::CZeilenspeicher> m_pSpeicher;
+    std::shared_ptr<CZeilenspeicher> m_pSpeicher;
     // By pool all entries ever given, those of the last reading first and in their order.
     std::map<CString, std::vector<std::unique_ptr<SSelectPool>>> m_mapSelectPool;
     static std::uint64_t s_iStand;
@@ -90,7 +91,7 @@ extern CMxDatabase dbDatabaseRO; // reads only
 // A group of writes of a handle for the life of the object: unless Beende has taken them over, none of them stays.
 class CMxGruppe {
 public:
-    explicit CMxGruppe(CMxDatabase & db) : m_db(db), m_bOffen(db.Beginne() == orvostat::ZEILE_OK) {}
+    explicit CMxGruppe(CMxDatabase & db) : m_db(db), m_bOffen(db.Beginne() == ZEILE_OK) {}
     ~CMxGruppe() { Beende(false); }
     CMxGruppe(const CMxGruppe &) = delete;
     CMxGruppe & operator=(const CMxGruppe &) = delete;
@@ -98,8 +99,7 @@ public:
     [[nodiscard]] bool Offen() const { return m_bOffen; }
     // Ends the group, once. True if the writes were to stay and do, as far as the groups around this one let them.
     bool Beende(bool bUebernehmen) {
-        return std::exchange(m_bOffen, false) && m_db.Beende(bUebernehmen) == orvostat::ZEILE_OK &&
-               bUebernehmen;
+        return std::exchange(m_bOffen, false) && m_db.Beende(bUebernehmen) == ZEILE_OK && bUebernehmen;
     }
 
 private:
@@ -179,12 +179,12 @@ public:
 
     // The handle, and the table's description.
     [[nodiscard]] CMxDatabase & Datenbank() const { return *m_pDb; }
-    [[nodiscard]] virtual const orvostat::STabelle & Tabelle() const = 0;
+    [[nodiscard]] virtual const STabelle & Tabelle() const = 0;
 
 protected:
     // The fields in the order of the columns; they belong to the derived object and live as long as it.
-    [[nodiscard]] virtual orvostat::CFelder Felder() = 0;
-    [[nodiscard]] orvostat::CWerte Werte() const;
+    [[nodiscard]] virtual CFelder Felder() = 0;
+    [[nodiscard]] CWerte Werte() const;
     // The direction of SetKey.
     [[nodiscard]] bool Aufsteigend() const { return m_bAufsteigend; }
     // Called before the fields are used as key or written, and when they hold another row or are empty.
@@ -196,7 +196,7 @@ private:
     struct SMenge {
         bool bOffen = false;
         bool bEineZeile = false;
-        orvostat::SBereich bereich;
+        SBereich bereich;
         std::vector<std::pair<std::uint8_t, std::string>> vWeitereTeile; // column, key bytes
         std::function<bool()> fFilter;
     };
@@ -217,12 +217,12 @@ private:
     CMxDatabase * m_pDb;
     int m_iKey = 1;
     bool m_bAufsteigend = true;
-    int m_iZustand = orvostat::ZEILE_KEINE; // of the current row: 0 if the fields hold it
+    int m_iZustand = ZEILE_KEINE; // of the current row: 0 if the fields hold it
     std::function<bool()> m_fFilter;
     std::unique_ptr<CZwischen> m_pZwischen;
     SMenge m_menge;
-    std::shared_ptr<orvostat::CZeilenspeicher> m_pSpeicher; // of the walk, which must not outlive it
-    std::unique_ptr<orvostat::CZeilenmenge> m_pWeg;
+    std::shared_ptr<CZeilenspeicher> m_pSpeicher; // of the walk, which must not outlive it
+    std::unique_ptr<CZeilenmenge> m_pWeg;
     std::vector<CString> m_vVorher; // reused from step to step, as is m_sTeil
     std::string m_sTeil;
 };
@@ -234,12 +234,8 @@ public:
     using CMxRSet::operator=;
 };
 
-namespace orvostat {
-
 // Sets out of the pools that have not come back, of all table classes together.
 [[nodiscard]] int & EntlieheneRSets();
-
-} // namespace orvostat
 
 // The pool of ready table objects on the read-only database. An object of this class borrows one for its own life;
 // GetRSet and ReleaseRSet do it by hand. A borrowed object is fresh.
@@ -254,7 +250,7 @@ public:
 
     // The caller owns the object until ReleaseRSet.
     static T * GetRSet(OPENTYPE eArt, bool bGanz) {
-        orvostat::BeginneNutzung();
+        BeginneNutzung();
         auto & vFrei = Freie();
         std::unique_ptr<T> p;
         if (vFrei.empty()) {
@@ -264,16 +260,16 @@ public:
             vFrei.pop_back();
         }
         p->SetOpenType(eArt, bGanz);
-        ++orvostat::EntlieheneRSets();
+        ++EntlieheneRSets();
         return p.release();
     }
     // Takes back an object of GetRSet; null is ignored.
     static void ReleaseRSet(CMxRSet * p) {
         if (p == nullptr) return;
         p->Init();
-        --orvostat::EntlieheneRSets();
+        --EntlieheneRSets();
         Freie().emplace_back(static_cast<T *>(p));
-        orvostat::BeendeNutzung();
+        BeendeNutzung();
     }
 
 private:
@@ -283,3 +279,5 @@ private:
     }
     T * m_p;
 };
+
+} // namespace orvostat

@@ -49,17 +49,16 @@ consteval auto MakeSchluesselliste(const SSpalteInfo (&aSpalten)[N], const T &..
 }
 
 } // namespace detail
-} // namespace orvostat
 
 #define ORVO_FELD(NAME, ART) CString m_##NAME;
 #define ORVO_ZEIGER(NAME, ART) &SFelder::m_##NAME,
-#define ORVO_INFO(NAME, ART) {#NAME, orvostat::EArt::ART},
+#define ORVO_INFO(NAME, ART) {#NAME, EArt::ART},
 #define ORVO_TABELLE(KLASSE, NAME, VERGLEICH, ...)                                                           \
     struct KLASSE##_Fields {                                                                                 \
         ORVO_SPALTEN(ORVO_FELD)                                                                              \
         friend bool operator==(const KLASSE##_Fields &, const KLASSE##_Fields &) = default;                  \
     };                                                                                                       \
-    template <> struct orvostat::SBeschreibung<KLASSE##_Fields> {                                            \
+    template <> struct SBeschreibung<KLASSE##_Fields> {                                                      \
         using SFelder = KLASSE##_Fields;                                                                     \
         static constexpr CString SFelder::*aZeiger[] = {ORVO_SPALTEN(ORVO_ZEIGER)};                          \
         static constexpr SSpalteInfo aSpalten[] = {ORVO_SPALTEN(ORVO_INFO)};                                 \
@@ -78,18 +77,18 @@ public:
     }
     friend bool operator==(const CTabelle & a, const CTabelle & b) { return a.CMxRSet::operator==(b); }
 
-    [[nodiscard]] const orvostat::STabelle & Tabelle() const override {
-        return orvostat::SBeschreibung<TFelder>::tabelle;
-    }
+    [[nodiscard]] const STabelle & Tabelle() const override { return SBeschreibung<TFelder>::tabelle; }
 
 protected:
-    [[nodiscard]] orvostat::CFelder Felder() override { return m_apFelder; }
+    [[nodiscard]] CFelder Felder() override { return m_apFelder; }
 
 private:
     void MerkeFelder() {
         std::size_t i = 0;
-        for (const auto pZeiger : orvostat::SBeschreibung<TFelder>::aZeiger)
+        for (const auto pZeiger : SBeschreibung<TFelder>::aZeiger)
             m_apFelder[i++] = &(static_cast<TFelder *>(this)->*pZeiger);
     }
-    std::array<CString *, std::size(orvostat::SBeschreibung<TFelder>::aZeiger)> m_apFelder;
+    std::array<CString *, std::size(SBeschreibung<TFelder>::aZeiger)> m_apFelder;
 };
+
+} // namespace orvostat

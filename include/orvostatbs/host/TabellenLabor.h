@@ -3,6 +3,8 @@
 
 #include "orvostatbs/host/Tabelle.h"
 
+namespace orvostat {
+
 // Blocks of the practice's own laboratory. LBLOCKBETRAEGE holds ten amounts of eleven characters.
 // clang-format off
 #define ORVO_SPALTEN(S) \
@@ -161,3 +163,5 @@ class CTTbEntry : public CTabelle<CTTbEntry_Fields> {
 public:
     using CTabelle::CTabelle;
 };
+
+} // namespace orvostat

@@ -4,6 +4,8 @@
 #include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/host/Tabelle.h"
 
+namespace orvostat {
+
 // Treatments. SITZUNG is the visit's letter, LFDBEHEINTRAG the entry's running number; ANZAHL is a unit character
 // with the quantity in hundredths behind it, FAKTOR ten-thousandths, USTKEY the tax key, LSTIN the service as entered
 // and LSTNR as billed.
@@ -137,3 +139,5 @@ class CTRoeBefund : public CTabelle<CTRoeBefund_Fields> {
 public:
     using CTabelle::CTabelle;
 };
+
+} // namespace orvostat

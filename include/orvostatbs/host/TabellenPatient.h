@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+namespace orvostat {
+
 // Patients. PATNR has ten places, right-aligned; RECALLART and RECALLITV have one character per recall kind.
 // clang-format off
 #define ORVO_SPALTEN(S) \
@@ -105,3 +107,5 @@ struct SEGKVersichertenstammdaten {
 // Parses stored card data: elements "NAME=text" with "|" between them, among them BPG, the special person group.
 // False, and daten unchanged, if an element is malformed or there is none.
 bool StringToEGKVersichertenstammdaten(const CString & sDaten, SEGKVersichertenstammdaten & daten);
+
+} // namespace orvostat

@@ -5,6 +5,8 @@
 
 #include <vector>
 
+namespace orvostat {
+
 // The practice's sites; the first row is the practice as its association knows it.
 // clang-format off
 #define ORVO_SPALTEN(S) S(PRAXISID, Text) S(PRAXISNAME, Text) S(KZVNR, Text)
@@ -199,3 +201,5 @@ struct SSelectPool {
 // host and stay until its store is detached. An empty key names no pool. False is also the answer of a store that
 // failed; CMxDatabase::SelectPool tells it from a pool without entries.
 bool GetSPEntries(const CString & sKey, std::vector<SSelectPool *> & vEintraege);
+
+} // namespace orvostat

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <vector>
 
+namespace orvostat {
+
 // The part from iPos on, iLen characters or, for -1, all. Cut to what is there: a position behind the end gives the
 // empty text, one before the start counts as 0.
 [[nodiscard]] CString GetMidStr(const CString & s, int iPos, int iLen = -1);
@@ -60,8 +62,6 @@ public:
     // mark as its base letter, "ß" as "SS", "Æ" as "AE"; anything else stays. Cut to iLen characters of the key.
     [[nodiscard]] static CString MakeKY(const CString & s, int iLen);
 };
-
-namespace orvostat {
 
 // The number at the start of a text: blanks, a sign, digits; what follows is not read. No number is 0, a number
 // beyond the type is the type's end. Neither allocates.

@@ -16,6 +16,8 @@
 #include <string>
 #include <utility>
 
+namespace orvostat {
+
 // The settings of the workstation, set by the program before a statistic starts.
 extern CString dbMdId;     // current practice
 extern CString dbPId;      // current person
@@ -28,8 +30,6 @@ extern CString
 // The program's directory and the directory of its data, as texts that end in "\". The argument has no effect.
 [[nodiscard]] CString GetOrvoExePath(int iArt = 0);
 [[nodiscard]] CString GetOrvoDataPath(int iArt = 0);
-
-namespace orvostat {
 
 // Puts an object of the caller's in the place of a seam's current one for its own life. The object must outlive it;
 // replacements end in the reverse order of their beginning. SETZE takes the new object (null: the default) and

@@ -39,8 +39,6 @@ inline constexpr int HVM_FEIERTAGE = 9;
 [[nodiscard]] CString HvmFeiertagKuerzel();
 void LiesHvmFeiertage(const CString & sWert, bool (&abFeiertag)[HVM_FEIERTAGE]);
 
-} // namespace orvostat
-
 // The switches in field order, each with its row, its place in the row's value, how it is read and its start value:
 //
 //   S  a flag m_b<name> with the getter <name>()      O  a flag m_b<name> without getter
@@ -137,8 +135,8 @@ public:
     ORVO_HVM_SCHALTER(ORVO_FLAG, ORVO_FLAG, ORVO_ZAHL)
 #undef ORVO_FLAG
 #undef ORVO_ZAHL
-    bool m_abFeiertag[orvostat::HVM_FEIERTAGE] = {}; // in the order of CHoliday's switches
-    CString m_sFeiertag;                             // the holidays row as ReadFt found it
+    bool m_abFeiertag[HVM_FEIERTAGE] = {}; // in the order of CHoliday's switches
+    CString m_sFeiertag;                   // the holidays row as ReadFt found it
     std::vector<CHVMUrParam> m_vUrParam;
     std::vector<CString> m_vLeistungen;
     CTParPool m_ParPool{dbDatabase};
@@ -219,8 +217,8 @@ private:
     void SetzeSchluessel(const CString & sKuerzel);
     bool Gelesen(int iErgebnis);
     [[nodiscard]] bool LiesZeile(const CString & sKuerzel, MatchMode mode = MATCH_GENAU);
-    void LiesSchalter(orvostat::EHvmZeile eZeile);
-    [[nodiscard]] CString SchalterWert(orvostat::EHvmZeile eZeile) const;
+    void LiesSchalter(EHvmZeile eZeile);
+    [[nodiscard]] CString SchalterWert(EHvmZeile eZeile) const;
     void LiesBgGruppe(const CString & sMandant, char cArt, char cGruppe);
     template <class F> void LiesUrZeilen(const CString & sVorsatz, const CString & sMandant, F fUebernimm);
     CHVMUrParam & UrParam(const CString & sMandant, const CString & sJahr);
@@ -229,8 +227,6 @@ private:
     bool m_bVollstaendig = true;
     bool m_bGespeichert = false;
 };
-
-namespace orvostat {
 
 // A switch as the list above describes it. One of the two pointers is null.
 struct SHvmSchalter {
@@ -253,6 +249,6 @@ inline constexpr SHvmSchalter HVM_SCHALTER[] = {
 #undef ORVO_ZAHL
 };
 
-} // namespace orvostat
-
 #undef ORVO_HVM_SCHALTER
+
+} // namespace orvostat

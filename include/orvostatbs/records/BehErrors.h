@@ -6,9 +6,9 @@
 
 #include <cstdint>
 
-class CBehHitLine;
-
 namespace orvostat {
+
+class CBehHitLine;
 
 // The codes of m_iFehler.
 enum EBehFehler : std::int32_t {
@@ -17,8 +17,6 @@ enum EBehFehler : std::int32_t {
     FEHLER_PLAN_FEHLT = 8,  // the service's plan does not exist
     FEHLER_OHNE_PLANNR = 9, // the service needs a plan and has no plan number
 };
-
-} // namespace orvostat
 
 class CBehErrors {
 public:
@@ -42,3 +40,5 @@ public:
     // same service twice on one day is one error, whatever its visit and running number.
     [[nodiscard]] bool operator==(const CBehErrors & fehler) const;
 };
+
+} // namespace orvostat

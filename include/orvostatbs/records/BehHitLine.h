@@ -22,6 +22,8 @@
 #include <map>
 #include <vector>
 
+namespace orvostat {
+
 class CBefunde;
 class CBill;
 class CGOStruct;
@@ -278,3 +280,5 @@ private:
     };
     static SPatName s_patname;
 };
+
+} // namespace orvostat

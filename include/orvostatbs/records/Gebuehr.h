@@ -9,6 +9,8 @@
 
 #include <cstdint>
 
+namespace orvostat {
+
 class CTGO;
 class CTGoCheck;
 class CWPFMatrixBase; // of the window library
@@ -73,3 +75,5 @@ int SucheGO(char cGoArt, void * pEltern, void * pSuche, int iArt);
 
 // Is given the fee search's matrix of service kinds before it is shown; leaves all rows in place.
 void SucheLstStructGoArten(CWPFMatrixBase & matrix);
+
+} // namespace orvostat

@@ -59,17 +59,17 @@ inline constexpr CBuchstaben IstParAbrArt{"p6789"}; // periodontics
     return sNachweis == "p" || sNachweis == "P" || sNachweis == "O";
 }
 
-} // namespace orvostat
-
 // Material and laboratory costs by kind and sub-kind. The three lists differ on purpose: the first knows only the
 // insurers' main schedule, the third only the dentists' private one, the second both and the laboratory kinds.
 [[nodiscard]] constexpr bool IstKGSachLeistung(char cGoArt, char cGoSubArt) {
-    return orvostat::IstKassenArt(cGoArt) && orvostat::IstKGSachSubArt(cGoSubArt);
+    return IstKassenArt(cGoArt) && IstKGSachSubArt(cGoSubArt);
 }
 [[nodiscard]] constexpr bool IstPrivatSachLeistung(char cGoArt, char cGoSubArt) {
-    return orvostat::IstGozArt(cGoArt) && orvostat::IstPrivatSachSubArt(cGoSubArt);
+    return IstGozArt(cGoArt) && IstPrivatSachSubArt(cGoSubArt);
 }
 [[nodiscard]] constexpr bool IstSachLeistung(char cGoArt, char cGoSubArt) {
-    return orvostat::IstSachArt(cGoArt) || IstKGSachLeistung(cGoArt, cGoSubArt) ||
+    return IstSachArt(cGoArt) || IstKGSachLeistung(cGoArt, cGoSubArt) ||
            IstPrivatSachLeistung(cGoArt, cGoSubArt);
 }
+
+} // namespace orvostat

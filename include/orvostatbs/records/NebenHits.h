@@ -10,6 +10,8 @@
 #include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/host/CString.h"
 
+namespace orvostat {
+
 class CHMVRecord;
 class CPat;
 class CTFakt;
@@ -198,3 +200,5 @@ public:
     // Takes prescription and form. Name, birth date and m_sVoFeld stay where the form's text ends before their lines.
     void MoveVerordnung(const CTRezept & rez, const CHMVRecord & hmv);
 };
+
+} // namespace orvostat

@@ -11,6 +11,8 @@
 
 #include <cstdint>
 
+namespace orvostat {
+
 class CTAdr;
 class CTHistRecall;
 class CTPat;
@@ -91,3 +93,5 @@ public:
     [[nodiscard]] CString GetNameUndGeb() const;
     [[nodiscard]] CString GetNameVornameUndGeb() const;
 };
+
+} // namespace orvostat

@@ -12,6 +12,8 @@
 
 #include <cstdint>
 
+namespace orvostat {
+
 class CBehHitLine;
 class CTBeh;
 class CTPlan;
@@ -27,7 +29,7 @@ public:
     bool m_bPlanOk = true;          // services of the plan may be counted
     bool m_bMitLst5 = false;        // the plan has a service entered as "5"
     bool m_bMitAbschlag = false;    // the plan has a service whose fee row is marked for a deduction
-    orvostat::CIndexMarke m_marke;  // the search's own
+    CIndexMarke m_marke;            // the search's own
     CString m_sPlanDatum;           // YYYYMMDD
     CDPw m_PlanPw;                  // frozen with the plan
     CDPw m_MischPw;
@@ -55,3 +57,5 @@ public:
     // The hit's plan: same patient, same plan number, trailing blanks of both apart.
     [[nodiscard]] bool operator==(const CBehHitLine & hit) const;
 };
+
+} // namespace orvostat

@@ -13,6 +13,8 @@
 
 #include <cstdint>
 
+namespace orvostat {
+
 class CTBill;
 class CTLeb;
 class CTMandantAdr;
@@ -114,8 +116,8 @@ public:
         0; // billing kind: c, z denture, k orthodontics, b jaw fracture, p periodontics, i, e, r, s others
     bool KASSENABR = false;
     bool m_bAbrArtE = false;
-    orvostat::CIndexMarke m_marke; // the search's own
-    CString m_sKennung1;           // reference for insurer billing
+    CIndexMarke m_marke; // the search's own
+    CString m_sKennung1; // reference for insurer billing
     CString m_sFakt2;
     CString m_sFakt2Alt;
     CString m_sKKFakt;   // the insurer's invoice
@@ -201,3 +203,5 @@ public:
     void Clear();
     void MoveSP(const SSelectPool * pSP);
 };
+
+} // namespace orvostat

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <vector>
 
+namespace orvostat {
+
 // A service to look for. Without a number or without a kind it looks for nothing.
 class CSucheLstStruct {
 public:
@@ -53,3 +55,5 @@ public:
     // Empties the teeth; the query itself stays.
     void clear() { m_vTeeth.clear(); }
 };
+
+} // namespace orvostat
