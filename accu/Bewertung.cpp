@@ -7,9 +7,9 @@
 #include "orvostatbs/accu/Bewertungsspur.h"
 #include "orvostatbs/accu/StatAccu.h"
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/host/Umgebung.h"
-#include "orvostatbs/records/Leistungsarten.h"
 
 #include <algorithm>
 #include <string_view>
@@ -64,6 +64,30 @@ bool NachWaehrung(CDBetrag & betrag, char cWaehrung) {
     return true;
 }
 
+// The fields of a step as SBewertungsschritt has them, by reference: nothing is copied unless somebody listens.
+const CString OHNE_TEXT;
+constexpr CDBetrag OHNE_BETRAG;
+struct SAngaben {
+    const CString & sText = OHNE_TEXT;
+    const CString & sText2 = OHNE_TEXT;
+    const CString & sText3 = OHNE_TEXT;
+    const CString & sText4 = OHNE_TEXT;
+    char cArt = 0;
+    char cUnterart = 0;
+    int iZahl = 0;
+    int iZahl2 = 0;
+    int iZahl3 = 0;
+    const CWBetragBasis & betrag = OHNE_BETRAG;
+    const CWBetragBasis & betrag2 = OHNE_BETRAG;
+};
+
+// Notes a step where there is a spur. Inlined, so that nothing of the fields is formed where there is none.
+[[gnu::always_inline]] inline void Notiere(CBewertungsspur * pSpur, EBewertung eSchritt, const SAngaben & a) {
+    if (pSpur == nullptr) return;
+    pSpur->Notiere({eSchritt, a.sText, a.sText2, a.sText3, a.sText4, a.cArt, a.cUnterart, a.iZahl, a.iZahl2,
+                    a.iZahl3, a.betrag, a.betrag2});
+}
+
 // The spur for points and point values: null where the hit's amount does not come from them.
 CBewertungsspur * Punktspur(CBewertungsspur * pSpur, const CBehHitLine & hit) {
     return pSpur && IstPunktArt(hit.GOART) && hit.ABRMERKMAL != '=' ? pSpur : nullptr;
@@ -78,18 +102,13 @@ bool CStatAccu::GetGOData(CBehHitLine & hit) {
     const int iPos = FindGO(hit.LSTNR, hit.GOART);
     if (iPos < 0) {
         AddError(hit, FEHLER_GEBUEHR);
-        if (m_pSpur)
-            m_pSpur->Notiere({.eSchritt = EBewertung::KeineZeile, .sText = hit.LSTNR, .cArt = hit.GOART});
+        Notiere(m_pSpur, EBewertung::KeineZeile, {.sText = hit.LSTNR, .cArt = hit.GOART});
         return true;
     }
     const CGOStruct & go = m_vGO.Lesend()[static_cast<std::size_t>(iPos)];
     hit.MoveGO(go);
-    if (m_pSpur)
-        m_pSpur->Notiere({.eSchritt = EBewertung::Gebuehrenzeile,
-                          .sText = go.m_sLst,
-                          .sText2 = go.m_sKuerzel,
-                          .cArt = go.m_cGoArt,
-                          .cUnterart = go.m_cGoSubArt});
+    Notiere(m_pSpur, EBewertung::Gebuehrenzeile,
+            {.sText = go.m_sLst, .sText2 = go.m_sKuerzel, .cArt = go.m_cGoArt, .cUnterart = go.m_cGoSubArt});
     return true;
 }
 
@@ -105,12 +124,8 @@ bool CStatAccu::GetLstErsatz(CBehHitLine & hit) {
     const int iPos = FindGOKuerzel(sErsatz, hit.GOART);
     if (iPos < 0) return true;
     const CGOStruct & go = m_vGO.Lesend()[static_cast<std::size_t>(iPos)];
-    if (m_pSpur)
-        m_pSpur->Notiere({.eSchritt = EBewertung::Ersatzleistung,
-                          .sText = go.m_sLst,
-                          .sText2 = hit.LSTKUERZEL,
-                          .cArt = go.m_cGoArt,
-                          .cUnterart = go.m_cGoSubArt});
+    Notiere(m_pSpur, EBewertung::Ersatzleistung,
+            {.sText = go.m_sLst, .sText2 = hit.LSTKUERZEL, .cArt = go.m_cGoArt, .cUnterart = go.m_cGoSubArt});
     hit.MoveGO(go);
     return true;
 }
@@ -153,8 +168,7 @@ void CStatAccu::PunkteOrdination(CBehHitLine & hit) {
     pVDesc->m_MFRDIG = hit.MFRDIG;
     auto * pOrdination = LadeFunktionAls<FOrdination>("kelabr", "PunkteOrdination"_t);
     hit.PUNKTE = pOrdination == nullptr ? 0 : pOrdination(m_pFachbereiche, &*pVDesc);
-    if (CBewertungsspur * const pSpur = Punktspur(m_pSpur, hit))
-        pSpur->Notiere({.eSchritt = EBewertung::Ordination, .iZahl = hit.PUNKTE});
+    Notiere(Punktspur(m_pSpur, hit), EBewertung::Ordination, {.iZahl = hit.PUNKTE});
 }
 
 // What FindPw leaves in the table for a hit that takes no value from it: the group, without walking it. The hits of an
@@ -169,24 +183,27 @@ void CStatAccu::FragePwGruppe(const CString & sGrp) {
 // The table's value on the plan's date, on the service's own where that is empty.
 bool CStatAccu::PunktwertAusTafel(CBehHitLine & hit, const CString & sPlanDatum) {
     const CString & sDatum = Oder(sPlanDatum, hit.DATUM);
+    const CString & sPlan = sPlanDatum.IsEmpty() ? OHNE_TEXT : hit.PLANNR; // whose date it is
     const CPw * pPw = FindPw(hit.KASSENPWGRP, hit.PWLART, sDatum);
-    if (pPw != nullptr) hit.MovePw(*pPw);
-    if (CBewertungsspur * const pSpur = Punktspur(m_pSpur, hit)) {
-        SBewertungsschritt schritt{.eSchritt = EBewertung::KeinPunktwert,
-                                   .sText = hit.KASSENPWGRP,
-                                   .sText2 = sDatum,
-                                   .sText3 = hit.KASKUERZEL,
-                                   .sText4 = sPlanDatum.IsEmpty() ? CString() : hit.PLANNR,
-                                   .cArt = hit.PWLART};
-        if (pPw != nullptr) {
-            schritt.eSchritt = EBewertung::PunktwertTafel;
-            schritt.sText3 = pPw->m_sPwAb;
-            schritt.cUnterart = hit.WSO_ERG.Erstes();
-            schritt.betrag = CDBetrag(hit.PUNKTWERT);
-        }
-        pSpur->Notiere(std::move(schritt));
+    if (pPw == nullptr) {
+        Notiere(Punktspur(m_pSpur, hit), EBewertung::KeinPunktwert,
+                {.sText = hit.KASSENPWGRP,
+                 .sText2 = sDatum,
+                 .sText3 = hit.KASKUERZEL,
+                 .sText4 = sPlan,
+                 .cArt = hit.PWLART});
+        return false;
     }
-    return pPw != nullptr;
+    hit.MovePw(*pPw);
+    Notiere(Punktspur(m_pSpur, hit), EBewertung::PunktwertTafel,
+            {.sText = hit.KASSENPWGRP,
+             .sText2 = sDatum,
+             .sText3 = pPw->m_sPwAb,
+             .sText4 = sPlan,
+             .cArt = hit.PWLART,
+             .cUnterart = hit.WSO_ERG.Erstes(),
+             .betrag = hit.PUNKTWERT});
+    return true;
 }
 
 namespace {
@@ -215,17 +232,16 @@ CString CStatAccu::GetPwFromPlanDatum(CBehHitLine & hit, bool & bNeuerParPlan) {
     }
     const CPlan & plan = m_vPwPlaene[static_cast<std::size_t>(iPlan)];
     bNeuerParPlan = plan.IsNewPARPlan();
-    if (!bNeuerParPlan) hit.PUNKTWERT = plan.m_PlanPw;
     CBewertungsspur * const pSpur = Punktspur(m_pSpur, hit);
-    if (pSpur && bNeuerParPlan)
-        pSpur->Notiere(
-            {.eSchritt = EBewertung::NeuerParPlan, .sText = plan.PLANNR, .sText2 = plan.m_sPlanDatum});
-    if (pSpur && !bNeuerParPlan && !plan.m_PlanPw.IsZero())
-        pSpur->Notiere({.eSchritt = EBewertung::PunktwertPlan,
-                        .sText = plan.PLANNR,
-                        .sText2 = plan.m_sPlanDatum,
-                        .betrag = CDBetrag(plan.m_PlanPw)});
-    return bNeuerParPlan ? CString() : plan.m_sPlanDatum;
+    if (bNeuerParPlan) {
+        Notiere(pSpur, EBewertung::NeuerParPlan, {.sText = plan.PLANNR, .sText2 = plan.m_sPlanDatum});
+        return {};
+    }
+    hit.PUNKTWERT = plan.m_PlanPw;
+    if (!plan.m_PlanPw.IsZero())
+        Notiere(pSpur, EBewertung::PunktwertPlan,
+                {.sText = plan.PLANNR, .sText2 = plan.m_sPlanDatum, .betrag = plan.m_PlanPw});
+    return plan.m_sPlanDatum;
 }
 
 bool CStatAccu::IsMischPwFaehig(CBehHitLine & hit) {
@@ -247,10 +263,8 @@ void CStatAccu::PunkteAusMischwert(CBehHitLine & hit) {
         hit.PUNKTWERT = m_vMischPwPlaene[static_cast<std::size_t>(iPlan)].m_MischPw;
     }
     hit.FAKTOR.Empty();
-    if (CBewertungsspur * const pSpur = Punktspur(m_pSpur, hit))
-        pSpur->Notiere({.eSchritt = iPlan < 0 ? EBewertung::MischwertFaktor : EBewertung::Mischwert,
-                        .sText = hit.PLANNR,
-                        .betrag = CDBetrag(hit.PUNKTWERT)});
+    Notiere(Punktspur(m_pSpur, hit), iPlan < 0 ? EBewertung::MischwertFaktor : EBewertung::Mischwert,
+            {.sText = hit.PLANNR, .betrag = hit.PUNKTWERT});
 }
 
 // ---- amount
@@ -262,19 +276,17 @@ void CStatAccu::GetBetrag(CBehHitLine & hit, CDBetrag * pAbschlag) {
         BetragPrivat(hit, pAbschlag);
     else if (IstPunktArt(hit.GOART))
         BetragPunkte(hit);
-    else if (m_pSpur) // laboratory: the entered amount is the amount
-        m_pSpur->Notiere({.eSchritt = EBewertung::Eingetragen, .cArt = hit.GOART, .betrag = hit.BETRAG});
+    else // laboratory: the entered amount is the amount
+        Notiere(m_pSpur, EBewertung::Eingetragen, {.cArt = hit.GOART, .betrag = hit.BETRAG});
 }
 
 void CStatAccu::BetragGespeichert(CBehHitLine & hit) {
-    if (m_pSpur) m_pSpur->Notiere({.eSchritt = EBewertung::Gespeichert, .betrag = hit.BETRAG});
+    Notiere(m_pSpur, EBewertung::Gespeichert, {.betrag = hit.BETRAG});
     if (hit.GOART == 'g' && In(hit.DRUCKBILD, GRUPPENBILDER)) {
         const int iKoepfe = Koepfe(hit.TEXT);
         if (iKoepfe > 1) {
             hit.BETRAG /= iKoepfe;
-            if (m_pSpur)
-                m_pSpur->Notiere(
-                    {.eSchritt = EBewertung::Gruppenleistung, .iZahl = iKoepfe, .betrag = hit.BETRAG});
+            Notiere(m_pSpur, EBewertung::Gruppenleistung, {.iZahl = iKoepfe, .betrag = hit.BETRAG});
         }
     }
     hit.ZUSCHLAG.Empty();
@@ -284,14 +296,14 @@ namespace {
 
 // Special insurers of type "V" have a simple rate of their own.
 bool ZweiterSatz(const CBehHitLine & hit) { return hit.m_cSonderKsArt == 'V'; }
+// The mark of that rate in a step.
+char Satzart(const CBehHitLine & hit) { return ZweiterSatz(hit) ? 'V' : '\0'; }
 
 // The amount of one service out of its points.
 void EinzelbetragAusPunkten(CBehHitLine & hit, int iFaktor, CBewertungsspur * pSpur) {
     hit.BETRAG = EURO_JE_PUNKT;
     hit.BETRAG.MalBruch(std::int64_t{hit.PUNKTE} * iFaktor, HUNDERTSTEL * ZEHNTAUSENDSTEL).Round();
-    if (pSpur)
-        pSpur->Notiere(
-            {.eSchritt = EBewertung::PunkteQ, .iZahl = hit.PUNKTE, .iZahl2 = iFaktor, .betrag = hit.BETRAG});
+    Notiere(pSpur, EBewertung::PunkteQ, {.iZahl = hit.PUNKTE, .iZahl2 = iFaktor, .betrag = hit.BETRAG});
 }
 
 // The amount of one service out of its simple rate; the physicians' rows of the dentists' schedule are rounded down.
@@ -303,12 +315,8 @@ void EinzelbetragAusSatz(CBehHitLine & hit, const CDBetrag & satz, int iFaktor, 
         hit.BETRAG.RoundDown();
     else
         hit.BETRAG.Round();
-    if (pSpur)
-        pSpur->Notiere({.eSchritt = bAbrunden ? EBewertung::EinfachsatzAb : EBewertung::Einfachsatz,
-                        .cArt = ZweiterSatz(hit) ? hit.m_cSonderKsArt : '\0',
-                        .iZahl2 = iFaktor,
-                        .betrag = hit.BETRAG,
-                        .betrag2 = satz});
+    Notiere(pSpur, bAbrunden ? EBewertung::EinfachsatzAb : EBewertung::Einfachsatz,
+            {.cArt = Satzart(hit), .iZahl2 = iFaktor, .betrag = hit.BETRAG, .betrag2 = satz});
 }
 
 // The amount of one private service, rounded once, after the factor. False, and zero, where factor, rate or points
@@ -320,10 +328,11 @@ bool EinzelbetragPrivat(CBehHitLine & hit, CBewertungsspur * pSpur) {
     const bool bOhneSatz = bPunkte ? hit.PUNKTE == 0 : satz.IsZero();
     if (iFaktor == 0 || bOhneSatz) {
         hit.BETRAG.Zero();
-        if (pSpur)
-            pSpur->Notiere({.eSchritt = iFaktor == 0 ? EBewertung::OhneFaktor : EBewertung::OhneSatz,
-                            .cArt = iFaktor != 0 && !bPunkte && ZweiterSatz(hit) ? hit.m_cSonderKsArt : '\0',
-                            .betrag = hit.BETRAG});
+        if (iFaktor == 0)
+            Notiere(pSpur, EBewertung::OhneFaktor, {.betrag = hit.BETRAG});
+        else
+            Notiere(pSpur, EBewertung::OhneSatz,
+                    {.cArt = bPunkte ? '\0' : Satzart(hit), .betrag = hit.BETRAG});
         return false;
     }
     if (bPunkte)
@@ -339,21 +348,18 @@ void CStatAccu::BetragPrivat(CBehHitLine & hit, CDBetrag * pAbschlag) {
     const char cWaehrung = hit.BETRAG.GetWaehrung();
     if (!EinzelbetragPrivat(hit, m_pSpur)) return;
     hit.BETRAG.MalBruch(hit.ANZAHL, HUNDERTSTEL);
-    if (m_pSpur)
-        m_pSpur->Notiere({.eSchritt = EBewertung::Anzahl, .iZahl = hit.ANZAHL, .betrag = hit.BETRAG});
+    Notiere(m_pSpur, EBewertung::Anzahl, {.iZahl = hit.ANZAHL, .betrag = hit.BETRAG});
 
     CDBetrag abschlag;
     AbzglAbschlagOst(hit, abschlag);
-    if (NachWaehrung(hit.BETRAG, cWaehrung) && m_pSpur)
-        m_pSpur->Notiere({.eSchritt = EBewertung::Waehrung, .cArt = cWaehrung, .betrag = hit.BETRAG});
+    if (NachWaehrung(hit.BETRAG, cWaehrung))
+        Notiere(m_pSpur, EBewertung::Waehrung, {.cArt = cWaehrung, .betrag = hit.BETRAG});
     NachWaehrung(abschlag, cWaehrung);
     if (pAbschlag != nullptr) *pAbschlag = abschlag;
 
     if (hit.m_iLebAbschlag == 0) return;
     hit.BETRAG.MalBruch(std::int64_t{ZEHNTAUSENDSTEL} - hit.m_iLebAbschlag, ZEHNTAUSENDSTEL);
-    if (m_pSpur)
-        m_pSpur->Notiere(
-            {.eSchritt = EBewertung::Behandlerabschlag, .iZahl = hit.m_iLebAbschlag, .betrag = hit.BETRAG});
+    Notiere(m_pSpur, EBewertung::Behandlerabschlag, {.iZahl = hit.m_iLebAbschlag, .betrag = hit.BETRAG});
 }
 
 void CStatAccu::AbzglAbschlagOst(CBehHitLine & hit, CDBetrag & abschlag) {
@@ -364,11 +370,8 @@ void CStatAccu::AbzglAbschlagOst(CBehHitLine & hit, CDBetrag & abschlag) {
     abschlag = hit.BETRAG;
     hit.BETRAG.MalBruch(m_iLQPunktwert, ZEHNTAUSENDSTEL);
     abschlag = abschlag - hit.BETRAG;
-    if (m_pSpur)
-        m_pSpur->Notiere({.eSchritt = EBewertung::Regionalabschlag,
-                          .iZahl = m_iLQPunktwert,
-                          .betrag = hit.BETRAG,
-                          .betrag2 = abschlag});
+    Notiere(m_pSpur, EBewertung::Regionalabschlag,
+            {.iZahl = m_iLQPunktwert, .betrag = hit.BETRAG, .betrag2 = abschlag});
 }
 
 // The points of the kinds "e", "f" and "h" depend on insurer and region; the first that is not 0 counts.
@@ -382,7 +385,7 @@ void CStatAccu::WaehlePunkte(CBehHitLine & hit) {
     if (iPunkte == 0 && bBesonders) iPunkte = hit.m_iPunkte2;
     if (iPunkte == 0) return;
     hit.PUNKTE = iPunkte;
-    if (m_pSpur) m_pSpur->Notiere({.eSchritt = EBewertung::AnderePunkte, .iZahl = iPunkte});
+    Notiere(m_pSpur, EBewertung::AnderePunkte, {.iZahl = iPunkte});
 }
 
 void CStatAccu::BetragPunkte(CBehHitLine & hit) {
@@ -390,31 +393,22 @@ void CStatAccu::BetragPunkte(CBehHitLine & hit) {
     const int iProzent = Entfernungsprozent(hit.ENTFERNUNG);
     if (iProzent > 0 && hit.PUNKTE == 0) {
         hit.BETRAG.MalBruch(std::int64_t{iProzent} * hit.ANZAHL, HUNDERTSTEL * HUNDERTSTEL);
-        if (m_pSpur)
-            m_pSpur->Notiere(
-                {.eSchritt = EBewertung::EntfernungBetrag, .iZahl = iProzent, .betrag = hit.BETRAG});
+        Notiere(m_pSpur, EBewertung::EntfernungBetrag, {.iZahl = iProzent, .betrag = hit.BETRAG});
         return;
     }
     if (iProzent > 0) {
         const int iVorher = hit.PUNKTE;
         hit.PUNKTE = MulDiv(iVorher, iProzent, 100);
-        if (m_pSpur)
-            m_pSpur->Notiere({.eSchritt = EBewertung::EntfernungPunkte,
-                              .iZahl = iProzent,
-                              .iZahl2 = hit.PUNKTE,
-                              .iZahl3 = iVorher});
+        Notiere(m_pSpur, EBewertung::EntfernungPunkte,
+                {.iZahl = iProzent, .iZahl2 = hit.PUNKTE, .iZahl3 = iVorher});
     }
     // The product is a 32-bit one, and wraps as such.
     const auto iProdukt = static_cast<std::int32_t>(static_cast<std::uint32_t>(hit.PUNKTE) *
                                                     static_cast<std::uint32_t>(hit.ANZAHL));
     hit.BETRAG = hit.PUNKTWERT;
     hit.BETRAG.MalBruch(iProdukt, HUNDERTSTEL * HUNDERTSTEL);
-    if (m_pSpur)
-        m_pSpur->Notiere({.eSchritt = EBewertung::PunkteMalWert,
-                          .iZahl = hit.PUNKTE,
-                          .iZahl2 = hit.ANZAHL,
-                          .betrag = hit.BETRAG,
-                          .betrag2 = CDBetrag(hit.PUNKTWERT)});
+    Notiere(m_pSpur, EBewertung::PunkteMalWert,
+            {.iZahl = hit.PUNKTE, .iZahl2 = hit.ANZAHL, .betrag = hit.BETRAG, .betrag2 = hit.PUNKTWERT});
 }
 
 CString CStatAccu::GetLQPunktwert() {
@@ -440,8 +434,7 @@ void CStatAccu::NurDenKassenanteil(std::vector<CPlan> & vPlaene, CBehHitLine & h
         iProzent = vPlaene[static_cast<std::size_t>(iPlan)].m_iKasProzent;
     }
     hit.BETRAG.MalBruch(iProzent, HUNDERTSTEL);
-    if (m_pSpur)
-        m_pSpur->Notiere({.eSchritt = EBewertung::Kassenanteil, .iZahl = iProzent, .betrag = hit.BETRAG});
+    Notiere(m_pSpur, EBewertung::Kassenanteil, {.iZahl = iProzent, .betrag = hit.BETRAG});
 }
 
 // ---- finding, names

@@ -1,8 +1,8 @@
 // Plans and bills. Denture, orthodontic and periodontal services are billed through plans, and a hit counts only when
 // its plan has reached the right state.
 #include "orvostatbs/accu/StatAccu.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/records/Leistungsarten.h"
 
 namespace orvostat {
 
@@ -74,6 +74,7 @@ bool CStatAccu::OnlyForZEorKFOorPAROk(CTPlan * pPlan, std::vector<CPlan> & vPlae
     CPlan & plan = vPlaene.emplace_back();
     if (!bDa || !IstPlanstandOk(pPlan, hit.ABRART, bOhne22a)) {
         plan.MovePlanNotOk(hit);
+        plan.m_bFehlt = !bDa;
         return false;
     }
     plan.MovePlan(pPlan, pBeh);

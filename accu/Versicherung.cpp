@@ -2,7 +2,7 @@
 #include "orvostatbs/accu/StatAccu.h"
 
 #include "orvostatbs/host/Datum.h"
-#include "orvostatbs/records/Leistungsarten.h"
+#include "orvostatbs/host/Leistungsarten.h"
 
 #include <algorithm>
 #include <span>
@@ -11,7 +11,8 @@ namespace orvostat {
 
 namespace {
 
-// The kinds of billing that need an insurance card.
+// The kinds of billing that need an insurance card. They look like the point kinds of services, which stand in for them
+// in rows without a kind of billing, but are a list of their own.
 constexpr CBuchstaben BrauchtKarte{"befhkg"};
 
 // The insurance period touches the days from sVon to sBis.

@@ -63,6 +63,6 @@ BENCHMARK(BetraegeSchreiben);
 
 } // namespace
 
-BENCHMARK_MAIN();
-
 } // namespace orvostat
+
+BENCHMARK_MAIN();

@@ -13,8 +13,6 @@
 
 #include <benchmark/benchmark.h>
 
-namespace orvostat {
-
 namespace {
 
 std::int64_t s_iAllokationen = 0;
@@ -29,6 +27,8 @@ std::int64_t s_iAllokationen = 0;
 }
 [[gnu::noinline]] void operator delete(void * p) noexcept { std::free(p); }
 [[gnu::noinline]] void operator delete(void * p, std::size_t) noexcept { std::free(p); }
+
+namespace orvostat {
 
 namespace {
 
@@ -249,6 +249,6 @@ BENCHMARK(HitsSortieren)->ArgName("sortierung")->Arg(1)->Arg(2)->Unit(benchmark:
 
 } // namespace
 
-BENCHMARK_MAIN();
-
 } // namespace orvostat
+
+BENCHMARK_MAIN();

@@ -70,6 +70,6 @@ BENCHMARK(GetAnzArbeitsTageOffeneGrenzen)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
-BENCHMARK_MAIN();
-
 } // namespace orvostat
+
+BENCHMARK_MAIN();

@@ -12,9 +12,9 @@
 //   sortieren_name, sortieren_patient    nanoseconds a hit of DoSortLines on shuffled hits
 //   byte_je_hit                          growth of the resident set by the hits of a run
 
-#include "Lauf.h"
 #include "Muster.h"
 
+#include "orvostatbs/lauf/Lauf.h"
 #include "orvostatbs/sqlite/SqliteSpeicher.h"
 #include "orvostatbs/store/MemorySpeicher.h"
 
@@ -184,6 +184,6 @@ BENCHMARK(BM_Lauf)->Arg(10000)->Arg(100000)->Arg(1000000)->Iterations(1)->Unit(b
 
 } // namespace
 
-BENCHMARK_MAIN();
-
 } // namespace orvostat
+
+BENCHMARK_MAIN();

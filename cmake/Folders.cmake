@@ -81,4 +81,4 @@ function(orvo_library target exported)
 endfunction()
 
 set(ORVO_STORES store/memory store/sqlite)
-set(ORVO_ENGINE host records accu files service plan hvm calendar)
+set(ORVO_ENGINE host records accu lauf files service plan hvm calendar)

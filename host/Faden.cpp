@@ -1,13 +1,15 @@
 #include "orvostatbs/host/Faden.h"
 
 #ifndef NDEBUG
-
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
 #include <thread>
+#endif
 
 namespace orvostat {
+
+#ifndef NDEBUG
 
 namespace {
 
@@ -33,6 +35,8 @@ void BeendeNutzung() {
 }
 
 #else
+
+namespace orvostat {
 
 void BeginneNutzung() {}
 void BeendeNutzung() {}

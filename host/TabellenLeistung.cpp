@@ -1,5 +1,6 @@
 #include "orvostatbs/host/TabellenLeistung.h"
 
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <string_view>
@@ -9,10 +10,6 @@
 namespace orvostat {
 
 namespace {
-
-bool IstKassenleistung(const CTBeh_Fields & beh) {
-    return beh.m_GOART.Erstes() == 'k' || beh.m_GOART.Erstes() == 'g';
-}
 
 // The number sNr, alone or with one letter behind it.
 bool HatNummer(const CString & sLst, std::string_view sNr) {
@@ -26,7 +23,7 @@ template <std::size_t N>
 bool HatKassenleistung(CTBeh & beh, int iErgebnis, const std::string_view (&asNummern)[N]) {
     for (; iErgebnis == 0; iErgebnis = beh.Next())
         for (const std::string_view sNr : asNummern)
-            if (IstKassenleistung(beh) && HatNummer(beh.m_LSTNR, sNr)) return true;
+            if (IstKassenArt(beh.m_GOART.Erstes()) && HatNummer(beh.m_LSTNR, sNr)) return true;
     return false;
 }
 

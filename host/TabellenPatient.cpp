@@ -1,5 +1,6 @@
 #include "orvostatbs/host/TabellenPatient.h"
 
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <array>
@@ -40,9 +41,7 @@ int CTVDesc::GetByIntervall(const CString & sPat, const CString & sDatum, const 
 
 // The order of preference among periods of one day, the best 0.
 int CTVDesc::Rang() const {
-    const char cNachweis = m_VNACHWEIS.Erstes();
-    const bool bPrivat =
-        m_VNACHWEIS == "p" || m_VNACHWEIS == "P" || m_VNACHWEIS == "O" || (GetEEB() && cNachweis == 'p');
+    const bool bPrivat = IstPrivatNachweis(GetEEB() ? ElektronischerNachweis(m_VNACHWEIS) : m_VNACHWEIS);
     const char cArt = m_KSART.Erstes();
     return bPrivat ? 2 : cArt != 0 && cArt != 'a' ? 1 : 0;
 }

@@ -1,5 +1,6 @@
 #include "orvostatbs/host/Textfunktionen.h"
 
+#include "orvostatbs/host/Dateispeicher.h"
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Umgebung.h"
 
@@ -7,10 +8,8 @@
 #include <array>
 #include <charconv>
 #include <cstdlib>
-#include <filesystem>
 #include <limits>
 #include <string>
-#include <system_error>
 
 namespace orvostat {
 
@@ -191,11 +190,7 @@ CString CorrectGebDate(const CString & sDatum) {
     return RightFix(itoc(iJahr * 10'000 + iMonat * 100 + iTag), 8, '0');
 }
 
-bool FileExists(const CString & sPfad) {
-    std::error_code fehler; // a path that cannot be asked for does not exist
-    const auto stand = std::filesystem::status(Dateipfad(sPfad), fehler);
-    return std::filesystem::exists(stand) && !std::filesystem::is_directory(stand);
-}
+bool FileExists(const CString & sPfad) { return Plattendateien().Existiert(sPfad); }
 
 CString CMxField::MakeKY(const CString & s, int iLen) {
     if (iLen <= 0) return {};
@@ -236,6 +231,12 @@ std::int64_t Zahl64(const CString & s) {
 int Zahl(const CString & s) {
     return static_cast<int>(std::clamp<std::int64_t>(Zahl64(s), std::numeric_limits<int>::min(),
                                                      std::numeric_limits<int>::max()));
+}
+
+CString GepackterBetrag(const CString & sBetraege, int iIndex, int iBreite) {
+    const std::int64_t iPos = std::int64_t{iIndex} * iBreite;
+    const auto iGrenze = std::int64_t{std::numeric_limits<int>::max()};
+    return GetMidStr(sBetraege, static_cast<int>(std::clamp(iPos, -iGrenze, iGrenze)), iBreite);
 }
 
 CString BildeBild(const CString & sWert, const CString & sBild) {

@@ -1,8 +1,8 @@
 #include "MusterBehandlungen.h"
 
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/records/Leistungsarten.h"
 
 #include <algorithm>
 #include <string_view>

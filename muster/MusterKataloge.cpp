@@ -1,5 +1,6 @@
 #include "MusterKataloge.h"
 
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <algorithm>
@@ -8,15 +9,20 @@ namespace orvostat {
 
 namespace {
 
-// The part of dentistry a service belongs to; it decides point-value kind, statistic kind and commission group.
+// What a branch of dentistry decides for its services. The kind of point value is the first of that name; the statistic
+// kind of conservative treatment is left to the bill ("x").
 struct SBereich {
     std::string_view sName;
-    char cPwLArt;
-    char cStatArt; // "x": by the bill
     int iProvGrp;
+    [[nodiscard]] char PwLArt() const {
+        return std::ranges::find(PUNKTWERTARTEN, sName, &SBuchstabe::pName)->cBuchstabe;
+    }
+    [[nodiscard]] char StatArt() const {
+        if (sName == "KCH") return 'x';
+        return std::ranges::find(ABRECHNUNGSARTEN, sName, &SAbrechnungsart::pName)->cStatArt;
+    }
 };
-constexpr SBereich BEREICHE[] = {{"KCH", 'a', 'x', 1}, {"IP", 'c', 'e', 2},  {"KFO", 'i', 'f', 5},
-                                 {"ZE", 'f', 'c', 4},  {"PAR", 'g', 'd', 3}, {"KBR", 'h', 'g', 4}};
+constexpr SBereich BEREICHE[] = {{"KCH", 1}, {"IP", 2}, {"KFO", 5}, {"ZE", 4}, {"PAR", 3}, {"KBR", 4}};
 
 const SBereich & Bereich(std::string_view sName) {
     return *std::ranges::find(BEREICHE, sName, &SBereich::sName);
@@ -48,8 +54,8 @@ SGebuehr BemaZeile(char cGoArt, const CZeile & bema) {
     const SBereich & bereich = Bereich(bema["gruppe"]);
     gebuehr.iPunkte = bema.Zahl("punkte") * 100;
     gebuehr.zeile.m_GEBPKT = itoc(gebuehr.iPunkte);
-    gebuehr.zeile.m_PWLART = CString(bereich.cPwLArt);
-    gebuehr.zeile.m_STATART = CString(bereich.cStatArt);
+    gebuehr.zeile.m_PWLART = CString(bereich.PwLArt());
+    gebuehr.zeile.m_STATART = CString(bereich.StatArt());
     gebuehr.zeile.m_F100AEVWERT = itoc(bereich.iProvGrp);
     gebuehr.zeile.m_GOKZ = ABRECHENBAR;
     if (bema["nummer"].starts_with("01")) gebuehr.zeile.m_DRUCKBILD = gebuehr.zeile.m_LSTNR;
@@ -193,7 +199,7 @@ bool Veroeffentlicht(const CMusterDaten & werte, std::string_view sGruppe, char 
     bool bDavor = false;
     bool bDanach = false;
     for (const CZeile & wert : werte)
-        if (wert["gruppe"] == sGruppe && Bereich(wert["art"]).cPwLArt == cPwLArt) {
+        if (wert["gruppe"] == sGruppe && Bereich(wert["art"]).PwLArt() == cPwLArt) {
             bDavor = bDavor || wert["ab"] <= sAb;
             bDanach = bDanach || wert["ab"] >= sAb;
         }
@@ -217,7 +223,7 @@ void SchreibePunktwerte(CMusterSchreiber & schreiber) {
     for (const CZeile & gruppe : gruppen)
         schreiber.Schreibe(CTPwGroup_Fields{Text(gruppe["gruppe"]), Text(gruppe["name"])});
     for (const CZeile & wert : veroeffentlicht)
-        schreiber.Schreibe(PunktwertZeile(wert["gruppe"], Bereich(wert["art"]).cPwLArt, wert["ab"],
+        schreiber.Schreibe(PunktwertZeile(wert["gruppe"], Bereich(wert["art"]).PwLArt(), wert["ab"],
                                           Zehntausendstel(wert["wert_euro"]), "veröffentlicht"_t));
     for (const CZeile & grundwert : CMusterDaten("punktwerte_erfunden"))
         for (const CZeile & gruppe : gruppen)

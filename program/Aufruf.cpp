@@ -4,63 +4,98 @@
 
 #include <iostream>
 #include <string_view>
+#include <vector>
+
+#include <fmt/format.h>
 
 namespace orvostat {
 
 namespace {
 
-// The library's messages: each has what the user wrote before or behind some words of its own.
-struct SMeldung {
-    CLI::ExitCodes eCode;
-    std::string_view sTrenner; // the library's words
-    std::string_view sDeutsch; // "<" is what stands before them, ">" what stands behind
-};
-constexpr SMeldung MELDUNGEN[] = {
-    {CLI::ExitCodes::ExtrasError, " expected: ", "Überzählig oder unbekannt: >"},
-    {CLI::ExitCodes::RequiredError, " is required", "Es fehlt: <"},
-    {CLI::ExitCodes::ConversionError, "Could not convert: ", "Nicht lesbar: >"},
-    {CLI::ExitCodes::ConversionError, ": Should be ", "< ist ein Schalter ohne Wert"},
-    {CLI::ExitCodes::ConversionError, ": too many ", "< ist ein Schalter ohne Wert"},
-    {CLI::ExitCodes::ArgumentMismatch, ": 1 required ", "<: die Angabe dazu fehlt"},
-    {CLI::ExitCodes::ArgumentMismatch, ": At least ", "<: zu wenige Angaben"},
-    {CLI::ExitCodes::ArgumentMismatch, ": At Most 1 required but received ",
-     "<: nur einmal erlaubt, nicht >-mal"},
-    {CLI::ExitCodes::ArgumentMismatch, " was given ", "< ist ein Schalter ohne Wert"},
-    {CLI::ExitCodes::ExcludesError, " excludes ", "< und > schließen sich aus"},
-    {CLI::ExitCodes::RequiresError, " requires ", "< geht nur zusammen mit >"},
-};
+// The commands that the user has named, the program first.
+std::vector<const CLI::App *> Genannte(const CLI::App & app) {
+    std::vector<const CLI::App *> v{&app};
+    while (!v.back()->get_subcommands().empty())
+        v.push_back(v.back()->get_subcommands().front());
+    return v;
+}
 
-std::string Deutsch(CLI::ExitCodes eCode, std::string_view sMeldung) {
-    for (const SMeldung & meldung : MELDUNGEN) {
-        const auto i = eCode == meldung.eCode ? sMeldung.find(meldung.sTrenner) : sMeldung.npos;
-        if (i == sMeldung.npos) continue;
-        std::string s;
-        for (std::string_view sRest = meldung.sDeutsch; !sRest.empty(); sRest.remove_prefix(1)) {
-            if (sRest.front() == '<')
-                s += sMeldung.substr(0, i);
-            else if (sRest.front() == '>')
-                s += sMeldung.substr(i + meldung.sTrenner.size());
-            else
-                s += sRest.front();
-        }
-        return s;
+// What those commands take, in the order in which the library looks at it.
+std::vector<const CLI::Option *> Angaben(const std::vector<const CLI::App *> & vBefehle) {
+    std::vector<const CLI::Option *> v;
+    for (const CLI::App * pBefehl : vBefehle)
+        for (const CLI::Option * pAngabe : pBefehl->get_options())
+            v.push_back(pAngabe);
+    return v;
+}
+
+// The option that a message of the library is about: the first whose name stands in it, of several the longest.
+const CLI::Option * Gemeinte(const std::vector<const CLI::Option *> & vAngaben, std::string_view sMeldung) {
+    const CLI::Option * pGemeinte = nullptr;
+    const auto Stelle = [&](const CLI::Option & angabe) { return sMeldung.find(angabe.get_name()); };
+    for (const CLI::Option * pAngabe : vAngaben) {
+        if (Stelle(*pAngabe) == sMeldung.npos) continue;
+        if (pGemeinte == nullptr || Stelle(*pAngabe) < Stelle(*pGemeinte) ||
+            (Stelle(*pAngabe) == Stelle(*pGemeinte) &&
+             pAngabe->get_name().size() > pGemeinte->get_name().size()))
+            pGemeinte = pAngabe;
     }
-    return std::string(sMeldung);
+    return pGemeinte;
 }
 
-// The command the user has named last, or the program.
-const CLI::App & Letzter(const CLI::App & app) {
-    const auto vBefehle = app.get_subcommands();
-    return vBefehle.empty() ? app : Letzter(*vBefehle.front());
-}
-
-std::string Meldung(const CLI::App & befehl, const CLI::ParseError & fehler) {
-    const auto eCode = static_cast<CLI::ExitCodes>(fehler.get_exit_code());
-    const std::string sMeldung = fehler.what();
-    if (eCode != CLI::ExitCodes::RequiredError || sMeldung != "A subcommand is required")
-        return Deutsch(eCode, sMeldung);
+std::string Fehlendes(const CLI::App & befehl, const std::vector<const CLI::Option *> & vAngaben) {
+    for (const CLI::Option * pAngabe : vAngaben)
+        if (pAngabe->get_required() && pAngabe->count() == 0) return "Es fehlt: " + pAngabe->get_name();
     const std::vector<std::string> vRest = befehl.remaining();
-    return vRest.empty() ? "Es fehlt ein Befehl." : "Einen Befehl \"" + vRest.front() + "\" gibt es nicht.";
+    if (vRest.empty()) return "Es fehlt ein Befehl.";
+    return fmt::format("Einen Befehl \"{}\" gibt es nicht.", vRest.front());
+}
+
+// A pair of options of which the first is given, and the second, which it names, is given or not.
+template <class F>
+std::string Paar(const std::vector<const CLI::Option *> & vAngaben, F fGenannte, bool bGegeben,
+                 fmt::format_string<std::string, std::string> sText) {
+    for (const CLI::Option * pAngabe : vAngaben)
+        for (const CLI::Option * pGenannte : (pAngabe->*fGenannte)())
+            if (pAngabe->count() > 0 && (pGenannte->count() > 0) == bGegeben)
+                return fmt::format(sText, pAngabe->get_name(), pGenannte->get_name());
+    return {};
+}
+
+std::string FalscheAnzahl(const CLI::Option & angabe) {
+    const int iAnzahl = static_cast<int>(angabe.count());
+    const int iHoechstens = angabe.get_items_expected_max();
+    if (iHoechstens == 0) return angabe.get_name() + " ist ein Schalter ohne Wert";
+    if (iHoechstens == 1 && iAnzahl > 1)
+        return fmt::format("{}: nur einmal erlaubt, nicht {}-mal", angabe.get_name(), iAnzahl);
+    if (iAnzahl > iHoechstens) return angabe.get_name() + ": zu viele Angaben";
+    const bool bZuwenig = iAnzahl > 0 && iAnzahl < angabe.get_items_expected_min();
+    return angabe.get_name() + (bZuwenig ? ": zu wenige Angaben" : ": die Angabe dazu fehlt");
+}
+
+// What was wrong, by the exception's type and by what the commands hold after it; the library's English words are not
+// looked at. A ValidationError comes from checks of ours and has their words.
+std::string Meldung(const CLI::App & app, const CLI::ParseError & fehler) {
+    const std::vector<const CLI::App *> vBefehle = Genannte(app);
+    const std::vector<const CLI::Option *> vAngaben = Angaben(vBefehle);
+    const CLI::Option * pGemeinte = Gemeinte(vAngaben, fehler.what());
+    std::string s;
+    if (dynamic_cast<const CLI::ValidationError *>(&fehler) != nullptr)
+        s = fehler.what();
+    else if (dynamic_cast<const CLI::RequiredError *>(&fehler) != nullptr)
+        s = Fehlendes(*vBefehle.back(), vAngaben);
+    else if (dynamic_cast<const CLI::ExtrasError *>(&fehler) != nullptr)
+        s = fmt::format("Überzählig oder unbekannt: {}", CLI::detail::rjoin(app.remaining(true), " "));
+    else if (dynamic_cast<const CLI::RequiresError *>(&fehler) != nullptr)
+        s = Paar(vAngaben, &CLI::Option::get_needs, false, "{} geht nur zusammen mit {}");
+    else if (dynamic_cast<const CLI::ExcludesError *>(&fehler) != nullptr)
+        s = Paar(vAngaben, &CLI::Option::get_excludes, true, "{} und {} schließen sich aus");
+    else if (dynamic_cast<const CLI::ConversionError *>(&fehler) != nullptr && pGemeinte != nullptr)
+        s = fmt::format("Nicht lesbar: {} = {}", pGemeinte->get_name(),
+                        CLI::detail::join(pGemeinte->results()));
+    else if (dynamic_cast<const CLI::ArgumentMismatch *>(&fehler) != nullptr && pGemeinte != nullptr)
+        s = FalscheAnzahl(*pGemeinte);
+    return s.empty() ? "Die Angaben passen nicht zusammen." : s;
 }
 
 // "orvostat hvm DATEI set": as the user writes it.
@@ -168,9 +203,8 @@ int FuehreAus(CLI::App & app, int argc, const char * const * argv) {
             std::cerr << app.help();
             return ENDE_AUFRUF;
         }
-        const CLI::App & befehl = Letzter(app);
-        std::cerr << "Falscher Aufruf. " << Meldung(befehl, fehler) << "\nHilfe: " << Befehlszeile(befehl)
-                  << " --help\n";
+        std::cerr << fmt::format("Falscher Aufruf. {}\nHilfe: {} --help\n", Meldung(app, fehler),
+                                 Befehlszeile(*Genannte(app).back()));
         return ENDE_AUFRUF;
     }
 }

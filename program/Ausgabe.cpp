@@ -193,15 +193,20 @@ std::vector<std::pair<std::string, EFormat>> Formate() {
     return {{"table", EFormat::Tabelle}, {"csv", EFormat::Csv}, {"json", EFormat::Json}};
 }
 
+std::string Dezimal(std::int64_t iWert, int iStellen, int iMindestens, char cPunkt) {
+    const auto iBetrag = static_cast<std::uint64_t>(iWert);
+    std::string s = std::to_string(iWert < 0 ? 0 - iBetrag : iBetrag);
+    const auto iNach = static_cast<std::size_t>(iStellen);
+    if (s.size() <= iNach) s.insert(0, iNach + 1 - s.size(), '0');
+    const std::size_t iVor = s.size() - iNach;
+    while (s.size() > iVor + static_cast<std::size_t>(iMindestens) && s.back() == '0')
+        s.pop_back();
+    if (s.size() > iVor) s.insert(iVor, 1, cPunkt);
+    return (iWert < 0 ? "-" : "") + s;
+}
+
 CString DezimalZelle(std::int64_t iWert, int iStellen) {
-    CString sZiffern = RightFix(itoc(iWert < 0 ? -iWert : iWert), 20, '0');
-    CString s = CString(sZiffern).Left(20 - iStellen);
-    while (s.GetLength() > 1 && s.Erstes() == '0')
-        s.Delete(0);
-    s = (iWert < 0 ? "-" : "") + s + '.' + sZiffern.Mid(20 - iStellen);
-    while (iStellen > 2 && s.GetAt(s.GetLength() - 1) == '0' && iStellen-- > 2)
-        s = s.Left(s.GetLength() - 1);
-    return s;
+    return AusUtf8(Dezimal(iWert, iStellen, std::min(iStellen, 2), '.'));
 }
 
 CString BetragZelle(const CWBetragBasis & betrag) {

@@ -41,6 +41,10 @@ public:
     virtual void Ende() = 0;
 };
 
+// The number iWert / 10^iStellen with its sign, at least one digit before the point and at least iMindestens behind it;
+// trailing zeros go as far as that, and with no digit left behind it the point goes as well.
+[[nodiscard]] std::string Dezimal(std::int64_t iWert, int iStellen, int iMindestens, char cPunkt);
+
 // Cells in that neutral form: a whole number of so many decimals (trailing zeros behind the second go), an amount.
 [[nodiscard]] CString DezimalZelle(std::int64_t iWert, int iStellen);
 [[nodiscard]] CString BetragZelle(const CWBetragBasis & betrag);

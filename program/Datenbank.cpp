@@ -9,7 +9,6 @@
 
 #include <filesystem>
 #include <iostream>
-#include <string_view>
 #include <system_error>
 
 namespace orvostat {
@@ -34,29 +33,39 @@ void PruefeZiel(const std::string & sDatei, bool bErsetzen) {
     if (!bErsetzen) Verweigere("\"" + sDatei + "\" gibt es schon und wird nicht überschrieben.");
 }
 
-// SQLite's words for what can happen to a file, and ours.
-constexpr struct {
-    std::string_view sWorte;
-    const char * pGrund;
-} GRUENDE[] = {
-    {"database disk image is malformed", "sie ist beschädigt"},
-    {"database is locked", "ein anderes Programm schreibt gerade in die Datei"},
-    {"database or disk is full", "der Datenträger ist voll"},
-    {"attempt to write a readonly database", "die Datei ist schreibgeschützt"},
-    {"disk I/O error", "der Datenträger meldet einen Fehler"},
-    {"unable to open database file", "neben der Datei lässt sich keine anlegen"},
-    {"file too large", "die Datei würde größer als erlaubt"},
-    {"out of memory", "der Speicher reicht nicht"},
-};
+// Why a file failed, for behind "...: "; empty where only SQLite has words for it.
+const char * Ursachentext(EUrsache eUrsache) {
+    switch (eUrsache) {
+    case EUrsache::Beschaedigt:
+        return "sie ist beschädigt";
+    case EUrsache::Gesperrt:
+        return "ein anderes Programm schreibt gerade in die Datei";
+    case EUrsache::Voll:
+        return "der Datenträger ist voll";
+    case EUrsache::Schreibgeschuetzt:
+        return "die Datei ist schreibgeschützt";
+    case EUrsache::Datentraeger:
+        return "der Datenträger meldet einen Fehler";
+    case EUrsache::KeineNebendatei:
+        return "neben der Datei lässt sich keine anlegen";
+    case EUrsache::ZuGross:
+        return "die Datei würde größer als erlaubt";
+    case EUrsache::KeinSpeicher:
+        return "der Speicher reicht nicht";
+    case EUrsache::Keine:
+    case EUrsache::Andere:
+        break;
+    }
+    return "";
+}
 
 } // namespace
 
 std::string Fehlergrund(const CZeilenspeicher * pSpeicher) {
     const auto * pSqlite = dynamic_cast<const CSqliteSpeicher *>(pSpeicher);
     if (pSqlite == nullptr) return {};
-    for (const auto & [sWorte, pGrund] : GRUENDE)
-        if (pSqlite->LetzterFehler() == sWorte) return pGrund;
-    return pSqlite->LetzterFehler();
+    const std::string sGrund = Ursachentext(pSqlite->LetzteUrsache());
+    return sGrund.empty() ? pSqlite->LetzterFehler() : sGrund;
 }
 
 std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EModus eModus) {
@@ -69,7 +78,8 @@ std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EMod
 
 bool NimmUnterbrocheneZurueck(const std::string & sDatei) {
     if (!CSqliteSpeicher::Unterbrochen(sDatei)) return false;
-    (void)OeffneSpeicher(sDatei, EModus::Schreiben);
+    CString sMeldung;
+    if (!CSqliteSpeicher::NimmZurueck(sDatei, sMeldung)) Verweigere(sMeldung.Utf8());
     return true;
 }
 

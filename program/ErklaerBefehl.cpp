@@ -1,16 +1,17 @@
-#include "ErklaerBefehl.h"
+#include "Befehle.h"
 
 #include "Aufruf.h"
 #include "Datenbank.h"
 #include "Erlaeuterung.h"
-#include "Lauf.h"
 #include "Praxis.h"
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
+#include "orvostatbs/lauf/Lauf.h"
 
 #include <iostream>
 #include <memory>
+#include <optional>
 
 namespace orvostat {
 
@@ -26,14 +27,11 @@ struct SErklaerbefehl {
 
 // ---- what a service shows
 
-// Why a run leaves out the service of a hit that its plan gate has refused.
-std::string Gattergrund(const CBehHitLine & hit) {
-    if (hit.PLANNR.IsEmpty()) return "Leistung ohne Plannummer";
-    CTPlan plan(dbDatabaseRO);
-    plan.m_PATNR = hit.PATNR;
-    plan.m_PLANNR = hit.PLANNR;
-    const std::string sPlan = "der Plan " + Trim(hit.PLANNR).Utf8();
-    return sPlan + (plan.GetByK1() == ZEILE_OK ? " ist nicht im abrechenbaren Stand" : " fehlt");
+// Why a run leaves out the service of a hit that its plan gate has refused: "der Plan 1 fehlt".
+std::string Gattergrund(const CBehHitLine & hit, EWeglassgrund eGrund) {
+    if (eGrund == EWeglassgrund::OhnePlannummer) return Weglassname(eGrund).Utf8();
+    return "der Plan " + Trim(hit.PLANNR).Utf8() +
+           (eGrund == EWeglassgrund::PlanFehlt ? " fehlt" : " ist nicht im abrechenbaren Stand");
 }
 
 void ZeigeKopf(const CBehHitLine & hit) {
@@ -41,13 +39,14 @@ void ZeigeKopf(const CBehHitLine & hit) {
               << '\n';
 }
 
-void ZeigeLeistung(const CBehHitLine & hit, const CBewertungsspur & spur, bool bGezaehlt) {
+void ZeigeLeistung(const CBehHitLine & hit, const CBewertungsspur & spur,
+                   const std::optional<EWeglassgrund> & weggelassen) {
     std::cout << "\nLeistung " << hit.LSTNR.Utf8();
     if (!hit.TEETH.IsEmpty()) std::cout << ", Zähne " << hit.TEETH.Utf8();
     std::cout << ", Behandler " << Trim(hit.BEHANDLERNR).Utf8();
     if (!hit.KASKUERZEL.IsEmpty()) std::cout << ", Kasse " << hit.KASKUERZEL.Utf8();
     std::cout << '\n';
-    if (!bGezaehlt) std::cout << "  Im Lauf nicht gezählt: " << Gattergrund(hit) << '\n';
+    if (weggelassen) std::cout << "  Im Lauf nicht gezählt: " << Gattergrund(hit, *weggelassen) << '\n';
     for (const std::string & sZeile : Erlaeutere(spur))
         std::cout << "  " << sZeile << '\n';
     std::cout << "  Ergebnis: " << AlsGeld(hit.BETRAG) << '\n';
@@ -92,11 +91,12 @@ private:
     // the insurer's share. A plan's services are all counted or all refused, so neither sees the other's mixed value.
     void NimmBehandlung(const CTBeh & beh) {
         m_spur.Leere();
-        const bool bGezaehlt = m_lauf.BaueHit(beh);
-        if (!bGezaehlt && !m_laufOhneGatter.BaueHit(beh)) return;
+        std::optional<EWeglassgrund> weggelassen;
+        if (!m_lauf.BaueHit(beh)) weggelassen = m_lauf.Weglassgrund();
+        if (weggelassen && !m_laufOhneGatter.BaueHit(beh)) return;
         if (beh.m_DATUM != m_sTag || beh.m_LSTNR.IsEmpty() || !IstLeistung(beh)) return;
         if (m_iHits++ == 0) ZeigeKopf(m_accu.m_BehHit);
-        ZeigeLeistung(m_accu.m_BehHit, m_spur, bGezaehlt);
+        ZeigeLeistung(m_accu.m_BehHit, m_spur, weggelassen);
     }
     // The service is the wanted one by the number it was entered under or by the one it is counted under.
     [[nodiscard]] bool IstLeistung(const CTBeh & beh) const {

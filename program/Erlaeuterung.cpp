@@ -1,11 +1,12 @@
 #include "Erlaeuterung.h"
 
-#include "orvostatbs/host/Datum.h"
-#include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/records/Leistungsarten.h"
+#include "Ausgabe.h"
 
-#include <cstdlib>
-#include <string_view>
+#include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
+#include "orvostatbs/host/Textfunktionen.h"
+
+#include <fmt/format.h>
 
 namespace orvostat {
 
@@ -13,47 +14,14 @@ namespace {
 
 std::string Text(const CString & s) { return s.Utf8(); }
 std::string Plan(const CString & sPlanNr) { return Trim(sPlanNr).Utf8(); }
-std::string Buchstabe(char c) { return "\"" + CString(c).Utf8() + "\""; }
-
-std::string Dezimal(int iWert, int iStellen) {
-    std::string s = std::to_string(std::abs(static_cast<long>(iWert)));
-    if (s.size() <= static_cast<std::size_t>(iStellen))
-        s.insert(0, static_cast<std::size_t>(iStellen) + 1 - s.size(), '0');
-    std::string sNach = s.substr(s.size() - static_cast<std::size_t>(iStellen));
-    sNach.erase(sNach.find_last_not_of('0') + 1);
-    s.resize(s.size() - static_cast<std::size_t>(iStellen));
-    return (iWert < 0 ? "-" : "") + s + (sNach.empty() ? "" : "," + sNach);
-}
-
-// What the letters stand for, as far as they have a meaning of their own and not one that the practice gives them.
-struct SBuchstabe {
-    char cBuchstabe;
-    const char * pName;
-};
-constexpr SBuchstabe GEBUEHRENARTEN[] = {
-    {'k', "BEMA"},
-    {'g', "BEMA"},
-    {'q', "GOZ"},
-    {'p', "GOÄ"},
-    {'a', "Praxismaterial"},
-    {'u', "Unfallversicherung"},
-    {'1', "Eigenlabor, Kassenliste"},
-    {'2', "Fremdlabor, Kassenliste"},
-    {'3', "Eigenlabor, frei"},
-    {'4', "Metall"},
-    {'7', "Technische Leistungen der Praxis"},
-    {'8', "Fremdlaborrechnungen"},
-};
-constexpr SBuchstabe PUNKTWERTARTEN[] = {{'a', "KCH"}, {'c', "IP"},  {'f', "ZE"},
-                                         {'g', "PAR"}, {'h', "KBR"}, {'i', "KFO"}};
+std::string Buchstabe(char c) { return fmt::format("\"{}\"", CString(c).Utf8()); }
 
 // "Art "k" (BEMA)"; "ohne Art".
 template <std::size_t N> std::string Art(char c, const SBuchstabe (&aNamen)[N]) {
     if (c == 0) return "ohne Art";
     const std::string sArt = "Art " + Buchstabe(c);
-    for (const SBuchstabe & name : aNamen)
-        if (name.cBuchstabe == c) return sArt + " (" + name.pName + ")";
-    return sArt;
+    const SBuchstabe * pArt = FindeBuchstabe(aNamen, c);
+    return pArt == nullptr ? sArt : sArt + " (" + pArt->pName + ")";
 }
 
 std::string Datum(const CString & s) { return Db2Date(s).Utf8(); }
@@ -64,7 +32,7 @@ std::string Waehrungsname(char c) {
 }
 
 std::string Gebuehrenzeile(const SBewertungsschritt & s) {
-    std::string sZeile = "Gebührenzeile " + Text(s.sText) + ", " + Art(s.cArt, GEBUEHRENARTEN);
+    std::string sZeile = fmt::format("Gebührenzeile {}, {}", Text(s.sText), Art(s.cArt, GEBUEHRENARTEN));
     if (s.cUnterart != 0) sZeile += ", Unterart " + Buchstabe(s.cUnterart);
     if (!s.sText2.IsEmpty()) sZeile += ", Kürzel " + Text(s.sText2);
     return sZeile;
@@ -77,17 +45,17 @@ std::string Stichtag(const SBewertungsschritt & s) {
 }
 
 std::string PunktwertTafel(const SBewertungsschritt & s) {
-    return "Punktwert " + AlsGeld(s.betrag) + ": Gruppe " + Text(s.sText) + ", " +
-           Art(s.cArt, PUNKTWERTARTEN) + ", " + (s.cUnterart == '9' ? "Ost" : "West") + ", " + Stichtag(s) +
-           ", gültig ab " + Datum(s.sText3);
+    return fmt::format("Punktwert {}: Gruppe {}, {}, {}, {}, gültig ab {}", AlsGeld(s.betrag), Text(s.sText),
+                       Art(s.cArt, PUNKTWERTARTEN), s.cUnterart == '9' ? "Ost" : "West", Stichtag(s),
+                       Datum(s.sText3));
 }
 
 std::string KeinPunktwert(const SBewertungsschritt & s) {
     if (s.sText.IsEmpty() && s.sText3.IsEmpty())
-        return "Kein Punktwert: am " + Datum(s.sText2) + " keine Kasse";
+        return fmt::format("Kein Punktwert: am {} keine Kasse", Datum(s.sText2));
     if (s.sText.IsEmpty()) return "Kein Punktwert: keine Punktwertgruppe zur Kasse " + Text(s.sText3);
-    return "Kein Punktwert: Gruppe " + Text(s.sText) + ", " + Art(s.cArt, PUNKTWERTARTEN) + ", " +
-           Stichtag(s);
+    return fmt::format("Kein Punktwert: Gruppe {}, {}, {}", Text(s.sText), Art(s.cArt, PUNKTWERTARTEN),
+                       Stichtag(s));
 }
 
 // The simple rate's name: insurer kind "V" has a second one.
@@ -96,29 +64,19 @@ std::string Satzname(const SBewertungsschritt & s) {
 }
 
 std::string Einfachsatz(const SBewertungsschritt & s, const char * pRundung) {
-    return Satzname(s) + " " + AlsGeld(s.betrag2) + " x Faktor " + AusZehntausendsteln(s.iZahl2) + " = " +
-           AlsGeld(s.betrag) + " (" + pRundung + ")";
+    return fmt::format("{} {} x Faktor {} = {} ({})", Satzname(s), AlsGeld(s.betrag2),
+                       AusZehntausendsteln(s.iZahl2), AlsGeld(s.betrag), pRundung);
 }
 
 } // namespace
 
-std::string AusHundertsteln(int iWert) { return Dezimal(iWert, 2); }
-std::string AusZehntausendsteln(int iWert) { return Dezimal(iWert, 4); }
+std::string AusHundertsteln(int iWert) { return Dezimal(iWert, 2, 0, ','); }
+std::string AusZehntausendsteln(int iWert) { return Dezimal(iWert, 4, 0, ','); }
 
 std::string AlsGeld(const CWBetragBasis & betrag) {
     if (betrag.IsEmpty()) return "kein Betrag";
-    // The stored text has hundredths and what is beyond them: "e2311.5" is 23,115.
-    std::string s = betrag.ToDb(0, true, false, 0.0, 0.0).Utf8();
-    if (betrag.GetWaehrung() != 0) s.erase(0, 1);
-    const bool bMinus = s.starts_with('-');
-    if (bMinus) s.erase(0, 1);
-    const std::size_t iPunkt = s.find('.');
-    const std::string sRest = iPunkt == std::string::npos ? "" : s.substr(iPunkt + 1);
-    if (iPunkt != std::string::npos) s.resize(iPunkt);
-    if (s.size() < 3) s.insert(0, 3 - s.size(), '0');
     const std::string sName = Waehrungsname(betrag.GetWaehrung());
-    return (bMinus ? "-" : "") + s.substr(0, s.size() - 2) + "," + s.substr(s.size() - 2) + sRest +
-           (sName.empty() ? "" : " " + sName);
+    return Dezimal(betrag.GetEinheiten(), 8, 2, ',') + (sName.empty() ? "" : " " + sName);
 }
 
 std::string Erlaeutere(const SBewertungsschritt & s) {
@@ -126,67 +84,68 @@ std::string Erlaeutere(const SBewertungsschritt & s) {
     case EBewertung::Gebuehrenzeile:
         return Gebuehrenzeile(s);
     case EBewertung::KeineZeile:
-        return "Keine Gebührenzeile zur Leistung " + Text(s.sText) + ", " + Art(s.cArt, GEBUEHRENARTEN);
+        return fmt::format("Keine Gebührenzeile zur Leistung {}, {}", Text(s.sText),
+                           Art(s.cArt, GEBUEHRENARTEN));
     case EBewertung::Ersatzleistung:
-        return "Ersetzt: " + Text(s.sText2) + " wird als " + Text(s.sText) + " gezählt";
+        return fmt::format("Ersetzt: {} wird als {} gezählt", Text(s.sText2), Text(s.sText));
     case EBewertung::Ordination:
         return "Punkte nach Fachbereich: " + AusHundertsteln(s.iZahl);
     case EBewertung::PunktwertPlan:
-        return "Punktwert " + AlsGeld(s.betrag) + ": mit Plan " + Plan(s.sText) + " vom " + Datum(s.sText2) +
-               " festgeschrieben";
+        return fmt::format("Punktwert {}: mit Plan {} vom {} festgeschrieben", AlsGeld(s.betrag),
+                           Plan(s.sText), Datum(s.sText2));
     case EBewertung::NeuerParPlan:
-        return "Plan " + Plan(s.sText) + " schreibt keinen Punktwert fest";
+        return fmt::format("Plan {} schreibt keinen Punktwert fest", Plan(s.sText));
     case EBewertung::PunktwertTafel:
         return PunktwertTafel(s);
     case EBewertung::KeinPunktwert:
         return KeinPunktwert(s);
     case EBewertung::Mischwert:
-        return "Stattdessen Mischpunktwert " + AlsGeld(s.betrag) + " aus der ersten Leistung des Plans " +
-               Plan(s.sText);
+        return fmt::format("Stattdessen Mischpunktwert {} aus der ersten Leistung des Plans {}",
+                           AlsGeld(s.betrag), Plan(s.sText));
     case EBewertung::MischwertFaktor:
-        return "Stattdessen Mischpunktwert " + AlsGeld(s.betrag) +
-               " aus dem Faktor dieser Leistung, für Plan " + Plan(s.sText);
+        return fmt::format("Stattdessen Mischpunktwert {} aus dem Faktor dieser Leistung, für Plan {}",
+                           AlsGeld(s.betrag), Plan(s.sText));
     case EBewertung::Gespeichert:
         return "Der eingetragene Betrag gilt: " + AlsGeld(s.betrag);
     case EBewertung::Eingetragen:
-        return std::string(IstLaborArt(s.cArt) ? "Betrag der Laborleistung" : "Betrag") +
-               ", wie eingetragen: " + AlsGeld(s.betrag);
+        return fmt::format("{}, wie eingetragen: {}",
+                           IstLaborArt(s.cArt) ? "Betrag der Laborleistung" : "Betrag", AlsGeld(s.betrag));
     case EBewertung::Gruppenleistung:
-        return "Gruppenleistung für " + std::to_string(s.iZahl) + " Patienten: je Kopf " + AlsGeld(s.betrag);
+        return fmt::format("Gruppenleistung für {} Patienten: je Kopf {}", s.iZahl, AlsGeld(s.betrag));
     case EBewertung::OhneFaktor:
         return "Faktor 0: Betrag 0";
     case EBewertung::OhneSatz:
         return s.cArt == 0 ? "Ohne Einfachsatz und Punkte: Betrag 0" : Satzname(s) + " 0: Betrag 0";
     case EBewertung::PunkteQ:
-        return std::to_string(s.iZahl) + " Punkte x 5,62421 Cent x Faktor " + AusZehntausendsteln(s.iZahl2) +
-               " = " + AlsGeld(s.betrag) + " (gerundet, GOZ § 5)";
+        return fmt::format("{} Punkte x 5,62421 Cent x Faktor {} = {} (gerundet, GOZ § 5)", s.iZahl,
+                           AusZehntausendsteln(s.iZahl2), AlsGeld(s.betrag));
     case EBewertung::Einfachsatz:
         return Einfachsatz(s, "gerundet");
     case EBewertung::EinfachsatzAb:
         return Einfachsatz(s, "abgerundet");
     case EBewertung::Anzahl:
-        return "x Anzahl " + AusHundertsteln(s.iZahl) + " = " + AlsGeld(s.betrag);
+        return fmt::format("x Anzahl {} = {}", AusHundertsteln(s.iZahl), AlsGeld(s.betrag));
     case EBewertung::Regionalabschlag:
-        return "Regionaler Faktor " + AusZehntausendsteln(s.iZahl) + ": Abzug " + AlsGeld(s.betrag2) +
-               ", bleibt " + AlsGeld(s.betrag);
+        return fmt::format("Regionaler Faktor {}: Abzug {}, bleibt {}", AusZehntausendsteln(s.iZahl),
+                           AlsGeld(s.betrag2), AlsGeld(s.betrag));
     case EBewertung::Waehrung:
-        return "In " + Waehrungsname(s.cArt) + ": " + AlsGeld(s.betrag);
+        return fmt::format("In {}: {}", Waehrungsname(s.cArt), AlsGeld(s.betrag));
     case EBewertung::Behandlerabschlag:
-        return "Abschlag des Behandlers " + Prozent(s.iZahl) + ", bleibt " + AlsGeld(s.betrag);
+        return fmt::format("Abschlag des Behandlers {}, bleibt {}", Prozent(s.iZahl), AlsGeld(s.betrag));
     case EBewertung::AnderePunkte:
         return "Punkte dieser Kasse: " + AusHundertsteln(s.iZahl);
     case EBewertung::EntfernungBetrag:
-        return "Entfernung " + std::to_string(s.iZahl) +
-               " % des eingetragenen Betrags, x Anzahl: " + AlsGeld(s.betrag);
+        return fmt::format("Entfernung {} % des eingetragenen Betrags, x Anzahl: {}", s.iZahl,
+                           AlsGeld(s.betrag));
     case EBewertung::EntfernungPunkte:
-        return "Entfernung " + std::to_string(s.iZahl) + " % von " + AusHundertsteln(s.iZahl3) +
-               " Punkten: " + AusHundertsteln(s.iZahl2) + " Punkte";
+        return fmt::format("Entfernung {} % von {} Punkten: {} Punkte", s.iZahl, AusHundertsteln(s.iZahl3),
+                           AusHundertsteln(s.iZahl2));
     case EBewertung::PunkteMalWert:
         if (s.betrag2.IsEmpty()) return AusHundertsteln(s.iZahl) + " Punkte ohne Punktwert: kein Betrag";
-        return AusHundertsteln(s.iZahl) + " Punkte x Anzahl " + AusHundertsteln(s.iZahl2) + " x " +
-               AlsGeld(s.betrag2) + " = " + AlsGeld(s.betrag);
+        return fmt::format("{} Punkte x Anzahl {} x {} = {}", AusHundertsteln(s.iZahl),
+                           AusHundertsteln(s.iZahl2), AlsGeld(s.betrag2), AlsGeld(s.betrag));
     case EBewertung::Kassenanteil:
-        return "Anteil der Kasse " + std::to_string(s.iZahl) + " %: " + AlsGeld(s.betrag);
+        return fmt::format("Anteil der Kasse {} %: {}", s.iZahl, AlsGeld(s.betrag));
     }
     return {};
 }

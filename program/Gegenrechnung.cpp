@@ -14,6 +14,8 @@ namespace {
 
 constexpr std::int64_t EINHEITEN_JE_CENT = 1000000;
 
+// What stands below says the rules of letters and values a second time on purpose: it recounts without the engine.
+//
 // The small tables as SQL wants them: indexed by their texts, numbers as numbers, letters as letters. A period counts
 // only where its insurer has a row of exactly its code. A point value is NULL unless it is in euro and unsigned.
 constexpr const char * VORBEREITUNG = R"sql(

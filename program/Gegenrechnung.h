@@ -39,8 +39,8 @@ struct SGegenrechnung {
     bool bGerechnet = false; // false: sFehler says why
     std::string sFehler;     // UTF-8
     std::int64_t iGeprueft = 0;
-    std::map<std::string, std::int64_t>
-        mapAusgelassen;               // hits that SQL does not value, by the German word for why
+    // Hits that SQL does not value, by the German word for why.
+    std::map<std::string, std::int64_t> mapAusgelassen;
     std::vector<SGegensumme> vSummen; // by treater and service
 };
 

@@ -2,13 +2,13 @@
 
 #include "Aufruf.h"
 #include "Datenbank.h"
-#include "Hitbau.h"
 #include "Hittabelle.h"
 #include "Konsole.h"
 #include "Praxis.h"
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
+#include "orvostatbs/lauf/Lauf.h"
 
 #include <iostream>
 #include <memory>
@@ -26,6 +26,13 @@ struct SAuswahl {
     int iLimit = 0; // 0 is all
     EFormat eFormat = EFormat::Tabelle;
 };
+
+// Every treatment is a hit, with what its rows say and no more.
+const SLaufauftrag ROH = {.bPlangatter = false,
+                          .bSelektion = false,
+                          .bBewertung = false,
+                          .bStammdatenNoetig = false,
+                          .bPatienten = false};
 
 // ---- the walk
 
@@ -47,7 +54,9 @@ void Zeige(const SAuswahl & auswahl) {
     const CPraxis praxis(auswahl.sDatei, EModus::Lesen);
     const CString sBehandler = auswahl.sBehandler.empty() ? CString() : PruefeBehandler(auswahl.sBehandler);
     CHittabelle tabelle(std::cout, auswahl.eFormat, EHitspalten::Kurz);
-    CHitbau bau;
+    CStatAccu accu;
+    CLauf lauf(accu, ROH);
+    if (!lauf.Vorlauf()) VerweigereNachLesefehler();
     CTBeh beh;
     int iHits = 0;
     int i = Oeffne(beh, auswahl, sVon, sBis);
@@ -57,7 +66,8 @@ void Zeige(const SAuswahl & auswahl) {
         if (beh.m_DATUM < sVon || beh.m_DATUM > sBis ||
             (!sBehandler.IsEmpty() && beh.m_BEHANDLERNR != sBehandler))
             continue;
-        tabelle.Zeile(bau.Baue(beh));
+        lauf.BaueHit(beh);
+        tabelle.Zeile(accu.m_BehHit);
         ++iHits;
     }
     tabelle.Ende();

@@ -1,10 +1,4 @@
-// The command hits: the hits of a practice's treatments.
+// The command hits stands with the others.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
-namespace orvostat {
-
-void FuegeHitsHinzu(CLI::App & app);
-
-} // namespace orvostat
+#include "Befehle.h"

@@ -1,7 +1,7 @@
 #include "Hittabelle.h"
 
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/records/Leistungsarten.h"
 
 namespace orvostat {
 

@@ -1,4 +1,4 @@
-#include "HvmBefehle.h"
+#include "Befehle.h"
 
 #include "Aufruf.h"
 #include "Datenbank.h"

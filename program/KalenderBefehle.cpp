@@ -1,4 +1,4 @@
-#include "KalenderBefehle.h"
+#include "Befehle.h"
 
 #include "Aufruf.h"
 #include "Feiertagsausgabe.h"
@@ -9,10 +9,11 @@
 #include "orvostatbs/hvm/HVMCf.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <iostream>
 #include <memory>
 #include <optional>
+
+#include <fmt/format.h>
 
 namespace orvostat {
 
@@ -181,9 +182,7 @@ struct SArbeitstageBefehl {
     }
 
     static std::string Kommazahl(double fWert) {
-        char ac[48];
-        std::snprintf(ac, sizeof ac, "%.4f", fWert);
-        std::string s = ac;
+        std::string s = fmt::format("{:.4f}", fWert);
         std::ranges::replace(s, '.', ',');
         return s;
     }

@@ -1,10 +1,10 @@
-#include "KopierBefehl.h"
+#include "Befehle.h"
 
 #include "Datenbank.h"
 #include "Praxis.h"
-#include "Pruefung.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
+#include "orvostatbs/host/Praxispruefung.h"
 #include "orvostatbs/host/Tabellen.h"
 #include "orvostatbs/store/MemorySpeicher.h"
 
@@ -52,9 +52,16 @@ void VerweigereVerluste(CSqliteSpeicher & quelle) {
                    (iTexte == 1 ? " Text: " : " Texten, zuerst in: ") + sErster + ".");
 }
 
+// A file can have lost rows and be read to its end: the copy would pass for a whole one.
+void VerweigereSchaeden(CSqliteSpeicher & quelle) {
+    if (!quelle.Pruefe().empty())
+        Verweigere("Die Praxisdatei hat Schäden und wird nicht kopiert. \"orvostat check\" zeigt sie.");
+}
+
 void KopierePraxis(const std::string & sQuelle, const std::string & sZiel) {
     const auto pQuelle = OeffneSpeicher(sQuelle, EModus::Lesen);
     CNeueDatei ziel(sZiel, false);
+    VerweigereSchaeden(*pQuelle);
     VerweigereVerluste(*pQuelle);
     const auto ScheitereBeimSchreiben = [&] {
         Scheitere("Die Kopie lässt sich nicht schreiben", ziel.Speicher(), ziel.Speicher());

@@ -1,9 +1,8 @@
-#include "LaufBefehle.h"
+#include "Befehle.h"
 
 #include "Aufruf.h"
 #include "Ausgabe.h"
 #include "Datenbank.h"
-#include "ErklaerBefehl.h"
 #include "Gegenrechnung.h"
 #include "Konsole.h"
 #include "Laufbericht.h"
@@ -69,6 +68,8 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     if (befehl.bPruefe) Pruefe(befehl, accu);
 }
 
+} // namespace
+
 void FuegeRunHinzu(CLI::App & app) {
     CLI::App * pApp =
         app.add_subcommand("run", "Bewertet die Behandlungen einer Auswahl und zeigt die Summen");
@@ -82,13 +83,6 @@ void FuegeRunHinzu(CLI::App & app) {
     pApp->footer(
         "Ein Abschnitt der Auswahl gilt, wenn seine Option angegeben ist, auch mit leerem Wert ('').");
     pApp->callback([pApp, pBefehl] { FuehreLaufAus(*pApp, *pBefehl); });
-}
-
-} // namespace
-
-void FuegeLaufBefehleHinzu(CLI::App & app) {
-    FuegeRunHinzu(app);
-    FuegeExplainHinzu(app);
 }
 
 } // namespace orvostat

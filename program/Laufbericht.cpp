@@ -4,11 +4,10 @@
 #include "Konsole.h"
 
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/BehErrors.h"
-#include "orvostatbs/records/Leistungsarten.h"
 
-#include <cmath>
 #include <iostream>
 #include <map>
 #include <tuple>
@@ -79,33 +78,18 @@ void ZeigeGruppen(std::ostream & aus, const char * pTitel, const std::map<CStrin
     pAusgabe->Ende();
 }
 
-const char * Fehlertext(int iFehler) {
-    switch (iFehler) {
-    case FEHLER_PUNKTWERT:
-        return "kein Punktwert für eine Kassenleistung";
-    case FEHLER_GEBUEHR:
-        return "keine Gebührenzeile zur Leistung";
-    case FEHLER_PLAN_FEHLT:
-        return "der Plan der Leistung fehlt";
-    case FEHLER_OHNE_PLANNR:
-        return "Leistung ohne Plannummer";
-    default:
-        return "unbekannt";
-    }
-}
-
 void ZeigeFehler(std::ostream & aus, const CStatAccu & accu) {
     std::map<int, int> mapAnzahl;
     for (const CBehErrors & fehler : accu.m_vBehErrors)
         ++mapAnzahl[fehler.m_iFehler];
     for (const auto & [iFehler, iAnzahl] : mapAnzahl)
-        aus << "  Fehler " << iFehler << ": " << iAnzahl << " x " << Fehlertext(iFehler) << '\n';
+        aus << "  Fehler " << iFehler << ": " << iAnzahl << " x " << BehFehlertext(iFehler).Utf8() << '\n';
     constexpr int BEISPIELE = 5;
     int iGezeigt = 0;
     for (const CBehErrors & fehler : accu.m_vBehErrors) {
         if (++iGezeigt > BEISPIELE) break;
         aus << "    Patient " << Trim(fehler.PATNR).Utf8() << " am " << Db2Date(fehler.DATUM).Utf8()
-            << ", Leistung " << fehler.LSTIN.Utf8() << ": " << Fehlertext(fehler.m_iFehler) << '\n';
+            << ", Leistung " << fehler.LSTIN.Utf8() << ": " << BehFehlertext(fehler.m_iFehler).Utf8() << '\n';
     }
 }
 
@@ -134,12 +118,11 @@ CString Statistikart(CStatAccu & accu, char c) {
     return MitName(c, accu.GetLstGrpName(IstLaborArt(c) ? 'T' : 'K', c));
 }
 
-constexpr double EINHEITEN_JE_EURO = 1e8;
-
+// Hundred-millionths of a euro with four decimals, halves away from zero.
 CString Euro(std::int64_t iEinheiten) {
-    CString s;
-    s.Format("%.4f", static_cast<double>(iEinheiten) / EINHEITEN_JE_EURO);
-    return s;
+    constexpr std::int64_t JE_STELLE = 10'000;
+    const std::int64_t iHalbe = iEinheiten % JE_STELLE / (JE_STELLE / 2); // -1, 0 or 1
+    return AusUtf8(Dezimal(iEinheiten / JE_STELLE + iHalbe, 4, 4, '.'));
 }
 
 constexpr SAusgabespalte GEGENSPALTEN[] = {{"Beh", EZelle::Text, 4},       {"GO", EZelle::Text, 2},
@@ -150,19 +133,20 @@ constexpr SAusgabespalte GEGENSPALTEN[] = {{"Beh", EZelle::Text, 4},       {"GO"
 
 void ZeigeZahlen(std::ostream & aus, const CStatAccu & accu, const CLauf & lauf) {
     const SLaufzahlen & z = lauf.Zahlen();
-    aus << z.iBehandlungen << " Behandlungen gelesen, " << accu.m_vBehHits.size() << " Hits, "
-        << accu.m_vPat.size() << (accu.m_vPat.size() == 1 ? " Patient, " : " Patienten, ")
-        << accu.m_vBehErrors.size() << " Fehler\n";
+    aus << z.iBehandlungen << " Behandlungen gelesen, " << z.iHits << " Hits, " << accu.m_vPat.size()
+        << (accu.m_vPat.size() == 1 ? " Patient, " : " Patienten, ") << accu.m_vBehErrors.size()
+        << " Fehler\n";
     const std::pair<std::int64_t, const char *> aHinweise[] = {
         {z.iOhneBill, " Hits ohne Rechnung"},
         {z.iOhnePatient, " Hits ohne lesbaren Patienten"},
         {z.iOhneKasse, " Hits ohne Versicherung oder Kasse am Tag"},
-        {z.iOhneBehandler, " Behandlungen anderer Behandler"},
-        {static_cast<std::int64_t>(accu.m_vGlabHits.size()), " Laborrechnungen"},
-        {static_cast<std::int64_t>(accu.m_vGlabFaktHits.size()), " Sammelrechnungen"},
-        {static_cast<std::int64_t>(accu.m_vGipsHits.size()), " Gipsmodelle"},
-        {static_cast<std::int64_t>(accu.m_vRechHits.size()), " Rechnungen"},
-        {static_cast<std::int64_t>(accu.m_vVerordnungHits.size()), " Verordnungen"}};
+        {z.Weggelassen(EWeglassgrund::Behandler) + z.Weggelassen(EWeglassgrund::BehandlerUnbekannt),
+         " Behandlungen anderer Behandler"},
+        {z.iLaborrechnungen, " Laborrechnungen"},
+        {z.iSammelrechnungen, " Sammelrechnungen"},
+        {z.iGipsmodelle, " Gipsmodelle"},
+        {z.iRechnungen, " Rechnungen"},
+        {z.iVerordnungen, " Verordnungen"}};
     for (const auto & [iAnzahl, pText] : aHinweise)
         if (iAnzahl != 0) aus << "  " << iAnzahl << pText << '\n';
     ZeigeFehler(aus, accu);

@@ -3,7 +3,8 @@
 
 #include "Ausgabe.h"
 #include "Gegenrechnung.h"
-#include "Lauf.h"
+
+#include "orvostatbs/lauf/Lauf.h"
 
 #include <iosfwd>
 

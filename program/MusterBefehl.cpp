@@ -1,4 +1,4 @@
-#include "MusterBefehl.h"
+#include "Befehle.h"
 
 #include "Aufruf.h"
 #include "Datenbank.h"

@@ -1,10 +1,10 @@
-#include "PruefBefehl.h"
+#include "Befehle.h"
 
 #include "Ausgabe.h"
 #include "Datenbank.h"
-#include "Pruefung.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
+#include "orvostatbs/host/Praxispruefung.h"
 #include "orvostatbs/host/Tabellen.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
@@ -35,7 +35,7 @@ void Pruefe(const std::string & sDatei) {
 
     const std::int64_t iAlle = AlleZeilen(*pSpeicher);
     std::int64_t iGelesen = 0;
-    CPruefung pruefung(
+    CPraxispruefung pruefung(
         *pSpeicher, [&](const std::string & sMangel) { vMaengel.push_back(sMangel); },
         [&] { Fortschritt(++iGelesen, iAlle); });
     const auto pAusgabe = CAusgabe::Neu(EFormat::Tabelle, std::cout, SPALTEN);
@@ -48,6 +48,10 @@ void Pruefe(const std::string & sDatei) {
             vMaengel.push_back(Zeilenname(*pTabelle, vZeile) + ": " + pTabelle->vSpalten[iSpalte].pName +
                                " \"" + vZeile[iSpalte]->Utf8() +
                                "\" hat in der Datei Zeichen, die Windows-1252 fehlen");
+        });
+        (void)pSpeicher->SucheFremdeSchluessel(*pTabelle, [&](CWerte vZeile, int iSchluessel) {
+            vMaengel.push_back(Zeilenname(*pTabelle, vZeile) + ": Schlüssel " + std::to_string(iSchluessel) +
+                               " passt nicht zu den Spalten");
         });
         pAusgabe->Zeile({CString(pTabelle->pName), itoc(iZeilen),
                          itoc(static_cast<std::int64_t>(vMaengel.size() - iVorher))});

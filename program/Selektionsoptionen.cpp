@@ -4,12 +4,14 @@
 #include "Praxis.h"
 
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <CLI/CLI.hpp>
 
 #include <set>
+#include <string_view>
 #include <utility>
 
 namespace orvostat {
@@ -112,9 +114,9 @@ std::string Fehler(const SWertart & art, const std::string & s) {
 
 // The one way to declare an option with a value: checked as it is read, its kind of value in the help.
 CLI::Option * Option(CLI::App & app, const char * pName, const SWertart & art, std::string & sWert,
-                     const char * pHilfe) {
+                     const std::string & sHilfe) {
     const auto Pruefe = [art](const std::string & s) { return Fehler(art, s); };
-    return app.add_option(pName, sWert, pHilfe)->type_name(art.pTyp)->check(CLI::Validator(Pruefe, ""));
+    return app.add_option(pName, sWert, sHilfe)->type_name(art.pTyp)->check(CLI::Validator(Pruefe, ""));
 }
 
 // ---- the sections
@@ -134,15 +136,24 @@ CString FindeKasse(const std::string & sKasse) {
     return *aGleiche.begin();
 }
 
+// "z ZE, k KFO" of the letters z and k.
+template <class TZeile, std::size_t N>
+std::string MitNamen(const TZeile (&aZeilen)[N], std::string_view sBuchstaben) {
+    std::string s;
+    for (const char c : sBuchstaben)
+        s += (s.empty() ? std::string() : ", ") + c + ' ' + FindeBuchstabe(aZeilen, c)->pName;
+    return s;
+}
+
 // A section of the selection that one option sets: given, it is switched on and takes the option's value.
 struct SAbschnitt {
     const char * pOption;
     const SWertart & art;
-    const char * pHilfe;
+    std::string sHilfe;
     void (*fSetze)(CSelektion &, const std::string & sWert);
 };
 
-constexpr SAbschnitt ABSCHNITTE[] = {
+const SAbschnitt ABSCHNITTE[] = {
     {"--selektion", WERT, "Patientenselektion; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetSelektion(Text(sWert)); }},
     {"--anamnese", WERT, "Risikoanamnese; leer: alle",
@@ -195,18 +206,20 @@ constexpr SAbschnitt ABSCHNITTE[] = {
          s.SetOhneLst(Oder(sVon, ERSTER_TAG), Oder(sBis, LETZTER_TAG));
      }},
     {"--goart", GOARTEN,
-     "Gebührenordnung: k oder g BEMA, q GOZ, p GOÄ, a Material, u Unfall, b, e, f, h andere Kostenträger, "
-     "1 bis 9 Labor; leer: alle",
+     "Gebührenordnung: k oder " + MitNamen(GEBUEHRENARTEN, "gqp") +
+         ", a Material, u Unfall, b, e, f, h andere Kostenträger, 1 bis 9 Labor; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetGoArt(Text(sWert).Erstes()); }},
     {"--leistung", NR, "Leistungsnummer; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetLst(Text(sWert)); }},
     {"--abrart", ABRARTEN,
-     "Abrechnungsarten ohne Trenner: c KCH, z ZE, k KFO (m, wo im Quartal Multiband behandelt ist), "
-     "p PAR (6 bis 8 mit --par-marken und --par-beva), b KBR, i IP, e, r und s Sonderfälle; leer: alle",
+     "Abrechnungsarten ohne Trenner: " + MitNamen(ABRECHNUNGSARTEN, "czk") +
+         " (m, wo im Quartal Multiband behandelt ist), " + MitNamen(ABRECHNUNGSARTEN, "p") +
+         " (6 bis 8 mit --par-marken und --par-beva), " + MitNamen(ABRECHNUNGSARTEN, "bi") +
+         ", e, r und s Sonderfälle; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetAbrArt(Text(sWert)); }},
     {"--pwlart", PWLARTEN,
-     "Leistungsarten des Punktwerts ohne Trenner: a KCH, c und j IP, f ZE, g PAR, h KBR, i KFO, "
-     "b, d, e andere, p privat, 0 ohne Punktwert; leer: alle",
+     "Leistungsarten des Punktwerts ohne Trenner: " + MitNamen(PUNKTWERTARTEN, "a") + ", c und " +
+         MitNamen(PUNKTWERTARTEN, "jfghi") + ", b, d, e andere, p privat, 0 ohne Punktwert; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetPwLArt(Text(sWert)); }},
     {"--plan", PLANNR, "Plannummer; leer: alle",
      [](CSelektion & s, const std::string & sWert) {
@@ -295,7 +308,7 @@ void FuegeAbschnitteHinzu(CLI::App & app, SLaufoptionen & o) {
     o.vWerte.resize(std::size(ABSCHNITTE));
     for (std::size_t i = 0; i < std::size(ABSCHNITTE); ++i) {
         const SAbschnitt & abschnitt = ABSCHNITTE[i];
-        Option(app, abschnitt.pOption, abschnitt.art, o.vWerte[i], abschnitt.pHilfe)->group(AUSWAHL);
+        Option(app, abschnitt.pOption, abschnitt.art, o.vWerte[i], abschnitt.sHilfe)->group(AUSWAHL);
     }
     Option(app, "--plz", WERT, o.sPlz, "Postleitzahl; mit leerem Ort ('' und ''): nur Patienten ohne beides")
         ->group(AUSWAHL);

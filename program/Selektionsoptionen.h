@@ -2,8 +2,7 @@
 #pragma once
 
 #include "orvostatbs/accu/Selektion.h"
-
-#include "Lauf.h"
+#include "orvostatbs/lauf/Lauf.h"
 
 #include <string>
 #include <vector>

@@ -1,15 +1,8 @@
 // orvostat: the engine's program for administrators and engineers. Here the commands are wired, nothing else.
 #include "Aufruf.h"
+#include "Befehle.h"
 #include "Datenbank.h"
 #include "Konsole.h"
-
-#include "HitsBefehl.h"
-#include "HvmBefehle.h"
-#include "KalenderBefehle.h"
-#include "KopierBefehl.h"
-#include "LaufBefehle.h"
-#include "MusterBefehl.h"
-#include "PruefBefehl.h"
 
 #include <iostream>
 #include <new>
@@ -24,7 +17,8 @@ int Fuehre(int argc, char ** argv) {
     orvostat::Beschrifte(app);
     orvostat::FuegeMusterHinzu(app);
     orvostat::FuegeHitsHinzu(app);
-    orvostat::FuegeLaufBefehleHinzu(app);
+    orvostat::FuegeRunHinzu(app);
+    orvostat::FuegeExplainHinzu(app);
     orvostat::FuegePruefungHinzu(app);
     orvostat::FuegeKopieHinzu(app);
     orvostat::FuegeHvmHinzu(app);

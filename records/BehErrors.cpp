@@ -1,10 +1,27 @@
 #include "orvostatbs/records/BehErrors.h"
 
+#include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/BehHitLine.h"
 
 #include <tuple>
 
 namespace orvostat {
+
+CString BehFehlertext(int iFehler, const CString & sPlanNr) {
+    switch (iFehler) {
+    case FEHLER_PUNKTWERT:
+        return "kein Punktwert für eine Kassenleistung"_t;
+    case FEHLER_GEBUEHR:
+        return "keine Gebührenzeile zur Leistung"_t;
+    case FEHLER_PLAN_FEHLT:
+        return "der Plan "_t + Oder(Trim(sPlanNr), "der Leistung"_t) + " fehlt";
+    case FEHLER_OHNE_PLANNR:
+        return "Leistung ohne Plannummer"_t;
+    default:
+        return "unbekannt"_t;
+    }
+}
 
 void CBehErrors::MoveError(const CBehHitLine & hit, int iFehler) {
     PATNR = hit.PATNR;

@@ -1,11 +1,11 @@
 #include "orvostatbs/records/BehHitLine.h"
 
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/TabellenLabor.h"
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/TabellenPatient.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/Gebuehr.h"
-#include "orvostatbs/records/Leistungsarten.h"
 #include "orvostatbs/records/Stammdaten.h"
 
 #include <utility>
@@ -31,32 +31,11 @@ void NimmFakt(CString & sFakt, const CString & sNummer, const CString & sAltMark
         sFakt = sAltMarke;
 }
 
-// What a billing kind makes of a service: its statistic kind, where the fee row leaves it open ("x"), and its kind
-// in the table of point values.
-struct SAbrArt {
-    char cAbrArt;
-    char cStatArt;
-    char cPwLArt;
-};
-constexpr SAbrArt ABR_ARTEN[] = {
-    {'c', 'a', 'a'}, {'z', 'c', 'f'}, {'k', 'f', 'i'}, {'m', 'f', 'i'}, {'b', 'g', 'h'},
-    {'4', 'g', 'h'}, {'5', 'g', 'h'}, {'p', 'd', 'g'}, {'6', 'd', 'g'}, {'7', 'd', 'g'},
-    {'8', 'd', 'g'}, {'9', 'd', 'g'}, {'i', 'e', 'j'},
-};
-
-const SAbrArt * FindeAbrArt(char cAbrArt) {
-    for (const SAbrArt & art : ABR_ARTEN)
-        if (art.cAbrArt == cAbrArt) return &art;
-    return nullptr;
-}
-
-constexpr CBuchstaben BehaeltPwLArt{"cde"};
-constexpr CBuchstaben IstKfoPwLArt{"ab"};
 constexpr CBuchstaben HatAbschlagKz{"stnv"}; // of ICDNOTATIONSKZ
 constexpr CBuchstaben HatAbschlagGOZ{"pqa"};
 
 char StatistikartVonGO(const CBehHitLine & hit, char cStatArt) {
-    const SAbrArt * pArt = cStatArt == 'x' ? FindeAbrArt(hit.ABRART) : nullptr;
+    const SAbrechnungsart * pArt = cStatArt == 'x' ? FindeBuchstabe(ABRECHNUNGSARTEN, hit.ABRART) : nullptr;
     return pArt == nullptr ? cStatArt : pArt->cStatArt;
 }
 
@@ -65,7 +44,7 @@ char PwLArtVonGO(const CBehHitLine & hit, char cPwLArt) {
     if (IstKfoAbrArt(hit.ABRART) && IstKassenArt(hit.GOART) && !IstKGSachLeistung(hit.GOART, hit.GOSUBART) &&
         IstKfoPwLArt(cPwLArt))
         return cPwLArt;
-    const SAbrArt * pArt = FindeAbrArt(hit.ABRART);
+    const SAbrechnungsart * pArt = FindeBuchstabe(ABRECHNUNGSARTEN, hit.ABRART);
     return pArt == nullptr ? cPwLArt : pArt->cPwLArt;
 }
 

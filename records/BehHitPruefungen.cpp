@@ -1,8 +1,8 @@
 // What is asked of a finished or half-built hit: tests, predicates, equality.
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/records/BehHitLine.h"
-#include "orvostatbs/records/Leistungsarten.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "orvostatbs/records/Gebuehr.h"
 
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/host/Umgebung.h"
-#include "orvostatbs/records/Leistungsarten.h"
 
 namespace orvostat {
 

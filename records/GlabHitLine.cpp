@@ -2,9 +2,7 @@
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/NebenHits.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <utility>
 
 namespace orvostat {
@@ -17,12 +15,6 @@ constexpr const char * UST_VOLL = "16";
 
 constexpr int BREITE_BLOCK = 10;
 constexpr int BREITE_SAMMEL = 9;
-
-CString GepackterBetrag(const CString & sBetraege, int iIndex, int iBreite) {
-    const std::int64_t iPos = std::int64_t{iIndex} * iBreite;
-    const auto iGrenze = std::int64_t{std::numeric_limits<int>::max()};
-    return RemoveBlanks(GetMidStr(sBetraege, static_cast<int>(std::clamp(iPos, -iGrenze, iGrenze)), iBreite));
-}
 
 CString SummeGepackt(const CString & sBetraege) {
     std::int64_t iSumme = 0;
@@ -135,7 +127,7 @@ void CGlabHitLine::GetGesamtUst(CString & sUst7, CString & sUst16, const CString
 }
 
 CString CGlabHitLine::GetBetrag(const CString & sBetraege, int iIndex) {
-    return GepackterBetrag(sBetraege, iIndex, BREITE_BLOCK);
+    return RemoveBlanks(GepackterBetrag(sBetraege, iIndex, BREITE_BLOCK));
 }
 
 CString CGlabHitLine::GetGesamtBetragBrutto(const CString & sBetraege) { return SummeGepackt(sBetraege); }
@@ -168,7 +160,7 @@ void CGlabFaktHitLine::MoveSammelLabRech(CTGLKuFakt & rec) {
 }
 
 CString CGlabFaktHitLine::GetBetrag(const CString & sBetraege, int iIndex) {
-    return GepackterBetrag(sBetraege, iIndex, BREITE_SAMMEL);
+    return RemoveBlanks(GepackterBetrag(sBetraege, iIndex, BREITE_SAMMEL));
 }
 
 CString CGlabFaktHitLine::GetGesamtBetragBrutto(const CString & sBetraege) { return SummeGepackt(sBetraege); }

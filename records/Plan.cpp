@@ -3,6 +3,7 @@
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/BehHitLine.h"
+#include "orvostatbs/records/Schluesseltext.h"
 
 #include <utility>
 

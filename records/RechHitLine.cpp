@@ -17,7 +17,8 @@ constexpr std::array<CString CPat::*, 7> KONTAKTE{&CPat::PATTELEFON,  &CPat::m_s
 
 CDBetrag Summe(const CString & sA, const CString & sB) { return CDBetrag(sA) + CDBetrag(sB); }
 
-// A list of up to four pieces of a tax key and ten characters of a net amount, stored or display text; what it adds up to in tax.
+// A list of up to four pieces of a tax key and ten characters of a net amount, stored or display text; what it adds up
+// to in tax.
 CDBetrag Steuer(const CString & sListe) {
     CDBetrag steuer;
     for (int iPos = 0; iPos <= 33 && iPos < sListe.GetLength(); iPos += 11) {

@@ -1,39 +1,15 @@
 #include "orvostatbs/records/Stammdaten.h"
 
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/TabellenPatient.h"
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/records/Leistungsarten.h"
-
-#include <string_view>
 
 namespace orvostat {
 
 namespace {
-
-struct SBillArt {
-    std::string_view sGespeichert; // first characters of the stored kind
-    char cAbrArt;
-};
-constexpr SBillArt BILL_ARTEN[] = {
-    {"1a", 'c'}, {"2b", 'z'}, {"3cp", 'k'}, {"4d", 'b'}, {"5e", 'p'}, {"6", 'i'}, {"78gt", 'e'}, {"n", 'r'},
-};
-
-char AbrArtVonBill(char cGespeichert) {
-    for (const SBillArt & art : BILL_ARTEN)
-        if (cGespeichert != 0 && art.sGespeichert.find(cGespeichert) != std::string_view::npos)
-            return art.cAbrArt;
-    return 's';
-}
-
-constexpr CBuchstaben IstKasseBill{"abcdefghijklmnopqrstuvwxyz"};
-constexpr CBuchstaben IstAbrArtE{"gt78"};
-
-constexpr CBuchstaben IstStatistikFremd{"259"};
-constexpr CBuchstaben IstStatistikGrp1{"12"};
-constexpr CBuchstaben IstStatistikGrp2{"45789"};
 
 // The one letter of a text; 0 for any other length.
 char EinBuchstabe(const CString & s) { return s.GetLength() == 1 ? s.Erstes() : char(0); }
@@ -42,26 +18,14 @@ bool IstModerneKasNr(const CString & sKasNr) { return sKasNr.GetLength() == 12; 
 
 bool IstFremdkasse(const CKas & kas, const CString & sKzvNr) {
     if (IstModerneKasNr(kas.BKVKASNR)) return CTKzv::RLP(sKzvNr) != CTKzv::RLP(kas.BKVKASNR.Mid(1, 2));
-    return IstStatistikFremd(EinBuchstabe(kas.KASSTATISTIKART));
+    return IstFremdeStatistikart(EinBuchstabe(kas.KASSTATISTIKART));
 }
 
 char Kassengruppe(const CKas & kas) {
     if (IstModerneKasNr(kas.BKVKASNR) && kas.BKVKASNR.Erstes() != '0') return kas.BKVKASNR.Erstes();
     const char cStatistik = EinBuchstabe(kas.KASSTATISTIKART);
-    if (IstStatistikGrp1(cStatistik)) return '1';
-    return IstStatistikGrp2(cStatistik) ? '2' : '9';
-}
-
-CString ElektronischerNachweis(const CString & sNachweis) {
-    switch (sNachweis.Erstes()) {
-    case 'g':
-    case 'j':
-        return "E";
-    case 'p':
-        return "O";
-    default:
-        return sNachweis;
-    }
+    if (IstStatistikartGrp1(cStatistik)) return '1';
+    return IstStatistikartGrp2(cStatistik) ? '2' : '9';
 }
 
 // The special person group by region mark, from the time before the cards held it.
@@ -178,9 +142,9 @@ void CBill::MoveBill(CTBill * pBill) {
     PATNR = pBill->m_PATNR;
     PATBILL = pBill->m_PATBILL;
     PRAXISNR = pBill->m_PRAXISNR;
-    ABRART = AbrArtVonBill(cArt);
-    KASSENABR = IstKasseBill(cArt);
-    m_bAbrArtE = IstAbrArtE(cArt);
+    ABRART = AbrArtDerRechnung(cArt);
+    KASSENABR = IstKassenRechnung(cArt);
+    m_bAbrArtE = ABRART == 'e';
     m_sKennung1 = pBill->m_KENNUNG1;
     m_sFakt2 = pBill->m_FAKT2;
     m_sFakt2Alt = pBill->m_FAKT2ALT;

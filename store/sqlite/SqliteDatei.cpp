@@ -13,6 +13,30 @@ namespace {
 // Statements kept of one kind: so many walks of it may be nested cheaply.
 constexpr std::size_t FREIE_HOECHSTENS = 8;
 
+// The cause behind SQLite's last result.
+EUrsache Ursache(sqlite3 * p) {
+    const int iErgebnis = sqlite3_extended_errcode(p);
+    switch (iErgebnis & 0xFF) {
+    case SQLITE_CORRUPT:
+        return EUrsache::Beschaedigt;
+    case SQLITE_BUSY:
+        return EUrsache::Gesperrt;
+    case SQLITE_FULL:
+        return EUrsache::Voll;
+    case SQLITE_READONLY:
+        return EUrsache::Schreibgeschuetzt;
+    case SQLITE_CANTOPEN:
+        return EUrsache::KeineNebendatei;
+    case SQLITE_NOMEM:
+        return EUrsache::KeinSpeicher;
+    case SQLITE_IOERR:
+        if (iErgebnis == SQLITE_IOERR_NOMEM) return EUrsache::KeinSpeicher;
+        return Systemfehler(p) == EFBIG ? EUrsache::ZuGross : EUrsache::Datentraeger;
+    default:
+        return EUrsache::Andere;
+    }
+}
+
 } // namespace
 
 CVerbindung Verbinde(const std::string & sPfad, int iArt, int iGeduld) {
@@ -47,15 +71,15 @@ std::unique_ptr<CSqliteDatei> CSqliteDatei::Zweite() const {
         sqlite3_file_control(Verbindung(), "main", SQLITE_FCNTL_HAS_MOVED, &iBewegt) != SQLITE_OK ||
         iBewegt != 0)
         return nullptr;
-    return std::make_unique<CSqliteDatei>(std::move(pZweite), true);
+    auto pDatei = std::make_unique<CSqliteDatei>(std::move(pZweite), true);
+    return pDatei->LiesAls(m_iVersion) ? std::move(pDatei) : nullptr;
 }
 
 int CSqliteDatei::Fehler() noexcept {
-    // SQLite has no words of its own for a file that has reached the user's limit.
-    const bool bGrenze =
-        (sqlite3_errcode(Verbindung()) & 0xFF) == SQLITE_IOERR && Systemfehler(Verbindung()) == EFBIG;
+    m_eUrsache = Ursache(Verbindung());
     try {
-        m_sFehler = bGrenze ? "file too large" : sqlite3_errmsg(Verbindung());
+        // SQLite has no words of its own for a file that has reached the user's limit.
+        m_sFehler = m_eUrsache == EUrsache::ZuGross ? "file too large" : sqlite3_errmsg(Verbindung());
     } catch (const std::bad_alloc &) {
         return KeinSpeicher();
     }
@@ -63,6 +87,7 @@ int CSqliteDatei::Fehler() noexcept {
 }
 
 int CSqliteDatei::KeinSpeicher() noexcept {
+    m_eUrsache = EUrsache::KeinSpeicher;
     m_sFehler = "out of memory"; // so short that it takes none
     return ZEILE_FEHLER;
 }

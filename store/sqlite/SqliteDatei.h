@@ -67,6 +67,15 @@ public:
     // where the file's path leads to another file by now.
     [[nodiscard]] std::unique_ptr<CSqliteDatei> Zweite() const;
     [[nodiscard]] const std::string & LetzterFehler() const { return m_sFehler; }
+    [[nodiscard]] EUrsache LetzteUrsache() const { return m_eUrsache; }
+
+    // The version of the schema that the file has; -1 if the store failed.
+    [[nodiscard]] int Version();
+    // Lets a file of an older version be read as one of this program's; for a connection that only reads.
+    [[nodiscard]] bool LiesAls(int iVersion);
+    // Makes the file one of this program's version, in one group: what fails leaves it as it was once this object is
+    // gone.
+    [[nodiscard]] bool Erweitere();
 
     // A statement for a walk, out of those that are free or new, with its bounds; null if the store failed. Gib
     // makes it free again.
@@ -115,6 +124,7 @@ private:
         CAnweisung pFuege, pAendere, pLoesche;
     };
 
+    [[nodiscard]] bool KenneSchluessel();
     template <class F> int InGruppe(F f);
     bool LiesLaufnummer();
     bool SchreibeLaufnummer();
@@ -125,7 +135,8 @@ private:
 
     CVerbindung m_pVerbindung; // first: the statements end before it
     bool m_bNurLesen;
-    int m_iLaufende = 0; // walks between their first row and their end
+    int m_iVersion = schema::VERSION; // of the file, as LiesAls was told
+    int m_iLaufende = 0;              // walks between their first row and their end
     std::uint64_t m_iStand = 1;
     std::uint64_t m_iWege = 0;
     SVorausgelesen m_vorausgelesen;
@@ -138,6 +149,7 @@ private:
     std::string m_sTexte;            // what is bound
     std::vector<std::size_t> m_viEnden;
     std::string m_sFehler;
+    EUrsache m_eUrsache = EUrsache::Keine;
 };
 
 } // namespace orvostat

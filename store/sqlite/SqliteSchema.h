@@ -3,6 +3,7 @@
 
 #include "orvostatbs/host/Zeilenspeicher.h"
 
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,10 +12,35 @@
 namespace orvostat::schema {
 
 inline constexpr int ANWENDUNG = 0x4F535442;
-inline constexpr int VERSION = 1;
 
-// All objects of the schema: name and the statement that creates it.
-[[nodiscard]] std::vector<std::pair<std::string, std::string>> Objekte();
+// What the versions of the schema have brought since the first: a table, or a column of a table that was there before;
+// for a key after the first, the column with its bytes. Everything that is not listed has been there from the start.
+// The last row's version is this program's.
+struct SNeues {
+    int iVersion;
+    std::string_view sTabelle;
+    std::string_view sSpalte = {};
+};
+inline constexpr SNeues NEUES[] = {
+    {2, "GOBUDGET"},
+    {2, "DATEI"},
+    {2, "BEH", "SCHLUESSEL2"},
+};
+inline constexpr int VERSION = std::end(NEUES)[-1].iVersion;
+
+// Whether a version of the schema has a table; a column of it.
+[[nodiscard]] bool Hat(int iVersion, const STabelle & tabelle, std::string_view sSpalte = {});
+
+// All objects of a version of the schema: name and the statement that creates it.
+[[nodiscard]] std::vector<std::pair<std::string, std::string>> Objekte(int iVersion);
+// The statements that make this program's version of an older one. A table with new columns is written anew, which
+// leaves its texts as they stand.
+[[nodiscard]] std::vector<std::string> Erweiterung(int iVon);
+// The statements that let a connection read an older version as this program's: a new table is empty, a new column
+// an empty text, a new key computed. They do not touch the file.
+[[nodiscard]] std::vector<std::string> Ansichten(int iVersion);
+// The function that both need: the bytes of a key, of an EVergleich and the parts.
+inline constexpr const char * SCHLUESSELFUNKTION = "ORVOSTAT_SCHLUESSEL";
 
 // The last running number given.
 inline constexpr const char * ERSTE_LAUFNUMMER = R"(INSERT INTO "LAUFNUMMER" VALUES (0))";
@@ -37,7 +63,7 @@ enum class EDazu {
 [[nodiscard]] std::string Aendere(const STabelle & tabelle);
 [[nodiscard]] std::string Loesche(const STabelle & tabelle);
 [[nodiscard]] std::string Zaehle(const STabelle & tabelle);
-// Reads one row if there is one.
+// Reads one row if there is one, of the table itself: an index would do for SQLite.
 [[nodiscard]] std::string Probe(const STabelle & tabelle);
 
 } // namespace orvostat::schema

@@ -73,7 +73,7 @@ constexpr struct {
     {ENOMEM, ": der Speicher reicht nicht"},
 };
 
-// sWas is "lesen" or "anlegen".
+// sWas is "lesen", "anlegen" or "erweitern".
 CString Systemgrund(const CString & sWas, int iErrno) {
     CString s;
     for (const auto & [iBekannt, pGrund] : SYSTEMGRUENDE)
@@ -101,10 +101,10 @@ CGrund PruefeDatei(const fs::path & pfad) {
     if (!bGelesen || !kopf.IstDatenbank()) return "ist keine Datenbank."_t;
     if (kopf.Anwendung() != static_cast<std::uint32_t>(schema::ANWENDUNG))
         return "ist die Datenbank eines anderen Programms."_t;
-    if (kopf.Version() != static_cast<std::uint32_t>(schema::VERSION)) {
+    if (kopf.Version() < 1 || kopf.Version() > static_cast<std::uint32_t>(schema::VERSION)) {
         CString sGrund;
         sGrund.Format(
-            "ist eine Praxisdatenbank der Schemaversion %u; dieses Programm kennt die Version %d."_t,
+            "ist eine Praxisdatenbank der Schemaversion %u; dieses Programm kennt die Versionen 1 bis %d."_t,
             kopf.Version(), schema::VERSION);
         return sGrund;
     }
@@ -119,6 +119,8 @@ CString Grund(const CSqliteDatei & datei, const CString & sWas) {
     switch (iErgebnis & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
+        if (sWas == "erweitern"_t)
+            return "lässt sich nicht erweitern; ein anderes Programm arbeitet mit ihr."_t;
         return "ist gesperrt; ein anderes Programm schreibt gerade in sie."_t;
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
@@ -141,7 +143,7 @@ CString Grund(const CSqliteDatei & datei, const CString & sWas) {
     }
 }
 
-CGrund PruefeSchema(CSqliteDatei & datei) {
+CGrund PruefeSchema(CSqliteDatei & datei, int iVersion) {
     const CAnweisung pAnweisung = datei.Bereite("SELECT name, sql FROM sqlite_schema WHERE sql IS NOT NULL");
     if (!pAnweisung) return Grund(datei, "lesen");
     const auto Text = [&](int i) {
@@ -152,7 +154,7 @@ CGrund PruefeSchema(CSqliteDatei & datei) {
     while ((iErgebnis = sqlite3_step(pAnweisung.get())) == SQLITE_ROW)
         if (Text(0) && Text(1)) mapObjekte[Text(0)] = Text(1);
     if (iErgebnis != SQLITE_DONE) return Grund(datei, "lesen");
-    for (const auto & [sName, sSql] : schema::Objekte())
+    for (const auto & [sName, sSql] : schema::Objekte(iVersion))
         if (mapObjekte[sName] != sSql) {
             CString sGrund;
             sGrund.Format("ist verändert worden: %s fehlt oder ist anders aufgebaut."_t,
@@ -163,8 +165,9 @@ CGrund PruefeSchema(CSqliteDatei & datei) {
 }
 
 // Touches every table once, so that a file with a damaged or missing root does not pass for a practice.
-CGrund PruefeTabellen(CSqliteDatei & datei) {
+CGrund PruefeTabellen(CSqliteDatei & datei, int iVersion) {
     for (const STabelle * pTabelle : AlleTabellen()) {
+        if (!schema::Hat(iVersion, *pTabelle)) continue;
         const CAnweisung pAnweisung = datei.Bereite(schema::Probe(*pTabelle));
         const int iErgebnis = pAnweisung ? sqlite3_step(pAnweisung.get()) : SQLITE_ERROR;
         if (iErgebnis != SQLITE_ROW && iErgebnis != SQLITE_DONE) return Grund(datei, "lesen");
@@ -175,15 +178,37 @@ CGrund PruefeTabellen(CSqliteDatei & datei) {
     return iErgebnis == SQLITE_DONE ? "ist beschädigt."_t : Grund(datei, "lesen");
 }
 
-CGrund OeffneVorhandene(const fs::path & pfad, bool bNurLesen, std::unique_ptr<CSqliteDatei> & pDatei) {
+// The version is only sure here: a crash may have left another one in the file's head.
+CGrund PruefeInhalt(CSqliteDatei & datei, int & iVersion) {
+    iVersion = datei.Version();
+    if (iVersion < 0) return Grund(datei, "lesen");
+    if (CGrund grund = PruefeSchema(datei, iVersion)) return grund;
+    return PruefeTabellen(datei, iVersion);
+}
+
+// Opens the file as it is.
+CGrund OeffneVorhandene(const fs::path & pfad, bool bNurLesen, std::unique_ptr<CSqliteDatei> & pDatei,
+                        int & iVersion) {
     if (CGrund grund = PruefeDatei(pfad)) return grund;
     CVerbindung pVerbindung =
         Verbinde(AlsUtf8(pfad), bNurLesen ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE, GEDULD_OEFFNEN_MS);
     if (!pVerbindung) return Systemgrund("lesen", errno);
     if (!bNurLesen && sqlite3_db_readonly(pVerbindung.get(), "main") != 0) return "ist schreibgeschützt."_t;
     pDatei = std::make_unique<CSqliteDatei>(std::move(pVerbindung), bNurLesen);
-    if (CGrund grund = PruefeSchema(*pDatei)) return grund;
-    return PruefeTabellen(*pDatei);
+    // One reading, so that nobody extends the file meanwhile.
+    if (!pDatei->Fuehre("BEGIN")) return Grund(*pDatei, "lesen");
+    if (CGrund grund = PruefeInhalt(*pDatei, iVersion)) return grund;
+    if (!pDatei->Fuehre("COMMIT")) return Grund(*pDatei, "lesen");
+    return {};
+}
+
+// Opens the file with this program's version of the schema.
+CGrund OeffneAlsHeutige(const fs::path & pfad, bool bNurLesen, std::unique_ptr<CSqliteDatei> & pDatei) {
+    int iVersion = 0;
+    if (CGrund grund = OeffneVorhandene(pfad, bNurLesen, pDatei, iVersion)) return grund;
+    if (iVersion == schema::VERSION) return {};
+    if (bNurLesen ? pDatei->LiesAls(iVersion) : pDatei->Erweitere()) return {};
+    return Grund(*pDatei, bNurLesen ? "lesen" : "erweitern"_t);
 }
 
 bool LegeAn(CSqliteDatei & datei, bool bUngesichert) {
@@ -195,7 +220,7 @@ bool LegeAn(CSqliteDatei & datei, bool bUngesichert) {
     if (!datei.Fuehre("BEGIN IMMEDIATE") || !Setze("application_id", schema::ANWENDUNG) ||
         !Setze("user_version", schema::VERSION))
         return false;
-    for (const auto & [sName, sSql] : schema::Objekte())
+    for (const auto & [sName, sSql] : schema::Objekte(schema::VERSION))
         if (!datei.Fuehre(sSql.c_str())) return false;
     return datei.Fuehre(schema::ERSTE_LAUFNUMMER) && datei.Fuehre("COMMIT");
 }
@@ -237,6 +262,13 @@ fs::path GanzerPfad(const std::string & sPfad) {
     return fs::absolute(fs::path(std::u8string(sPfad.begin(), sPfad.end())), fehler);
 }
 
+// True without a reason against the file; else the sentence that tells it.
+bool Melde(const std::string & sPfad, const CGrund & grund, CString & sMeldung) {
+    sMeldung.Empty();
+    if (grund) sMeldung.Format("Die Datei \"%s\" %s"_t, AusUtf8(sPfad), *grund);
+    return !grund;
+}
+
 } // namespace
 
 std::shared_ptr<CSqliteSpeicher> CSqliteSpeicher::OeffneDatei(const std::string & sPfad, EModus eModus,
@@ -246,13 +278,9 @@ std::shared_ptr<CSqliteSpeicher> CSqliteSpeicher::OeffneDatei(const std::string 
     std::unique_ptr<CSqliteDatei> pDatei;
     const bool bNeu = eModus == EModus::Neu || eModus == EModus::NeuUngesichert;
     CGrund grund = bNeu ? MacheNeue(pfad, eModus == EModus::NeuUngesichert, pDatei, unfertig)
-                        : OeffneVorhandene(pfad, eModus == EModus::Lesen, pDatei);
+                        : OeffneAlsHeutige(pfad, eModus == EModus::Lesen, pDatei);
     if (!grund && !pDatei->Fuehre("PRAGMA cache_size = -32768")) grund = Grund(*pDatei, "lesen");
-    if (grund) {
-        sMeldung.Format("Die Datei \"%s\" %s"_t, AusUtf8(sPfad), *grund);
-        return nullptr;
-    }
-    sMeldung.Empty();
+    if (!Melde(sPfad, grund, sMeldung)) return nullptr;
     sqlite3_busy_timeout(pDatei->Verbindung(), GEDULD_MS);
     std::shared_ptr<CSqliteSpeicher> pSpeicher(new CSqliteSpeicher(std::move(pDatei)));
     unfertig.Fertig();
@@ -268,6 +296,12 @@ bool CSqliteSpeicher::Unterbrochen(const std::string & sPfad) {
            sqlite3_extended_errcode(p.get()) == SQLITE_READONLY_ROLLBACK;
 }
 
+bool CSqliteSpeicher::NimmZurueck(const std::string & sPfad, CString & sMeldung) {
+    std::unique_ptr<CSqliteDatei> pDatei;
+    int iVersion = 0;
+    return Melde(sPfad, OeffneVorhandene(GanzerPfad(sPfad), false, pDatei, iVersion), sMeldung);
+}
+
 namespace {
 
 std::string_view Bytes(sqlite3_stmt * pAnweisung, std::size_t iSpalte) {
@@ -275,6 +309,23 @@ std::string_view Bytes(sqlite3_stmt * pAnweisung, std::size_t iSpalte) {
         reinterpret_cast<const char *>(sqlite3_column_text(pAnweisung, static_cast<int>(iSpalte)));
     return {p ? p : "",
             static_cast<std::size_t>(sqlite3_column_bytes(pAnweisung, static_cast<int>(iSpalte)))};
+}
+
+// Gives the rows of a walk to its end; false if the file failed.
+template <class F>
+bool JedeZeile(CSqliteDatei & datei, const CAnweisung & pAnweisung, const STabelle & tabelle, F fZeile) {
+    std::vector<CString> vTexte(tabelle.vSpalten.size());
+    std::vector<const CString *> vZeile;
+    for (const CString & sText : vTexte)
+        vZeile.push_back(&sText);
+    int iErgebnis = SQLITE_ERROR;
+    while (pAnweisung && (iErgebnis = sqlite3_step(pAnweisung.get())) == SQLITE_ROW) {
+        for (std::size_t i = 0; i < vTexte.size(); ++i)
+            if (!LiesText(pAnweisung.get(), static_cast<int>(i), vTexte[i])) return datei.Fehler(), false;
+        fZeile(vZeile);
+    }
+    if (pAnweisung && iErgebnis != SQLITE_DONE) datei.Fehler();
+    return iErgebnis == SQLITE_DONE;
 }
 
 } // namespace
@@ -298,6 +349,7 @@ int CSqliteSpeicher::Beginne() { return m_pDatei->Beginne(); }
 int CSqliteSpeicher::Beende(bool bUebernehmen) { return m_pDatei->Beende(bUebernehmen); }
 std::int64_t CSqliteSpeicher::Zeilenzahl(const STabelle & tabelle) { return m_pDatei->Zaehle(tabelle); }
 bool CSqliteSpeicher::NurLesen() const { return m_pDatei->NurLesen(); }
+EUrsache CSqliteSpeicher::LetzteUrsache() const { return m_pDatei->LetzteUrsache(); }
 const std::string & CSqliteSpeicher::LetzterFehler() const { return m_pDatei->LetzterFehler(); }
 
 std::string CSqliteSpeicher::WegSql(const STabelle & tabelle) const {
@@ -309,20 +361,27 @@ SVorausgelesen CSqliteSpeicher::Vorausgelesen() const { return m_pDatei->Vorausg
 bool CSqliteSpeicher::SucheVerluste(const STabelle & tabelle,
                                     const std::function<void(CWerte, std::size_t)> & fVerlust) {
     const CAnweisung pAnweisung = m_pDatei->NimmWeg(tabelle, {});
-    std::vector<CString> vTexte(tabelle.vSpalten.size());
-    std::vector<const CString *> vZeile;
-    for (const CString & sText : vTexte)
-        vZeile.push_back(&sText);
-    int iErgebnis = SQLITE_ERROR;
-    while (pAnweisung && (iErgebnis = sqlite3_step(pAnweisung.get())) == SQLITE_ROW) {
-        for (std::size_t i = 0; i < vTexte.size(); ++i)
-            if (!LiesText(pAnweisung.get(), static_cast<int>(i), vTexte[i])) return m_pDatei->Fehler(), false;
-        for (std::size_t i = 0; i < vTexte.size(); ++i)
-            if (const std::string_view s = Bytes(pAnweisung.get(), i); !IstAscii(s) && vTexte[i].Utf8() != s)
+    return JedeZeile(*m_pDatei, pAnweisung, tabelle, [&](CWerte vZeile) {
+        for (std::size_t i = 0; i < vZeile.size(); ++i)
+            if (const std::string_view s = Bytes(pAnweisung.get(), i); !IstAscii(s) && vZeile[i]->Utf8() != s)
                 fVerlust(vZeile, i);
+    });
+}
+
+bool CSqliteSpeicher::SucheFremdeSchluessel(const STabelle & tabelle,
+                                            const std::function<void(CWerte, int)> & fFremd) {
+    const std::size_t iSpalte = tabelle.vSpalten.size();
+    bool bGut = true;
+    for (int k = 1; k <= static_cast<int>(tabelle.vSchluessel.size()); ++k) {
+        const CAnweisung pAnweisung =
+            m_pDatei->Bereite(schema::Weg(tabelle, k, false, false, schema::EDazu::Schluessel));
+        const auto Vergleiche = [&](CWerte vZeile) {
+            if (Bytes(pAnweisung.get(), iSpalte) != Schluesselbytes(tabelle, k, vZeile)) fFremd(vZeile, k);
+        };
+        bGut = pAnweisung && BindeBytes(pAnweisung.get(), 1, "") &&
+               JedeZeile(*m_pDatei, pAnweisung, tabelle, Vergleiche) && bGut;
     }
-    if (pAnweisung && iErgebnis != SQLITE_DONE) m_pDatei->Fehler();
-    return iErgebnis == SQLITE_DONE;
+    return bGut;
 }
 
 std::vector<CString> CSqliteSpeicher::Pruefe() {

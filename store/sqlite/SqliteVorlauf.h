@@ -1,8 +1,9 @@
 // A long walk read ahead by a thread of its own, over a connection of its own.
 //
 // Reading a row takes about as long as a statistic needs to value it, so a walk over a whole table whose caller asks
-// for other rows in between lets a second thread read while the caller computes. The walk keeps its own statement open meanwhile: it holds the read lock, by
-// which both connections see the same rows, and whatever goes wrong here the walk reads by itself from where it is.
+// for other rows in between lets a second thread read while the caller computes. The walk keeps its own statement open
+// meanwhile: it holds the read lock, by which both connections see the same rows, and whatever goes wrong here the walk
+// reads by itself from where it is.
 #pragma once
 
 #include "SqliteBlock.h"

@@ -8,10 +8,11 @@ namespace orvostat {
 
 namespace {
 
-constexpr std::size_t ZEILEN_MIN =
-    2; // of a block: the one asked for and the one behind it, which ends its range
+// Of a block at least the row asked for and the one behind it, which ends its range.
+constexpr std::size_t ZEILEN_MIN = 2;
 constexpr std::size_t ZEILEN_MAX = 64;
-constexpr std::size_t ZEILEN_JE_BEREICH = 8; // so many are read to complete a range
+// So many are read to complete a range.
+constexpr std::size_t ZEILEN_JE_BEREICH = 8;
 
 } // namespace
 
@@ -23,8 +24,8 @@ struct SVorratsblock {
     const int iSchluesselspalte;
     CSqliteBlock zeilen;
     std::vector<std::string> vSchluessel; // of each row, with room for more
-    std::string
-        sVon; // all rows from these key bytes on are here: to the end of the table, or before the last one's
+    // All rows from these key bytes on are here: to the end of the table, or before the last one's.
+    std::string sVon;
     bool bBisEnde = false;
 
     void Leere(const std::string & sAb) {

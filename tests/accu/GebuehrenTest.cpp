@@ -1,8 +1,8 @@
 // The amounts of the published fee schedules, against exact integer arithmetic.
 //
 // data/ holds the numbers of points of GOZ and BEMA as printed, and point values that associations of dentists have
-// published. A private fee is points x 5.62421 cent x factor, rounded once, after the factor (GOZ section 5, half a cent
-// upwards); an insurer's fee is points x point value.
+// published. A private fee is points x 5.62421 cent x factor, rounded once, after the factor (GOZ section 5, half a
+// cent upwards); an insurer's fee is points x point value.
 #include "accu/AccuTest.h"
 
 #include <cstdint>

@@ -17,8 +17,7 @@ namespace orvostat {
 
 namespace {
 
-using Wert; // the stored text, which shows all that an amount holds
-
+// Wert gives the stored text, which shows all that an amount holds.
 CString Text(const std::string & s) { return CString(std::string_view(s)); }
 
 constexpr const char * GROESSTER = "e9223372036854.775807";
@@ -150,6 +149,8 @@ TEST(BetragTest, DoubleStehtFuerSeineDezimalzahl) {
         EXPECT_EQ(Wert(CDBetrag(dFaktor, 'e')), pSoll) << dFaktor;
         EXPECT_EQ(Wert(CDBetrag("e0") * dFaktor), std::isnan(dFaktor) ? "" : "e0") << dFaktor;
     }
+    // 1608 hundredths times 174 ten-thousandths, as a double 0.2797920000000001
+    EXPECT_EQ(Wert(CDBetrag("e100000000000") * (1608 * 0.01 * (174 * 0.0001))), "e27979200000");
     EXPECT_EQ(Wert(CDBetrag("e5") /= -HUGE_VAL), "e0");
     EXPECT_EQ(Wert(CDBetrag("e5") /= std::nan("")), "");
     EXPECT_EQ(Wert(CDBetrag("e-5") /= 1e-300), GROESSTES_MINUS);
@@ -168,6 +169,7 @@ TEST(BetragTest, DarueberBleibtDasGroesste) {
     EXPECT_EQ(max.ToExt(0, true).Utf8(), "92.233.720.368,55");
     EXPECT_TRUE(CDBetrag(max).MalBruch(INT64_MIN, INT64_MIN) == max);
     EXPECT_TRUE(CDBetrag(max).MalBruch(INT64_MIN, 1) == min);
+    EXPECT_EQ((CDBetrag("e0.000001") * 0x1p63).GetEinheiten(), INT64_MAX);
     EXPECT_TRUE(CDBetrag(min).MalBruch(INT64_MIN, -7) == min);
 }
 
@@ -212,6 +214,7 @@ TEST(BetragTest, GespeicherterText) {
     EXPECT_EQ(Wert(CDBetrag("e-1.2345651"_t)), "e-1.234566");
     EXPECT_EQ(Wert(CDPw("e1.23409"_t)), "e1.2341");
     EXPECT_EQ(Wert(CDBetrag("e9223372036854.775808"_t)), GROESSTER);
+    EXPECT_EQ(Wert(CDBetrag("e18446744073709551621"_t)), GROESSTER); // 2^64 + 5
     const std::string sLang(400, '7');
     const std::string sNullen(400, '0');
     EXPECT_EQ(Wert(CDBetrag(Text("e-" + sLang))), GROESSTES_MINUS);

@@ -212,7 +212,7 @@ TEST_P(RSetTest, WithoutASetThereIsNoRow) {
     } aFaelle[] = {
         {ZEILE_KEINE, [](CTBeh & beh) { return (beh = CTBeh(dbDatabase)).First(); }},
         {ZEILE_FEHLER, [](CTBeh & beh) { return beh.ExecSQL(""); }},
-        {ZEILE_FEHLER, [](CTBeh & beh) { return beh.GetByK2(MATCH_ALLE); }}, // a key that the table lacks
+        {ZEILE_FEHLER, [](CTBeh & beh) { return beh.GetByK3(MATCH_ALLE); }}, // a key that the table lacks
         {ZEILE_FEHLER, [](CTBeh & beh) { return beh.SetKey(9), beh.GetAll(); }},
         {ZEILE_FEHLER, [](CTBeh & beh) { return beh.SetKey(0), beh.GetRecByParam({"1"}); }},
         {ZEILE_KEINE,
@@ -220,7 +220,8 @@ TEST_P(RSetTest, WithoutASetThereIsNoRow) {
              return beh.GetRecByParam({"", "20240101"});
          }},
         {ZEILE_KEINE, [](CTBeh & beh) { return beh.LiesMit(1, MATCH_ALLE, {""}); }},
-        {ZEILE_KEINE, [](CTBeh & beh) { return beh.m_PATNR = "  ", beh.GetByK1(MATCH_TEIL); }},
+        {ZEILE_KEINE,
+         [](CTBeh & beh) { return beh.ClearKey(), beh.m_PATNR = "  ", beh.GetByK1(MATCH_ALLE); }},
         {ZEILE_FEHLER, [&](CTBeh & beh) { return m_pFehler->FehlerBei(1), beh.GetAll(); }}, // opening
         {ZEILE_FEHLER, [&](CTBeh & beh) { return m_pFehler->FehlerBei(2), beh.GetAll(); }}, // the first row
         {ZEILE_KEINE, [](CTBeh & beh) { return dbDatabase.Verbinde(nullptr), beh.GetAll(); }},

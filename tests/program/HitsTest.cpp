@@ -38,6 +38,23 @@ TEST(Ausgabe, TableAlignsCutsAndKeepsALineALine) {
               "     -89319305493,25\n");
 }
 
+TEST(Ausgabe, DecimalsKeepTheDigitsAskedForAndNoOtherZeros) {
+    struct SFall {
+        std::int64_t iWert;
+        int iStellen, iMindestens;
+        const char * pSoll;
+    };
+    constexpr SFall FAELLE[] = {
+        {600, 2, 0, "6"},           {610, 2, 0, "6,1"},
+        {-1, 2, 0, "-0,01"},        {50, 2, 0, "0,5"},
+        {0, 2, 2, "0,00"},          {12285, 4, 0, "1,2285"},
+        {737100000, 8, 2, "7,371"}, {2300000000, 8, 2, "23,00"},
+        {23000, 4, 4, "2,3000"},    {INT64_MIN, 0, 0, "-9223372036854775808"},
+    };
+    for (const SFall & fall : FAELLE)
+        EXPECT_EQ(Dezimal(fall.iWert, fall.iStellen, fall.iMindestens, ','), fall.pSoll);
+}
+
 TEST(Ausgabe, CsvOpensInASpreadsheet) {
     EXPECT_EQ(Ausgegeben(EFormat::Csv, ZEILEN), "\xEF\xBB\xBF"
                                                 "Tag;Größe;Wort\r\n"

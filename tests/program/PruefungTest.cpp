@@ -1,6 +1,9 @@
-#include "Pruefung.h"
-
 #include "Programmlauf.h"
+
+#include "orvostatbs/host/Praxispruefung.h"
+
+#include <fstream>
+#include <sstream>
 
 namespace orvostat {
 namespace {
@@ -66,6 +69,10 @@ TEST_F(CPruefbefehlTest, NamesTheRowAndWhatIsWrongWithIt) {
          "PAT [1003]: PATNAME \"?ód?\" hat in der Datei Zeichen, die Windows-1252 fehlen"},
         {"UPDATE PAT SET PATNR = '      1999' WHERE PATNR = '      1003'",
          "PAT [1004]: Schlüssel 1 steht nicht an seinem Platz"},
+        {"UPDATE PAT SET PATNR = '      1003a' WHERE PATNR = '      1003'",
+         "PAT [1003a]: Schlüssel 1 passt nicht zu den Spalten"},
+        {"UPDATE GO SET LSTKUERZEL = LSTKUERZEL || 'a' WHERE GOART = 'p' AND LSTNR = '5'",
+         "GO [p, 5]: Schlüssel 2 passt nicht zu den Spalten"},
         {"INSERT INTO GOCHECK SELECT SCHLUESSEL1, LFD + 1000000, GOART, LSTNR, EXTRAFLAG, CHECKTEXT FROM "
          "GOCHECK "
          "WHERE LSTNR = '01'",
@@ -112,7 +119,26 @@ TEST_F(CPruefbefehlTest, ACopyEqualsItsOriginalAndReplacesNothing) {
     EXPECT_EQ(Laufe("copy a.db c.db").iCode, 1);
     EXPECT_EQ(Laufe("copy a.db c.db").sFehler, "Die Kopie verlöre Zeichen, die Windows-1252 fehlen, in " +
                                                    sTexte + " Texten, zuerst in: PAT [1003] PATNAME.\n");
+    std::fstream(Pfad("b.db"), std::ios::in | std::ios::out | std::ios::binary)
+        .seekp(39)
+        .put(5); // free pages
+    EXPECT_EQ(Laufe("hits b.db").iCode, 0);
+    EXPECT_EQ(Laufe("copy b.db c.db").sFehler,
+              "Die Praxisdatei hat Schäden und wird nicht kopiert. \"orvostat check\" zeigt sie.\n");
     EXPECT_FALSE(std::filesystem::exists(Pfad("c.db")) || std::filesystem::exists(Pfad("c.db.neu")));
+}
+
+TEST_F(CPruefbefehlTest, AnOlderFileIsCheckedAsItIsAndCopiedIntoANewerOne) {
+    std::ostringstream sSql;
+    sSql << std::ifstream(ORVOSTATBS_SOURCE_DIR "/tests/data/praxis-v1.sql").rdbuf();
+    Sql("a.db", sSql.str());
+    const std::string sVorher = Inhalt("a.db");
+    EXPECT_EQ(Laufe("check a.db").iCode, 0);
+    EXPECT_EQ(Laufe("copy a.db b.db").iCode, 0);
+    EXPECT_TRUE(Inhalt("a.db") == sVorher);
+    EXPECT_EQ(Frage("b.db", "PRAGMA user_version"), "2");
+    EXPECT_EQ(Laufe("check b.db").iCode, 0);
+    EXPECT_EQ(Laufe("hits a.db --format csv").sAus, Laufe("hits b.db --format csv").sAus);
 }
 
 } // namespace

@@ -13,7 +13,7 @@ namespace {
 class BehHitPruefungen : public CPraxisFixture {
 protected:
     static void Schreibe(const char * pPat, const char * pDatum, const char * pLst) {
-        Schreibe(std::string("BEH GOART=k PATNR=") + pPat + " DATUM=" + pDatum + " LSTNR=" + pLst);
+        orvostat::Schreibe(std::string("BEH GOART=k PATNR=") + pPat + " DATUM=" + pDatum + " LSTNR=" + pLst);
     }
     static CBehHitLine Hit(const CString & sPat, const CString & sDatum, char cAbrArt) {
         CBehHitLine hit;

@@ -6,9 +6,7 @@
 #include "orvostatbs/host/Tabellen.h"
 
 #include <cstdlib>
-#include <fstream>
 #include <functional>
-#include <sstream>
 
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -16,13 +14,6 @@
 
 namespace orvostat {
 namespace {
-
-std::string Bytes(const std::string & sDatei) {
-    std::ifstream ein(sDatei, std::ios::binary);
-    std::ostringstream s;
-    s << ein.rdbuf();
-    return s.str();
-}
 
 class SqliteDateiTest : public CSqliteTest {
 protected:
@@ -70,7 +61,9 @@ TEST_F(SqliteDateiTest, RefusesWhatIsNoPracticeAndLeavesItAsItWas) {
          Anders([](const std::string & s) { CWerkzeug(s).Sql("CREATE TABLE BEH (PATNR)"); }),
          "ist die Datenbank eines anderen Programms."},
         {"a newer schema", Sql("PRAGMA user_version = 7"),
-         "ist eine Praxisdatenbank der Schemaversion 7; dieses Programm kennt die Version 1."},
+         "ist eine Praxisdatenbank der Schemaversion 7; dieses Programm kennt die Versionen 1 bis 2."},
+        {"a schema before the first", Sql("PRAGMA user_version = 0"),
+         "ist eine Praxisdatenbank der Schemaversion 0; dieses Programm kennt die Versionen 1 bis 2."},
         {"put into WAL mode by a tool",
          [](const std::string & s) { EXPECT_EQ(CWerkzeug(s).Sql("PRAGMA journal_mode = WAL"), "wal"); },
          "ist von einem anderen Werkzeug auf das WAL-Verfahren umgestellt worden."},
@@ -164,7 +157,7 @@ TEST_F(SqliteDateiTest, AnyToolCanReadTheFile) {
         {"SELECT LFD FROM PAT", "1"},
         {"SELECT group_concat(name) FROM pragma_table_info('TBENTRY')", "SCHLUESSEL1,LFD,TBKEY,TBLFD,TBTEXT"},
         {"PRAGMA application_id", "1330861122"},
-        {"PRAGMA user_version", "1"},
+        {"PRAGMA user_version", "2"},
         {"PRAGMA integrity_check", "ok"},
     };
     for (const SFall & fall : aFaelle)

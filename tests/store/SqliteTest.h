@@ -7,6 +7,7 @@
 
 #include <fstream>
 #include <memory>
+#include <sstream>
 #include <string>
 
 #include <sqlite3.h>
@@ -34,6 +35,18 @@ public:
 private:
     sqlite3 * m_p = nullptr;
 };
+
+inline std::string Bytes(const std::string & sDatei) {
+    std::ifstream ein(sDatei, std::ios::binary);
+    std::ostringstream s;
+    s << ein.rdbuf();
+    return s.str();
+}
+
+// The statements that make a practice's file as the programs of that version of the schema did.
+inline std::string AlteVersion(int iVersion) {
+    return Bytes(ORVOSTATBS_SOURCE_DIR "/tests/data/praxis-v" + std::to_string(iVersion) + ".sql");
+}
 
 inline void Ueberschreibe(const std::string & sDatei, std::streamoff iAb, std::size_t iAnzahl) {
     std::fstream f(sDatei, std::ios::binary | std::ios::in | std::ios::out);

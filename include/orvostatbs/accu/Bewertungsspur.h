@@ -26,9 +26,11 @@ enum class EBewertung {
     Ordination,    // visit fee by speciality; iZahl points
     PunktwertPlan, // frozen with the plan; betrag value, sText plan, sText2 its date
     NeuerParPlan,  // the plan freezes no value; sText plan, sText2 its date
-    PunktwertTafel, // from the table; betrag value, sText group, sText2 date asked for, sText3 valid from, sText4 plan
-    // whose date that is (empty for the service's own), cArt kind, cUnterart region ("9" east)
-    KeinPunktwert, // not in the table; sText group, sText2 date asked for, sText3 insurer, sText4 as above, cArt kind
+    // From the table; betrag value, sText group, sText2 date asked for, sText3 valid from, sText4 plan whose date that
+    // is (empty for the service's own), cArt kind, cUnterart region ("9" east).
+    PunktwertTafel,
+    // Not in the table; sText group, sText2 date asked for, sText3 insurer, sText4 as above, cArt kind.
+    KeinPunktwert,
     Mischwert,       // mixed value that an earlier service of the plan has set; betrag value, sText plan
     MischwertFaktor, // the same, set by this service's factor
 
@@ -41,8 +43,9 @@ enum class EBewertung {
     OhneFaktor, // factor 0; betrag zero
     OhneSatz,   // simple rate or points 0; betrag zero; cArt as for Einfachsatz
     PunkteQ,    // points times 5.62421 euro times factor, rounded; iZahl points, iZahl2 factor, betrag after
-    Einfachsatz, // rate times factor, rounded; betrag2 rate, cArt "V" for the second rate, which special insurers have,
-                 // iZahl2 factor, betrag after
+    // Rate times factor, rounded; betrag2 rate, cArt "V" for the second rate, which special insurers have, iZahl2
+    // factor, betrag after.
+    Einfachsatz,
     EinfachsatzAb,     // the same, rounded down
     Anzahl,            // times the quantity; iZahl quantity, betrag after
     Regionalabschlag,  // times the region's factor; iZahl factor, betrag2 taken off, betrag after

@@ -1,17 +1,14 @@
-// Tables that are searched for every hit, and their indexes.
+// Tables that are searched for every hit, and the indexes that find in them.
 //
-// The tables of a run are public vectors that callers read and change, and an index must never answer from the past. So
-// each one here finds out before it answers whether its table is still the one it knows, in one of two ways:
-//
-//   CIndexVektor     a table that is a class of its own and counts what may change it
-//   CLetztposition   an index of any plain vector, whose elements tell of a change (CIndexMarke)
+// The tables of a run are public, callers read and change them like vectors, and an index must never answer from the
+// past. So such a table is a CIndexVektor, which counts what may have changed it (Stand). An index keeps the keys that
+// it knows. Before it answers it asks for Stand; only where that is another one it compares the keys with the table,
+// which is cheap, and only where they differ it begins anew. New elements at the end it takes in as they come.
 #pragma once
 
 #include "orvostatbs/host/CString.h"
-#include "orvostatbs/records/Indexmarke.h"
 
 #include <algorithm>
-#include <array>
 #include <compare>
 #include <concepts>
 #include <cstddef>
@@ -26,15 +23,14 @@
 
 namespace orvostat {
 
-// A vector with an index beside it. It does all that a std::vector does, and converts to one.
+// A vector that notices what may change it. It does all that a std::vector does, and converts to one.
 //
-// Whatever could change an element or the order goes through a non-const member, and those raise Stand: then an index
-// compares the keys that it knows with the table, which is cheap, and is made anew only where they differ. One thing
-// goes unnoticed: a reference, pointer or iterator to an element, taken before a search, through which the element's
-// key is changed after it. Nobody may do that; the fields that are not part of a key may change at any time.
+// Every non-const member that gives or changes an element raises Stand. One thing goes unnoticed, and nobody may do it:
+// to change an element's key after a search through a reference, pointer or iterator taken before it. The fields that
+// are not part of a key may change at any time.
 //
 // Who takes the vector itself as std::vector<T> & may keep it for good, and change the table through it when nobody is
-// looking. From then on every search compares the keys. Lesend() gives the vector for reading and costs nothing.
+// looking; from then on every search compares the keys. Lesend() gives the vector for reading and costs nothing.
 template <class T> class CIndexVektor {
 public:
     using CVektor = std::vector<T>;
@@ -58,10 +54,8 @@ public:
     CIndexVektor(std::initializer_list<T> liste) : m_v(liste) {}
     CIndexVektor(CVektor v) noexcept : m_v(std::move(v)) {} // NOLINT: a vector is one
     // The new table keeps the Stand of its model, so that an index copied along with it stays good.
-    CIndexVektor(const CIndexVektor & v) : m_v(v.m_v), m_iStand(v.StandDerKopie()) {}
-    CIndexVektor(CIndexVektor && v) noexcept : m_v(std::move(v.m_v)), m_iStand(v.StandDerKopie()) {
-        ++v.m_iStand;
-    }
+    CIndexVektor(const CIndexVektor & v) : m_v(v.m_v), m_iStand(v.Stand()) {}
+    CIndexVektor(CIndexVektor && v) noexcept : m_v(std::move(v.m_v)), m_iStand(v.Stand()) { ++v.m_iStand; }
     ~CIndexVektor() = default;
     // An index of either side is void.
     CIndexVektor & operator=(CIndexVektor v) noexcept {
@@ -153,23 +147,18 @@ public:
     void reserve(size_type n) { m_v.reserve(n); }
     void shrink_to_fit() { m_v.shrink_to_fit(); }
 
-    // True while an element that was there when the table's Stand was iStand can not have changed.
-    [[nodiscard]] bool IstUnberuehrt(std::uint64_t iStand) const {
-        return !m_bVergeben && m_iStand == iStand;
-    }
-    [[nodiscard]] std::uint64_t Stand() const { return m_iStand; }
+    // A number that is the same as before only if no element that was there then can have changed since.
+    [[nodiscard]] std::uint64_t Stand() const { return m_bVergeben ? ++m_iStand : m_iStand; }
 
 private:
     CVektor & Aendernd() {
         ++m_iStand;
         return m_v;
     }
-    // What was changed through a reference has not raised Stand, and the copy has no such reference.
-    [[nodiscard]] std::uint64_t StandDerKopie() const { return m_iStand + (m_bVergeben ? 1 : 0); }
 
     CVektor m_v;
-    std::uint64_t m_iStand = 0;
-    bool m_bVergeben = false; // as std::vector<T> &
+    mutable std::uint64_t m_iStand = 0; // once the vector is given away, another one whenever it is asked for
+    bool m_bVergeben = false;           // as std::vector<T> &
 };
 
 // The keys of a table's elements as an index knows them.
@@ -177,8 +166,9 @@ template <class T, class K> class CTabellenschluessel {
 public:
     // False where the table no longer begins with the known elements. FSCHLUESSEL gives an element's key.
     template <class F> [[nodiscard]] bool IstAnfang(const CIndexVektor<T> & v, F fSchluessel) {
-        if (v.IstUnberuehrt(m_iStand)) return true;
-        m_iStand = v.Stand();
+        const std::uint64_t iStand = v.Stand();
+        if (iStand == m_iStand) return true;
+        m_iStand = iStand;
         return m_v.size() <= v.size() &&
                std::equal(m_v.begin(), m_v.end(), v.begin(),
                           [&](const K & k, const T & element) { return k == fSchluessel(element); });
@@ -247,67 +237,8 @@ private:
 
     CTabellenschluessel<T, CString> m_bekannt;
     std::vector<std::vector<int>> m_vGruppen;
-    std::unordered_map<CString, std::size_t>
-        m_mapGruppe; // by lower-case text and by every other spelling met
-};
-
-// The last position of each key in plain vectors, whoever owns them, of elements with an m_marke. What was looked for
-// just before is mostly looked for again, so the end of a vector is walked first, and a short one altogether. Of what
-// is done to a vector only the writing of an element's key field by field goes unnoticed, and only in a long one.
-template <class T, class K, class FHash = std::hash<K>> class CLetztposition {
-public:
-    CLetztposition() = default;
-    // A copy begins without indexes, which cost nothing but time.
-    CLetztposition(const CLetztposition &) noexcept {}
-    CLetztposition & operator=(const CLetztposition &) noexcept { return *this; }
-    ~CLetztposition() = default;
-
-    // The position of the last element for which FPASST is true, -1 for none: those are the elements whose
-    // FSCHLUESSEL is that of the call without an element.
-    template <class FPasst, class FSchluessel, class FGesucht>
-    int Finde(const std::vector<T> & v, FPasst fPasst, FSchluessel fSchluessel, FGesucht fGesucht) {
-        const std::size_t iWeit = v.size() <= KURZ ? 0 : v.size() - NAH;
-        for (std::size_t i = v.size(); i-- > iWeit;)
-            if (fPasst(v[i])) return static_cast<int>(i);
-        if (iWeit == 0) return -1;
-        SFach & fach = Fach(v);
-        for (; fach.iBis < v.size(); ++fach.iBis) {
-            fach.map[fSchluessel(v[fach.iBis])] = static_cast<int>(fach.iBis);
-            v[fach.iBis].m_marke.Setze();
-        }
-        const auto it = fach.map.find(fGesucht());
-        return it == fach.map.end() ? -1 : it->second;
-    }
-
-private:
-    static constexpr std::size_t KURZ = 32;
-    static constexpr std::size_t NAH = 16;
-
-    // The index of the elements in one piece of memory.
-    struct SFach {
-        const T * pAb = nullptr;
-        std::uint64_t iStand = 0; // of the marks
-        std::size_t iBis = 0;     // elements before this position are in the map
-        std::unordered_map<K, int, FHash> map;
-    };
-
-    // The index of the vector's elements, or an empty one in the place of one that is void or not used for long.
-    SFach & Fach(const std::vector<T> & v) {
-        const std::uint64_t iStand = CIndexMarke::Stand();
-        for (SFach & fach : m_aFaecher)
-            if (fach.pAb == v.data() && fach.iStand == iStand) return fach;
-        const auto itFrei = std::find_if(m_aFaecher.begin(), m_aFaecher.end(),
-                                         [&](const SFach & fach) { return fach.iStand != iStand; });
-        SFach & frei = itFrei != m_aFaecher.end() ? *itFrei : m_aFaecher[m_iAbzugeben++ % m_aFaecher.size()];
-        frei.map.clear();
-        frei.pAb = v.data();
-        frei.iStand = iStand;
-        frei.iBis = 0;
-        return frei;
-    }
-
-    std::array<SFach, 4> m_aFaecher; // a run asks three vectors of plans in turn
-    std::size_t m_iAbzugeben = 0;
+    // By lower-case text and by every other spelling met.
+    std::unordered_map<CString, std::size_t> m_mapGruppe;
 };
 
 } // namespace orvostat

@@ -61,6 +61,8 @@ public:
 
     void SetPatUeber(const CString & sPatUeber) { m_Selekt.PatUeber = sPatUeber; }
 
+    // The recall that is wanted: its kind, its interval digit, the day (YYYYMMDD) before which the last one lies; see
+    // CStatAccu::PatRecallOk.
     void SetRecallData(const CString & sArt, const CString & sIntervall, const CString & sLast);
     [[nodiscard]] CString GetRecallArt() const { return m_Selekt.RecallArt; }
     [[nodiscard]] CString GetRecallIntervall() const { return m_Selekt.RecallIntervall; }

@@ -1,12 +1,12 @@
 // CStatAccu: one statistic from selection to hits.
 //
 // The accumulator holds what a screen has selected, the master data that a run reads, and the tables that it fills.
-// The run loop is the screen's; it keeps this order:
+// A run keeps this order; CLauf (lauf/Lauf.h) does 2 to 5:
 //
 //   1. construct, set the selection (CSelektion)
 //   2. GetAllMd, GetAllLeb
 //   3. DataSumVorlauf; on a code other than 0 DisplayGlobalDataError, DataSumNachlauf, stop
-//   4. for each treatment: the filters, then the work hit m_BehHit in the order that BehHitLine.h states, with
+//   4. for each treatment: the filters, then the work hit m_BehHit in the order that lauf/Lauf.cpp states, with
 //      GetGOData, GetPunkte and GetBetrag, then into m_vBehHits; likewise the other kinds of hit
 //   5. DoSortLines
 //   6. hand the accumulator on to files, sums or plan statistics
@@ -15,10 +15,52 @@
 // A `Find...` looks in the tables in memory, a `Get...` reads through to the record layer on a miss. A filter, named
 // `...Ok` or `...OK`, takes a value and answers one question; it is true when its section is switched off, reports
 // nothing and calls no other filter. Positions are -1 for none, pointers null. No operation throws; a row that cannot
-// be read counts as absent. An accumulator is used by one thread, and there is one run in a process at a time (Faden.h).
+// be read counts as absent. An accumulator is used by one thread, and there is one run in a process at a time
+// (Faden.h).
+//
+// The valuation works on the fields of a hit, wherever they come from. A private service has rate and factor and is
+// rounded once, before the quantity; a service of an insurer has points and a point value and is not rounded:
+//
+// ```
+// CStatAccu accu;
+// CBehHitLine hit;
+// hit.GOART = 'p';
+// hit.EINFACHSATZ = CDBetrag("e1005"); // 10.05 euro at factor 1
+// hit.FAKTOR = "23000";                // factor 2.3
+// hit.ANZAHL = 200;                    // two of them
+// accu.GetBetrag(hit, nullptr);
+// assert(hit.BETRAG == CDBetrag("e4624"));
+//
+// hit.Clear();
+// hit.GOART = 'k';
+// hit.PUNKTE = 3300;                   // 33 points
+// hit.PUNKTWERT = CDPw("e12285");      // 1.2285 euro each
+// hit.ANZAHL = 100;
+// accu.GetBetrag(hit, nullptr);
+// assert(hit.BETRAG == CDBetrag("e4054.05"));
+// ```
+//
+// A section of the selection that is off lets everybody pass, and one that is on only who is in it:
+//
+// ```
+// assert(accu.PatAlterOk("19500630"));
+// accu.SetAlter("0", "17");
+// accu.SetChAlter(true);
+// assert(!accu.PatAlterOk("19500630"));
+// ```
+//
+// A run that cannot start says why by a code, shows it and ends; here the practice has not a single row:
+//
+// ```
+// const int iCode = accu.DataSumVorlauf(true);
+// if (iCode != 0) accu.DisplayGlobalDataError(iCode);
+// accu.DataSumNachlauf();
+// assert(iCode == 14);                  // no list of statistic kinds in the select pool
+// ```
 #pragma once
 
 #include "orvostatbs/accu/IndexVektor.h"
+#include "orvostatbs/accu/Letztposition.h"
 #include "orvostatbs/accu/Selektion.h"
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Tabellen.h"
@@ -28,6 +70,7 @@
 #include "orvostatbs/records/NebenHits.h"
 #include "orvostatbs/records/Pat.h"
 #include "orvostatbs/records/Plan.h"
+#include "orvostatbs/records/Schluesseltext.h"
 #include "orvostatbs/records/Stammdaten.h"
 
 #include <array>
@@ -45,6 +88,16 @@ class CBewertungsspur;
 // stride. A caller who asks for the same patient again and again should keep his position.
 struct SPatientenHash {
     [[nodiscard]] std::size_t operator()(const CString & sPatNr) const;
+};
+
+// For maps whose keys are numbers of patients: trailing blanks do not count.
+struct SSchluesselHash {
+    [[nodiscard]] std::size_t operator()(const CString & s) const { return Schluesseltext(s).Hash(); }
+};
+struct SSchluesselGleich {
+    [[nodiscard]] bool operator()(const CString & a, const CString & b) const {
+        return GleicherSchluessel(a, b);
+    }
 };
 
 // The block of the billing library's specialities; its layout is that library's. The library "kelabr" has two functions
@@ -106,8 +159,11 @@ public:
     // ---- the life of a run (StatAccu.cpp)
 
     // Starts a run: record sets, global data, empty tables; the changed points of services (CTGO) are read anew. 0, or
-    // a code of GetGlobalData with the tables as they were. Twice without DataSumNachlauf leaves the first record sets unfreed. The flag has no effect.
+    // a code of GetGlobalData with the tables as they were. Twice without DataSumNachlauf leaves the first record sets
+    // unfreed. The flag has no effect.
     int DataSumVorlauf(bool bNeu);
+    // Empties what a run collects and lists the selected treaters anew, as a DataSumVorlauf that succeeds does.
+    void LeereTabellen();
     // Ends a run, also one that did not start: frees the record sets.
     void DataSumNachlauf();
     // The record sets of a run; freeing them twice does nothing.
@@ -233,8 +289,8 @@ public:
     // The amount. pAbschlag, if given, takes the regional deduction of a private service and stays for others.
     void GetBetrag(CBehHitLine & hit, CDBetrag * pAbschlag);
     // Takes the regional deduction off BETRAG (m_iLQPunktwert ten-thousandths of it remain) and gives it in abschlag,
-    // unrounded. abschlag is empty and BETRAG stays for a factor of 10000, for ABRMERKMAL "<", for any GOART but "p" and
-    // "q", for material and for the GOSUBART "v", "w", "y" and "z".
+    // unrounded. abschlag is empty and BETRAG stays for a factor of 10000, for ABRMERKMAL "<", for any GOART but "p"
+    // and "q", for material and for the GOSUBART "v", "w", "y" and "z".
     void AbzglAbschlagOst(CBehHitLine & hit, CDBetrag & abschlag);
     // The regional factor as stored, ten-thousandths; "10000" for none. Sets m_sKzvNr.
     CString GetLQPunktwert();
@@ -351,8 +407,8 @@ public:
     // kind. A missing plan number or row is entered as an error of the work hit, once.
     bool OnlyForZEorKFOorPAROk(CTPlan * pPlan, std::vector<CPlan> & vPlaene, CBehHitLine & hit, bool bOhne22a,
                                bool bParMarken, bool bParBeva, CTBeh * pBeh, int & iPos);
-    // The state of the row in pPlan (not null): a denture plan that is billed, one with additional costs, a private one; an orthodontic plan
-    // that is billed, any orthodontic plan.
+    // The state of the row in pPlan (not null): a denture plan that is billed, one with additional costs, a private
+    // one; an orthodontic plan that is billed, any orthodontic plan.
     [[nodiscard]] bool IsZEPlanOK(CTPlan * pPlan);
     [[nodiscard]] bool IsMehrkostenPlanOK(CTPlan * pPlan);
     [[nodiscard]] bool IsZEPrivatPlanOK(CTPlan * pPlan);
@@ -382,28 +438,32 @@ public:
     // ---- plain fields
 
     HWND m_pParent = nullptr;
-    bool m_bAlleLebsPassen = false;
-    CString m_sLebsString;
-    std::int32_t m_lAnzHits = 0;
+    bool m_bAlleLebsPassen = false; // by Lebs2String: every treater of m_vLeb bills in the selected practice
+    CString m_sLebsString;          // its list, as the run's start has made it
+    std::int32_t m_lAnzHits = 0;    // the caller's
     std::int32_t m_iLQPunktwert = 10000; // ten-thousandths; 10000 is none
-    CString m_sKzvNr;
+    CString m_sKzvNr;                    // of the practice's association, by GetLQPunktwert
 
     // ---- tables
 
-    // Those with an index are vectors in all they do. Their one restriction: a reference to an element that is held
-    // across a search must not change the element's key, which is named beside each; see IndexVektor.h.
+    // Filled by the operations above, or by the caller's run (the ...Hits); those that nothing here names are the
+    // caller's. Those with an index are vectors in all they do. Their one restriction: a reference to an element that
+    // is held across a search must not change the element's key, which is named above each; see IndexVektor.h.
     std::vector<CMdStruct> m_vMd;
     std::vector<CLebStruct> m_vLeb;
     std::vector<CLebStruct> m_vLebAlle;
-    CIndexVektor<CGOStruct> m_vGO; // key: m_sLst, m_sKuerzel, m_cGoArt; searched by FindGO, FindGOKuerzel
+    // Key: m_sLst, m_sKuerzel, m_cGoArt; searched by FindGO and FindGOKuerzel.
+    CIndexVektor<CGOStruct> m_vGO;
     std::vector<CPat> m_vPat;
-    CIndexVektor<CKas> m_vKas; // key: KASKUERZEL; searched by FindKas and what calls it
+    // Key: KASKUERZEL; searched by FindKas and what calls it.
+    CIndexVektor<CKas> m_vKas;
     std::vector<CPwGrp> m_vPwGrp;
     std::vector<std::array<CString, 30>> m_vAuxLines;
     std::vector<CBehHitLine> m_vBehHits;
     std::vector<CGlabHitLine> m_vGlabHits;
     std::vector<CGlabFaktHitLine> m_vGlabFaktHits;
-    CIndexVektor<CBehErrors> m_vBehErrors; // key: what == compares; searched by FindError, AddError
+    // Key: what == compares; searched by FindError and AddError.
+    CIndexVektor<CBehErrors> m_vBehErrors;
     std::vector<CGipsHitLine> m_vGipsHits;
     std::vector<CRechHitLine> m_vRechHits;
     std::vector<CVerordnungHitLine> m_vVerordnungHits;

@@ -1,7 +1,7 @@
 // Holidays with their names, and by federal state.
 //
-// The engine's calendar knows switches: which holidays a practice keeps. Which of them a state has stands here, and what
-// a day is called.
+// The engine's calendar knows switches: which holidays a practice keeps. Which of them a state has stands here, and
+// what a day is called.
 #pragma once
 
 #include "orvostatbs/calendar/Holiday.h"
@@ -24,7 +24,7 @@ struct SBundesland {
 [[nodiscard]] std::span<const SBundesland> Bundeslaender();
 // The state of a code in capitals; null for none.
 [[nodiscard]] const SBundesland * FindeBundesland(std::string_view sKuerzel);
-// A calendar with the state's holidays.
+// A calendar with the state's holidays; Monday to Friday are worked, and there is no closed period.
 [[nodiscard]] CHoliday KalenderFuer(const SBundesland & land);
 
 // The name of the holiday behind a switch, UTF-8.

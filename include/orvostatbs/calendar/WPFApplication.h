@@ -31,6 +31,7 @@ using CFeiertagsanzeigeErsatz = CErsatz<CFeiertagsanzeige, &SetzeFeiertagsanzeig
 
 class CWPFApplication {
 public:
+    // Hands both to the object in place.
     static void SetHolidays(const CString & sFeiertage,
                             const std::vector<std::pair<CString, CString>> & vPerioden);
 };

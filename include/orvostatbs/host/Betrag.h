@@ -32,6 +32,33 @@
 // anything else the first of them is the letter of the old currency. Reading ends at the first character that does not
 // belong to the number; a letter without number is zero, nothing but blanks is empty. More than eight decimals are cut
 // as in a product.
+//
+// A fee is rounded when the rules of billing say so and not before:
+//
+// ```
+// CDBetrag betrag("e1005");      // 10.05 euro at factor 1
+// betrag.MalBruch(23000, 10000); // factor 2.3: 23.115, nothing is lost
+// assert(betrag.ToDb(0, true, false, 0, 0) == "e2311.5");
+// betrag.Round();                // to cents, halves away from zero
+// assert(betrag.ToExt(0, false) == "23,12");
+// ```
+//
+// A sum starts empty, takes the currency of what comes first and converts what comes later:
+//
+// ```
+// CDBetrag summe;
+// assert(summe.IsEmpty() && summe.IsZero());
+// summe += CDBetrag("e5");
+// summe += CDBetrag(" 195583");  // 1955.83 marks are 1000 euro
+// assert(summe == CDBetrag("e100005"));
+// ```
+//
+// A point value times points is an amount with all its decimals:
+//
+// ```
+// const CDPw pw("e12285");       // 1.2285 euro a point
+// assert(CDBetrag(pw * 33) == CDBetrag("e4054.05"));
+// ```
 #pragma once
 
 #include "orvostatbs/host/CString.h"

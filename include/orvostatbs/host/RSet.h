@@ -1,11 +1,43 @@
 // The record layer: database handles, record sets and the pool of record sets.
 //
 // A table object is a row and a cursor in one. Its key fields are set by plain assignment, a read puts the row found
-// into its fields, and Next walks on through the set that the last read has opened:
+// into its fields, and Next walks on through the set that the last read has opened. With a store behind both handles:
 //
-//   CTBill bill(dbDatabaseRO);
-//   bill.m_PATNR = "      4711";
-//   for (int i = bill.GetByK1(MATCH_ALLE); i == 0; i = bill.Next()) ...
+// ```
+// const auto pSpeicher = std::make_shared<CMemorySpeicher>();
+// dbDatabase.Verbinde(pSpeicher);   // reads and writes
+// dbDatabaseRO.Verbinde(pSpeicher); // refuses every write
+// for (const CString & sNr : {CString("2"), CString("1")}) {
+//     CTBill bill(dbDatabase);
+//     bill.m_PATNR = "      4711";
+//     bill.m_PATBILL = sNr;
+//     assert(bill.Write() == 0);
+// }
+//
+// CString sNummern;
+// CTBill bill(dbDatabaseRO);
+// bill.m_PATNR = "      4711";      // all bills of the patient, in the order of the key
+// for (int i = bill.GetByK1(MATCH_ALLE); i == 0; i = bill.Next())
+//     sNummern += bill.m_PATBILL;
+// assert(sNummern == "12");
+// assert(bill.Next() == 1);         // no further row; the fields are those of the last
+// assert(bill.m_PATBILL == "2" && bill.Write() == 3);
+// ```
+//
+// Writes that belong together form a group, of which without Beende(true) nothing stays:
+//
+// ```
+// {
+//     CMxGruppe gruppe(dbDatabase);
+//     CTPlan plan(dbDatabase);
+//     plan.m_PATNR = "      4711";
+//     plan.m_PLANNR = "1";
+//     assert(plan.Write() == 0);
+// }
+// const CAutoRSet<CTPlan> pPlan;    // a ready object on dbDatabaseRO, given back at the end of the block
+// assert(pPlan->GetAll() == 1);
+// assert(dbDatabaseRO.Fehlschlaege() == 0); // that there is no row was no failure
+// ```
 //
 // Every reading operation returns 0 when the fields hold the row, 1 when there is no (further) row, another value
 // when the store failed. A failed Next leaves the fields as they are. A read that is refused, fails or has no store
@@ -109,10 +141,12 @@ private:
 
 // How a read by key takes the key fields.
 enum MatchMode : int {
-    MATCH_GENAU = 0, // all parts equal, one row
-    MATCH_TEIL =
-        1, // the rows whose last set part begins with the given text and whose earlier parts are equal
-    MATCH_ALLE = 2, // the rows that are equal in every part that is set; none set: the whole table
+    // All parts equal, one row.
+    MATCH_GENAU = 0,
+    // The rows whose last set part begins with the given text and whose earlier parts are equal.
+    MATCH_TEIL = 1,
+    // The rows that are equal in every part that is set; none set: the whole table.
+    MATCH_ALLE = 2,
 };
 
 // How a set is opened: a hint, without effect on what is read.

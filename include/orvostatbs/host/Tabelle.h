@@ -10,6 +10,9 @@
 //   #undef ORVO_SPALTEN
 //   class CTBeispiel : public CTabelle<CTBeispiel_Fields> { ... };
 //
+// A long list that is read in several places has a file of its own (Selektion.def, Schalter.def); a table's columns are
+// a line or two, read by ORVO_TABELLE alone, and stand above their class.
+//
 // The texts behind the comparison are the keys, key 1 first, each its columns in order.
 #pragma once
 
@@ -28,7 +31,7 @@ namespace detail {
 
 // The key of a text of column names; an unknown name does not compile.
 template <std::size_t N>
-consteval SSchluessel MakeSchluessel(const SSpalteInfo (&aSpalten)[N], std::string_view s) {
+constexpr SSchluessel MakeSchluessel(const SSpalteInfo (&aSpalten)[N], std::string_view s) {
     SSchluessel schluessel{};
     while (!s.empty()) {
         const std::size_t iLaenge = s.find(' ') == std::string_view::npos ? s.size() : s.find(' ');

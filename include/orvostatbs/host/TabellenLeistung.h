@@ -18,7 +18,7 @@ namespace orvostat {
     S(TEXT, Text) S(ABRMERKMAL, Text) S(PATBILL, Text) S(BEHKZ, Text) S(LFDBEFENTRY, Text) \
     S(LFDLBLOCK, Text) S(BEHINFO, Text) S(CHARGE, Text) S(ABRJJME, Text)
 // clang-format on
-ORVO_TABELLE(CTBeh, "BEH", Genau, "PATNR DATUM SITZUNG LFDBEHEINTRAG")
+ORVO_TABELLE(CTBeh, "BEH", Genau, "PATNR DATUM SITZUNG LFDBEHEINTRAG", "DATUM PATNR SITZUNG LFDBEHEINTRAG")
 #undef ORVO_SPALTEN
 class CTBeh : public CTabelle<CTBeh_Fields> {
 public:
@@ -72,7 +72,8 @@ public:
 };
 
 // Fee rows. GEBPKT and GOWERT2 to GOWERT4 are points in hundredths, GOWERT2 of the private kinds a second simple
-// rate, and GEBPKT of the dentists' private schedule (kind "q", subkind "1") the number of points as it is printed; EINFACHSATZ and ZUSCHLAG are amounts; FAKTOR and STDFAKTOR ten-thousandths.
+// rate, and GEBPKT of the dentists' private schedule (kind "q", subkind "1") the number of points as it is printed;
+// EINFACHSATZ and ZUSCHLAG are amounts; FAKTOR and STDFAKTOR ten-thousandths.
 // clang-format off
 #define ORVO_SPALTEN(S) \
     S(GOART, Text) S(LSTNR, Text) S(LSTKUERZEL, Text) S(GOSUBART, Text) S(DRUCKBILD, Text) \
@@ -122,7 +123,22 @@ ORVO_TABELLE(CTGoCheck, "GOCHECK", OhneGross, "GOART LSTNR EXTRAFLAG")
 class CTGoCheck : public CTabelle<CTGoCheck_Fields> {
 public:
     using CTabelle::CTabelle;
+    // Reads the service's check of that flag; 0, 1 or 2 as every read.
     int GetByExtraFlag(const CString & sGoArt, const CString & sLst, char cFlag);
+};
+
+// Norms of the hundred-case statistic: hundredths of a piece per hundred cases for primary, substitute and all
+// insurers, and the second set of installations with physicians' fees.
+// clang-format off
+#define ORVO_SPALTEN(S) \
+    S(GOART, Text) S(LSTKUERZEL, Text) S(GUELTIGAB, Datum) S(TEXT, Text) S(RVO, Zahl) S(VDAK, Zahl) \
+    S(GESAMT, Zahl) S(RVOMKG, Zahl) S(VDAKMKG, Zahl) S(GESAMTMKG, Zahl)
+// clang-format on
+ORVO_TABELLE(CTGoBudget, "GOBUDGET", Genau, "GOART LSTKUERZEL GUELTIGAB")
+#undef ORVO_SPALTEN
+class CTGoBudget : public CTabelle<CTGoBudget_Fields> {
+public:
+    using CTabelle::CTabelle;
 };
 
 // The X-ray book.

@@ -23,11 +23,13 @@ ORVO_TABELLE(CTPat, "PAT", Genau, "PATNR", "PATNAME PATVORNAME")
 class CTPat : public CTabelle<CTPat_Fields> {
 public:
     using CTabelle::CTabelle;
+    // Reads the patient's row; 0, 1 or 2 as every read.
     int GetByPatNr(const CString & sPatNr);
     [[nodiscard]] char GetFrucht() const { return m_FRUCHT.Erstes(); }
     // Care level and the last day it holds.
     void GetPflegegrad(CString & sGrad, CString & sEnde) const;
     [[nodiscard]] CString GetFallBesonderheit() const { return m_FALLBESONDERHEIT; }
+    // A bit set; 0 where the column is no number.
     [[nodiscard]] std::uint32_t GetIndexMarkers() const;
 };
 

@@ -68,6 +68,10 @@ public:
 [[nodiscard]] int Zahl(const CString & s);
 [[nodiscard]] std::int64_t Zahl64(const CString & s);
 
+// Column iIndex, from 0, of a text of columns iBreite wide, as the records pack their amounts: empty behind the end, the
+// first one for a negative index.
+[[nodiscard]] CString GepackterBetrag(const CString & sBetraege, int iIndex, int iBreite);
+
 // Fits a number's text into a picture of the same length as the result, from right to left: "X" takes a digit or
 // "0", "Z" a digit or a blank, "V" the sign, "." stays as long as digits are left and is a blank beyond them; any
 // other character stands for itself. Characters of the text that are no digits are passed over, and a "-" among

@@ -19,13 +19,12 @@
 namespace orvostat {
 
 // The settings of the workstation, set by the program before a statistic starts.
-extern CString dbMdId;     // current practice
-extern CString dbPId;      // current person
-extern bool dbPraxisLeb;   // treaters are bound to a site
-extern CString dbPraxisId; // current site
-extern bool dbMKGVersion;  // installation with physician fees
-extern CString
-    dbLfdWorkstation; // current workstation, two characters with a leading blank; " 1" at the start
+extern CString dbMdId;           // current practice
+extern CString dbPId;            // current person
+extern bool dbPraxisLeb;         // treaters are bound to a site
+extern CString dbPraxisId;       // current site
+extern bool dbMKGVersion;        // installation with physician fees
+extern CString dbLfdWorkstation; // current workstation, two characters: " 1" at the start
 
 // The program's directory and the directory of its data, as texts that end in "\". The argument has no effect.
 [[nodiscard]] CString GetOrvoExePath(int iArt = 0);

@@ -39,51 +39,6 @@ inline constexpr int HVM_FEIERTAGE = 9;
 [[nodiscard]] CString HvmFeiertagKuerzel();
 void LiesHvmFeiertage(const CString & sWert, bool (&abFeiertag)[HVM_FEIERTAGE]);
 
-// The switches in field order, each with its row, its place in the row's value, how it is read and its start value:
-//
-//   S  a flag m_b<name> with the getter <name>()      O  a flag m_b<name> without getter
-//   Z  a number m_i<name> of one digit without getter
-//
-// Fields, getters, start values, reading and writing are all made from this list.
-#define ORVO_HVM_SCHALTER(S, O, Z)                                                                           \
-    S(KBRMitLab, Einstell, 0, Zahl, false)                                                                   \
-    S(KCHMitKFO, Einstell, 1, Zahl, false)                                                                   \
-    S(KCHMitIP, Einstell, 2, Zahl, false)                                                                    \
-    S(KFOMitLab, Einstell, 3, Zahl, false)                                                                   \
-    S(KFOMitIP, Einstell, 10, Zahl, false)                                                                   \
-    S(KFOMitSach, Einstell, 11, Zahl, false)                                                                 \
-    S(KFONurRoe, EinstellX, 8, Zahl, false)                                                                  \
-    S(KFOMitNeufall, Einstell, 13, Zahl, false)                                                              \
-    S(MitBKS, Einstell, 4, Zahl, false)                                                                      \
-    S(MitSonstKas, Einstell, 5, Zahl, false)                                                                 \
-    S(PARMitLab, Einstell, 6, Zahl, false)                                                                   \
-    S(PrimaerTrennung, Einstell, 7, Zahl, false)                                                             \
-    S(ErsatzTrennung, Einstell, 8, Zahl, false)                                                              \
-    S(RVOFremdTrennung, Einstell, 9, Zahl, false)                                                            \
-    S(ErsatzFremdTrennung, EinstellX, 6, Zahl, false)                                                        \
-    S(MitFremd, Einstell, 12, Zahl, false)                                                                   \
-    Z(Einstell14, Einstell, 14)                                                                              \
-    O(Einstell15, Einstell, 15, Zahl, false)                                                                 \
-    O(Einstell16, Einstell, 16, AusserNull, true)                                                            \
-    S(MitWso4, Einstell, 17, Zahl, false)                                                                    \
-    S(MitBPG9, Einstell, 20, FehlendWahr, false)                                                             \
-    S(MitKKGeb, Einstell, 18, Zahl, false)                                                                   \
-    S(PARZuKCH, Einstell, 19, Zahl, false)                                                                   \
-    S(KBRZuKCH, EinstellX, 7, Zahl, false)                                                                   \
-    O(EinstellX12, EinstellX, 12, Zahl, false)                                                               \
-    O(EinstellX0, EinstellX, 0, Zahl, false)                                                                 \
-    O(EinstellX1, EinstellX, 1, Zahl, false)                                                                 \
-    O(EinstellX2, EinstellX, 2, Zahl, false)                                                                 \
-    O(EinstellX3, EinstellX, 3, AusserNull, true)                                                            \
-    O(EinstellX4, EinstellX, 4, AusserNull, true)                                                            \
-    O(EinstellX5, EinstellX, 5, Zahl, false)                                                                 \
-    O(EinstellX9, EinstellX, 9, Zahl, false)                                                                 \
-    O(EinstellX10, EinstellX, 10, Zahl, false)                                                               \
-    S(KBRFallgruppen, EinstellX, 11, Zahl, false)                                                            \
-    O(EinstellX13, EinstellX, 13, Zahl, false)                                                               \
-    S(PARFallgruppen3, EinstellX, 14, Zahl, false)                                                           \
-    S(PARNiedersachsen, EinstellX, 15, Zahl, false)
-
 // One pot of one practice owner.
 struct CHVMBgParam {
     CString m_sMandant; // owner, two places as in the row keys: " 1"
@@ -130,11 +85,11 @@ class CHVMCf {
 public:
     std::vector<CHVMBgParam> m_vBgParam; // the pots of the owners read so far, 17 for each
     CHVMBgParam m_BgArbeit;              // the pot that is being read
-#define ORVO_FLAG(NAME, ZEILE, STELLE, LESEN, START) bool m_b##NAME = START;
-#define ORVO_ZAHL(NAME, ZEILE, STELLE) std::int32_t m_i##NAME = 0;
-    ORVO_HVM_SCHALTER(ORVO_FLAG, ORVO_FLAG, ORVO_ZAHL)
-#undef ORVO_FLAG
-#undef ORVO_ZAHL
+#define SCHALTER(NAME, ZEILE, STELLE, LESEN, START) bool m_b##NAME = START;
+#define OHNE(NAME, ZEILE, STELLE, LESEN, START) bool m_b##NAME = START;
+#define ZIFFER(NAME, ZEILE, STELLE) std::int32_t m_i##NAME = 0;
+#include "orvostatbs/hvm/Schalter.def"
+
     bool m_abFeiertag[HVM_FEIERTAGE] = {}; // in the order of CHoliday's switches
     CString m_sFeiertag;                   // the holidays row as ReadFt found it
     std::vector<CHVMUrParam> m_vUrParam;
@@ -189,12 +144,11 @@ public:
     // The owner's active pots in words, "KCH+ZE"; kinds without a word are passed over.
     [[nodiscard]] CString GetSelText(const CString & sMandant) const;
 
-#define ORVO_GETTER(NAME, ZEILE, STELLE, LESEN, START)                                                       \
+#define SCHALTER(NAME, ZEILE, STELLE, LESEN, START)                                                          \
     [[nodiscard]] bool NAME() const { return m_b##NAME; }
-#define ORVO_OHNE(...)
-    ORVO_HVM_SCHALTER(ORVO_GETTER, ORVO_OHNE, ORVO_OHNE)
-#undef ORVO_GETTER
-#undef ORVO_OHNE
+#define OHNE(NAME, ZEILE, STELLE, LESEN, START)
+#define ZIFFER(NAME, ZEILE, STELLE)
+#include "orvostatbs/hvm/Schalter.def"
 
 private:
     // These give false where the store failed; a group of writes ends there.
@@ -228,7 +182,7 @@ private:
     bool m_bGespeichert = false;
 };
 
-// A switch as the list above describes it. One of the two pointers is null.
+// A switch as Schalter.def describes it. One of the two pointers is null.
 struct SHvmSchalter {
     const char * pName; // as the getter is or would be called
     EHvmZeile eZeile;
@@ -240,15 +194,12 @@ struct SHvmSchalter {
 };
 
 inline constexpr SHvmSchalter HVM_SCHALTER[] = {
-#define ORVO_FLAG(NAME, ZEILE, STELLE, LESEN, START)                                                         \
+#define SCHALTER(NAME, ZEILE, STELLE, LESEN, START)                                                          \
     {#NAME, EHvmZeile::ZEILE, STELLE, &CHVMCf::m_b##NAME, nullptr, EHvmLesen::LESEN, START},
-#define ORVO_ZAHL(NAME, ZEILE, STELLE)                                                                       \
+#define OHNE SCHALTER
+#define ZIFFER(NAME, ZEILE, STELLE)                                                                          \
     {#NAME, EHvmZeile::ZEILE, STELLE, nullptr, &CHVMCf::m_i##NAME, EHvmLesen::Zahl, false},
-    ORVO_HVM_SCHALTER(ORVO_FLAG, ORVO_FLAG, ORVO_ZAHL)
-#undef ORVO_FLAG
-#undef ORVO_ZAHL
+#include "orvostatbs/hvm/Schalter.def"
 };
-
-#undef ORVO_HVM_SCHALTER
 
 } // namespace orvostat

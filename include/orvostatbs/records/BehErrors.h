@@ -18,6 +18,9 @@ enum EBehFehler : std::int32_t {
     FEHLER_OHNE_PLANNR = 9, // the service needs a plan and has no plan number
 };
 
+// What a code says, as a German phrase; "unbekannt" for any other. The missing plan is named where its number is given.
+[[nodiscard]] CString BehFehlertext(int iFehler, const CString & sPlanNr = CString());
+
 class CBehErrors {
 public:
     // Every initial value is the value after Clear. The fields mean what they mean in the hit.

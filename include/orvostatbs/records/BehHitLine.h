@@ -5,11 +5,7 @@
 // copied into the accumulator's vector, sorted, written as statistic lines and summed. All fields are public;
 // screens read and write them.
 //
-// A hit is built in this order, since each step reads what earlier ones have set:
-//
-//   Clear, MoveBeh, MoveBill, TestMultiband, MoveMdId, MovePatName, MoveVDesc, MoveKas, MoveGO (by the
-//   accumulator's GetGOData), MoveLeb, MovePw (by GetPunkte), GetBetrag of the accumulator, MoveProvision,
-//   MoveBefund (by GetBefund)
+// The moves have an order, since each reads what earlier ones have set; CLauf::Baue in lauf/Lauf.cpp states it.
 //
 // Units: quantities and points in hundredths, factors in ten-thousandths, dates YYYYMMDD, letters 0 for none.
 #pragma once
@@ -199,18 +195,22 @@ public:
     void MoveLst2BehKey1(CTBeh * pBeh) const;
     // PRAXISNR by KASSENABR.
     void MoveMdId(const CString & sMdKasse, const CString & sMdPrivat);
+    // PATNAME.
     void MovePatName(const CString & sName, const CString & sVorname);
     // m_iLebAbschlag, only for an ICDNOTATIONSKZ of "s", "t", "n", "v" and a private service.
     void MoveLeb(const CLebStruct & leb);
     // The bill; KASSENABR is decided with the service, see IsKasZu. Invoice references that the bill does not have
     // stay.
     void MoveBill(const CBill & bill);
+    // The fields of insurance but ISPRIVATPATIENT, and GEBUEHRENBEFREITBIS; an empty WSO or WSO_ERG becomes "1".
     void MoveVDesc(const CVDesc & vdesc);
+    // KASSENPWGRP, KASSTATISTIKART, KASMEDSTATISTIKART, KASSENART, KASSENGRP, FREMDKASSE and m_cKasKz.
     void MoveKas(const CKas & kas);
     // The fee row, with rates and points of DATUM. GOSTATISTIKART and PWLART depend on ABRART; an own FAKTOR stays.
     void MoveGO(const CGOStruct & go);
     // PUNKTWERT by region, for services valued by points only.
     void MovePw(const CPw & pw);
+    // BEFUND, filled up with blanks to 33 places, ZAHNSTEIN and MUNDKRANKHEIT.
     void MoveBefund(CTABefund * pBefund);
     // PROVISONSWERT of the hit's commission group; stays without a group.
     void MoveProvision(const CLebStruct & leb);

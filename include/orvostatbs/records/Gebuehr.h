@@ -1,7 +1,8 @@
 // A row of a fee schedule, and what finds one.
 //
-// Points stand in hundredths, factors in ten-thousandths (2.3 is "23000"), both as the schedule's own tables print
-// them: BEMA points for the insurer kinds, GOZ and GOÄ rates for the private ones.
+// Points stand in hundredths (only those of kind "q", subkind "1", are the number that GOZ prints), factors in
+// ten-thousandths (2.3 is "23000"), rates are amounts: BEMA points for the insurer kinds, GOZ and GOÄ rates for the
+// private ones.
 #pragma once
 
 #include "orvostatbs/host/Betrag.h"

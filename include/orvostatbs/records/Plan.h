@@ -27,6 +27,7 @@ public:
     std::int32_t m_iKasProzent = 0; // the insurer's share in percent
     CString m_sPlanFeld;            // second state of the plan, for callers
     bool m_bPlanOk = true;          // services of the plan may be counted
+    bool m_bFehlt = false;          // there is no row of the plan, for callers
     bool m_bMitLst5 = false;        // the plan has a service entered as "5"
     bool m_bMitAbschlag = false;    // the plan has a service whose fee row is marked for a deduction
     CIndexMarke m_marke;            // the search's own

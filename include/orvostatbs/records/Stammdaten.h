@@ -83,8 +83,7 @@ public:
     CString VDBISDATUM;
     CString EINLESEDATUM;
     CString KASKUERZEL;
-    CString
-        VNACHWEIS; // how the insurance was proved; "E" and "O" are electronic proofs, statutory and private
+    CString VNACHWEIS; // how the insurance was proved; "E", "O": electronically, statutory and private
     char m_cSonderKsArt = 0;
     CString m_sVDescFeld;
     CString MFRDIG; // state of membership: "1" member, "3" family, "5" pensioner
@@ -112,8 +111,8 @@ public:
     CString PATNR;
     CString PATBILL;
     CString PRAXISNR;
-    char ABRART =
-        0; // billing kind: c, z denture, k orthodontics, b jaw fracture, p periodontics, i, e, r, s others
+    // Billing kind: c, z denture, k orthodontics, b jaw fracture, p periodontics, i, e, r, s others.
+    char ABRART = 0;
     bool KASSENABR = false;
     bool m_bAbrArtE = false;
     CIndexMarke m_marke; // the search's own
@@ -181,15 +180,18 @@ public:
     CString m_sPwInfo;
 
     void Clear();
+    // Takes all fields.
     void MovePw(CTPunktWert * pPw);
 };
 
+// The name of a group of point values.
 class CPwGrp {
 public:
     CString m_sPwGrp;
     CString m_sPwGrpName;
 
     void Clear();
+    // Takes all fields.
     void MovePw(CTPwGroup * pGrp);
 };
 
@@ -201,6 +203,7 @@ public:
     CString m_sExtra;
 
     void Clear();
+    // Takes all fields.
     void MoveSP(const SSelectPool * pSP);
 };
 

@@ -7,7 +7,8 @@
 //                clustered by SCHLUESSEL1 and LFD, the further keys have an index
 //
 // and LAUFNUMMER holds the last running number given. The database's application_id is 0x4F535442 ("OSTB"), its
-// user_version the version of this schema. A tool that only reads needs none of this; who writes with one has to
+// user_version the version of this schema. A file of an older version becomes one of this when it is opened for writing,
+// and when it is opened for reading is read as it is: what it lacks is empty. A tool that only reads needs none of this; who writes with one has to
 // keep SCHLUESSEL1 in step with the columns.
 //
 // What a file may hold that this store would not write is read without harm: NULL is the empty text, numbers and
@@ -30,9 +31,23 @@ class CSqliteVorrat;
 
 enum class EModus {
     Lesen,          // never writes, whatever is asked of it
-    Schreiben,      // reads and writes an existing file
+    Schreiben,      // reads and writes an existing file, and first brings one of an older version to this one
     Neu,            // makes the file, which must not exist
     NeuUngesichert, // the same faster, for filling it in one go: a crash or a power cut may leave it useless
+};
+
+// Why a read or write of an open file has failed.
+enum class EUrsache {
+    Keine, // nothing has
+    Beschaedigt,
+    Gesperrt, // another program writes
+    Voll,     // no room on the disk
+    Schreibgeschuetzt,
+    Datentraeger,    // the disk reports a failure
+    KeineNebendatei, // no file can be made beside it, as writing needs
+    ZuGross,         // the file has reached the user's limit
+    KeinSpeicher,
+    Andere, // LetzterFehler has the words
 };
 
 // What was read ahead and then asked for: ranges out of the rows at hand, rows of the second thread. Both could be 0
@@ -46,19 +61,24 @@ struct SVorausgelesen {
 // one program or in two, can both read at any time, and a write waits up to five seconds for the walks of the other
 // store to end before it fails; within one store walks and writes mix freely.
 //
-// A store opened for reading only reads ahead: short ranges by some rows, and a long walk over a whole table, between whose
-// rows others are asked for, with a thread and a connection of its own. Neither shows in what comes back.
+// A store opened for reading only reads ahead: short ranges by some rows, and a long walk over a whole table, between
+// whose rows others are asked for, with a thread and a connection of its own. Neither shows in what comes back.
 class CSqliteSpeicher final : public CZeilenspeicher {
 public:
     // Opens the file at sPfad (UTF-8, as the platform writes paths). Null where it is refused, with the reason as a
     // German sentence for the user in sMeldung: no file or no plain one, not to be read or written, no database,
-    // that of another program, another version of the schema, damaged, locked. A refused file is left as it was, and
-    // none is left beside it; opening makes no file unless eModus says so.
+    // that of another program, a version of the schema that is not known, damaged, locked, no room to extend it. A
+    // refused file is left as it was, and none is left beside it; opening makes no file unless eModus says so. A crash
+    // while a file is extended leaves it of the older version, with a change half done.
+    // A store that only reads a file of an older version goes on seeing it so where another program extends it: of
+    // what is new in it, it sees nothing.
     [[nodiscard]] static std::shared_ptr<CSqliteSpeicher> OeffneDatei(const std::string & sPfad,
                                                                       EModus eModus, CString & sMeldung);
     // Whether a crash has left a change half done, so that the file cannot be opened for reading only; opening it for
     // writing takes the change back.
     [[nodiscard]] static bool Unterbrochen(const std::string & sPfad);
+    // Takes it back and does nothing else, the file keeps its version; false where it is refused, with the reason.
+    [[nodiscard]] static bool NimmZurueck(const std::string & sPfad, CString & sMeldung);
     ~CSqliteSpeicher() override;
 
     std::unique_ptr<CZeilenmenge> Oeffne(const STabelle & tabelle, const SBereich & bereich) override;
@@ -75,8 +95,14 @@ public:
     [[nodiscard]] bool
     SucheVerluste(const STabelle & tabelle,
                   const std::function<void(CWerte vZeile, std::size_t iSpalte)> & fVerlust);
-    // SQLite's own words on the last failure of this store, empty if there was none; "file too large" where the file
-    // has reached the user's limit.
+    // Gives the rows beside which the file has another key than their columns make, by damage or another tool's hand:
+    // reads by that key pass them over. False if the file failed.
+    [[nodiscard]] bool
+    SucheFremdeSchluessel(const STabelle & tabelle,
+                          const std::function<void(CWerte vZeile, int iSchluessel)> & fFremd);
+    // The cause of the last failure of this store, and SQLite's own words on it, empty if there was none; "file too large"
+    // where the file has reached the user's limit.
+    [[nodiscard]] EUrsache LetzteUrsache() const;
     [[nodiscard]] const std::string & LetzterFehler() const;
 
     // The statement behind a walk over a whole table in the order of key 1, as it is given to SQLite. For

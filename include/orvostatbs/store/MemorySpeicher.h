@@ -15,7 +15,8 @@ namespace orvostat {
 class CMemoryTabelle;
 struct SMemoryZeile;
 
-// The rows live as long as the object. Nothing here fails but for want of memory; every table exists and is empty at first.
+// The rows live as long as the object. Nothing here fails but for want of memory (std::bad_alloc); every table exists
+// and is empty at first.
 class CMemorySpeicher final : public CZeilenspeicher {
 public:
     CMemorySpeicher();

@@ -1,0 +1,93 @@
+// The named file set of a statistic: writing one beside its accumulator, and reopening it.
+//
+// The set is two files in the workstation's directory: the lines in <name>.SVE, and in <name>.ISV when and how the
+// statistic was made, so that it can be reopened with the selection that produced it:
+//
+//   [Allgemein]                    [Selektion]
+//   Statistikart=LS                DatumVon=01.10.2023
+//   Version=2                      DatumBis=31.12.2023
+//   Erstellungsdatum=15.01.2024    Praxisinhaber= 1
+//   Erstellungszeit=09:30          Behandler="  5 12"
+//   AnzahlHits=1200                ...
+//
+// The selection file is written last: a set without it is unfinished.
+#pragma once
+
+#include "orvostatbs/files/StatEval.h"
+
+#include <set>
+#include <vector>
+
+namespace orvostat {
+
+// Writes sets. A derived class says which lines (CStatEval); the accumulator's m_lAnzHits is the number of hits.
+template <class T> class CStat2File : public CStatEval2<T> {
+public:
+    explicit CStat2File(CWnd * pParent) : CStatEval2<T>(pParent) {}
+
+    void SetStatVersion(const CString & sVersion) { m_sVersion = sVersion; }
+    bool CreateSelektionsFile(const CString & sFile) override;
+
+    CString m_sStatistikart;
+    CString m_sVersion;
+
+protected:
+    // The entries behind each other, each right-aligned in iWidth places; a longer one stands as it is.
+    void Vec2String(const std::vector<CString> & v, CString & sOut, int iWidth);
+};
+
+// Reads sets into the accumulator's selection and tables. A derived class overrides SetLineStruct with the layout that
+// the set was written with: columns are taken by position, whatever the title line says, so a set of another layout is
+// misread. GetStatVersion tells them apart.
+template <class T> class CFile2Stat : public CStatEval2<T> {
+public:
+    explicit CFile2Stat(CWnd * pParent) : CStatEval2<T>(pParent) {}
+
+    bool MoveDataFromFile(CStatLines & line) override;
+    // Reads the global data anew and empties the tables of a run; false if there are no global data or no layout.
+    bool BeforeMoveDataFromFile() override;
+    bool IsFirstLineStruct() override { return false; }
+    // The number of hits as the set has it. Makes room for them, if so many can be in the data file.
+    long ReadAnzHits(const CString & sFile) override;
+    // Called when the tables are empty; the result has no effect.
+    virtual bool OnlyForProgBeforeMoveDataFromFile() { return true; }
+
+    // Sets the accumulator's selection. False after a prompt, with the accumulator as it was, where the file or its
+    // period is missing; any other key that is missing reads as empty, except that Sortierung and ArtStat become "*".
+    bool ReadSelektionsFile(const CString & sFile);
+    [[nodiscard]] bool ExistAllFiles();
+    // "F3 - Zuletzt erstellte Liste vom 15.01.2024 um 09:30 Uhr bearbeiten"; without the time where it is not known.
+    [[nodiscard]] CString GetLastEditDateText();
+    [[nodiscard]] CString GetLastEditDate();
+    [[nodiscard]] CString GetStatVersion();
+
+    std::set<CString> m_setUew; // the referrals seen, also of earlier reads
+    // One work record of each kind.
+    CBehHitLine m_Hit;
+    CPat m_Pat;
+    CKas m_Kas;
+    CBehErrors m_Error;
+    CGipsHitLine m_Gips;
+    CRechHitLine m_Rech;
+
+protected:
+    // Takes the layouts of lines and error lines; false without a layout.
+    bool GetThisLineStruct();
+    // The text in pieces of so many characters, replacing what v held.
+    void String2Vec(const CString & s, std::vector<CString> & v, int iWidth);
+
+private:
+    bool NimmSatz(const CStatLines & line);
+    void MerkeUeberweisung(const CString & sText);
+    void FuelleUeberweisungen();
+    CString LiesAllgemein(const CString & sSchluessel);
+
+    const CStatAccu * m_pUewZiel = nullptr; // whose m_vUewStrings hold m_setUew
+};
+
+extern template class CStat2File<CStdioFile>;
+extern template class CStat2File<CDBStdioFile>;
+extern template class CFile2Stat<CStdioFile>;
+extern template class CFile2Stat<CDBStdioFile>;
+
+} // namespace orvostat

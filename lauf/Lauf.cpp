@@ -1,0 +1,384 @@
+#include "orvostatbs/lauf/Lauf.h"
+
+#include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Oberflaeche.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace orvostat {
+
+namespace {
+
+// Rows between two looks at the progress box.
+constexpr std::int64_t FORTSCHRITT_SCHRITT = 512;
+
+bool Gleich(const CString & sGewaehlt, const CString & sWert) {
+    return sGewaehlt.IsEmpty() || sGewaehlt == sWert;
+}
+
+struct SName {
+    EWeglassgrund eGrund;
+    CString sName;
+};
+const SName NAMEN[] = {
+    {EWeglassgrund::Zeitraum, "außerhalb des Zeitraums"_t},
+    {EWeglassgrund::Patient, "Patient nicht gewählt"_t},
+    {EWeglassgrund::BehandlerUnbekannt, "Behandler unbekannt"_t},
+    {EWeglassgrund::Behandler, "Behandler nicht gewählt"_t},
+    {EWeglassgrund::Gebuehrenart, "Gebührenart nicht gewählt"_t},
+    {EWeglassgrund::Erfasser, "Erfasser nicht gewählt"_t},
+    {EWeglassgrund::Status, "Abrechnungsstatus nicht gewählt"_t},
+    {EWeglassgrund::Plan, "Plan nicht gewählt"_t},
+    {EWeglassgrund::OhnePlannummer, "Leistung ohne Plannummer"_t},
+    {EWeglassgrund::PlanFehlt, "Plan fehlt"_t},
+    {EWeglassgrund::Planstand, "Plan nicht im abrechenbaren Stand"_t},
+    {EWeglassgrund::Abrechnungsart, "Abrechnungsart nicht gewählt"_t},
+    {EWeglassgrund::Praxis, "Praxisinhaber nicht gewählt"_t},
+    {EWeglassgrund::Versicherung, "Versichertenstatus nicht gewählt"_t},
+    {EWeglassgrund::Kasse, "Kasse nicht gewählt"_t},
+    {EWeglassgrund::Leistung, "Leistung nicht gewählt"_t},
+};
+static_assert(std::size(NAMEN) == WEGLASSGRUENDE);
+
+} // namespace
+
+const CString & Weglassname(EWeglassgrund eGrund) {
+    return std::ranges::find(NAMEN, eGrund, &SName::eGrund)->sName;
+}
+
+CLauf::CLauf(CStatAccu & accu, const SLaufauftrag & auftrag)
+    : m_accu(accu), m_auftrag(auftrag), m_rPlan(dbDatabaseRO), m_rBehPlan(dbDatabaseRO) {}
+
+// Empties what the accumulator keeps from run to run, for a run after one that could not read all of it.
+void CLauf::Vergiss() {
+    m_accu.m_vGO.clear();
+    m_accu.m_mapBill.clear();
+    for (const auto pTabelle : {&CStatAccu::m_vSpGoStat, &CStatAccu::m_vSpStatistik,
+                                &CStatAccu::m_vSpMedStatistik, &CStatAccu::m_vSpKassenArt,
+                                &CStatAccu::m_vSpTechLst, &CStatAccu::m_vSpKassenGrp, &CStatAccu::m_vSpHvm})
+        (m_accu.*pTabelle).clear();
+}
+
+bool CLauf::Vorlauf() {
+    Nachlauf();
+    if (Lesefehler()) Vergiss();
+    m_stand = SStand();
+    m_stand.iFehlschlaege = Fehlschlaege();
+    m_stand.sVon = Oder(m_accu.GetAbDatum(), ERSTER_TAG);
+    m_stand.sBis = Oder(m_accu.GetBisDatum(), LETZTER_TAG);
+    CBehHitLine::ClearMaps();
+    const int iCode = LiesStammdaten();
+    if (LaeuftNoch() && iCode == 0) return true;
+    if (m_stand.eLauf == ELauf::Fertig) {
+        m_stand.eLauf = ELauf::Gescheitert;
+        m_accu.DisplayGlobalDataError(iCode);
+    }
+    Nachlauf();
+    return false;
+}
+
+int CLauf::LiesStammdaten() {
+    const bool bNoetig = m_auftrag.bStammdatenNoetig;
+    if (!m_accu.GetAllMd(true, false) && bNoetig) return 10;
+    if (!m_accu.GetAllLeb(false, true) && bNoetig) return 11;
+    if (m_auftrag.bErsatz) m_accu.ReadParPoolData(m_auftrag.iErsatzgruppe);
+    const int iCode = m_accu.DataSumVorlauf(false);
+    if (iCode == 0 || bNoetig) return iCode;
+    m_accu.LeereTabellen();
+    return 0;
+}
+
+ELauf CLauf::Laufe() {
+    if (!Vorlauf()) return m_stand.eLauf;
+    OrvoOpenProgressBox(0, 0, "Datensammlung"_t);
+    if (LaufeBehandlungen() && m_auftrag.bNebenakten) LaufeNebenakten();
+    OrvoCloseProgressBox();
+    m_accu.DoSortLines();
+    m_accu.m_lAnzHits = static_cast<std::int32_t>(m_stand.zahlen.iHits);
+    return m_stand.eLauf;
+}
+
+// ---- treatments
+
+// The rows of a table that is to be walked now.
+std::int64_t CLauf::Erwarte(const CMxRSet & tabelle) {
+    m_stand.iZeilen += std::max<std::int64_t>(dbDatabaseRO.Zeilenzahl(tabelle.Tabelle()), 0);
+    return m_stand.iZeilen;
+}
+
+// A run over everything gets the room for its hits at once, since they are big and moving them costs.
+void CLauf::ReserviereHits(std::int64_t iZeilen) {
+    if (!m_auftrag.fNach && m_accu.GetPatient().IsEmpty() && m_accu.GetAbDatum().IsEmpty() &&
+        m_accu.GetBisDatum().IsEmpty())
+        m_accu.m_vBehHits.reserve(static_cast<std::size_t>(iZeilen));
+}
+
+bool CLauf::LaufeBehandlungen() {
+    CTBeh & beh = *m_accu.m_pRBeh;
+    const CString sPatient = m_accu.GetPatient();
+    ReserviereHits(Erwarte(beh));
+    beh.SetKey(1);
+    beh.ClearKey();
+    beh.m_PATNR = sPatient;
+    return Gehe(beh, beh.GetByK1(MATCH_ALLE),
+                [&] {
+                    if (MeldePatient(beh.m_PATNR)) NimmBehandlung(beh);
+                }) &&
+           (!m_stand.sGemeldet || Melde(ELaufstelle::Patient)) && Melde(ELaufstelle::Behandlungen);
+}
+
+void CLauf::NimmBehandlung(const CTBeh & beh) {
+    ++m_stand.zahlen.iBehandlungen;
+    if (m_auftrag.bNebenakten && !beh.m_LFDLBLOCK.IsEmpty())
+        m_stand.setBlockleistungen.insert(Blockleistung(beh.m_PATNR, beh.m_LFDLBLOCK, beh.m_LSTNR));
+    if (!ImZeitraum(beh.m_DATUM))
+        Zaehle(EWeglassgrund::Zeitraum);
+    else if (BaueHit(beh))
+        Behalte(m_accu.m_BehHit);
+}
+
+void CLauf::Behalte(const CBehHitLine & hit) {
+    ++m_stand.zahlen.iHits;
+    m_accu.m_vBehHits.push_back(hit);
+}
+
+bool CLauf::BaueHit(const CTBeh & beh) {
+    if (Baue(beh)) {
+        ++m_stand.zahlen.iTreffer;
+        return true;
+    }
+    Zaehle(m_stand.eGrund);
+    return false;
+}
+
+// The order in which a hit is built: each step reads what the steps before it have given, and each section of the
+// selection is asked as soon as it can be, so that a hit outside of it leaves no error and no mixed point value.
+//
+//   step                     reads                                       gives
+//   MoveBeh                  the treatment                               the entry
+//   GetBill, MoveBill        kind, service, mark                         billing kind, whether the insurer pays, plan
+//   plan gate                billing kind "z", "k", "p"; plan            finer periodontal kinds
+//   TestMultiband            billing kind "k"                            "m" for multiband treatment
+//   MoveMdId, Braitretru     whether the insurer pays, billing kind      the practice
+//   MovePatient              the patient                                 his name
+//   MoveVersicherung         patient, date                               insurance period and insurer
+//   FiktiveLeistungen        reason letter                               a number of its own for such a service
+//   GetGOData                service, kind, date, billing kind           points or rate, statistic kind, kind of value
+//   GetLstErsatz             short code                                  the substitute
+//   MoveLeb                  notation mark, kind                         the treater's deduction
+//   GetPunkte                insurer group, value kind, date, plan, region   the point value
+//   GetBetrag                all of the above                            the amount
+//   NurDenKassenanteil       plan, amount                                the insurer's share
+//   MoveProvision            commission group                            the commission
+//   GetBefund                print image, subkind, entry                 the finding
+bool CLauf::Baue(const CTBeh & beh) {
+    CBehHitLine & hit = m_accu.m_BehHit;
+    if (!Passt(EWeglassgrund::Patient, NimmPatient(beh.m_PATNR))) return false;
+    const CLebStruct * const pLeb = Behandler(beh.m_BEHANDLERNR);
+    if (!BehandlerPasst(beh.m_BEHANDLERNR, pLeb != nullptr)) return false;
+
+    hit.Clear();
+    hit.MoveBeh(&beh);
+    if (!EintragPasst(hit)) return false;
+    const CBill * const pBill = m_accu.GetBill(hit.PATNR, hit.PATBILL);
+    if (pBill != nullptr) hit.MoveBill(*pBill);
+    if (!RechnungPasst(hit)) return false;
+    int iPlan = -1;
+    if (m_auftrag.bPlangatter && !PlanPasst(hit, iPlan)) return false;
+    hit.TestMultiband();
+    if (!AbrechnungsartPasst(hit)) return false;
+    if (pLeb != nullptr) hit.MoveMdId(pLeb->m_sMdKasse, pLeb->m_sMdPrivat);
+    if (!m_accu.GetNoChangeMdId()) m_accu.Braitretru(0, -1);
+    if (!Passt(EWeglassgrund::Praxis, m_accu.IsFuerMandant(hit.PRAXISNR))) return false;
+    MovePatient(hit);
+    const bool bKasse = MoveVersicherung(hit);
+    if (!KassePasst(hit)) return false;
+    hit.FiktiveLeistungen();
+    m_accu.GetGOData(hit);
+    if (m_auftrag.bErsatz) m_accu.GetLstErsatz(hit);
+    if (!LeistungPasst(hit)) return false;
+    if (pLeb != nullptr) hit.MoveLeb(*pLeb);
+    m_accu.GetPunkte(hit);
+    if (m_auftrag.bBewertung) m_accu.GetBetrag(hit, nullptr);
+    if (m_auftrag.bBewertung && m_auftrag.bKassenanteil)
+        m_accu.NurDenKassenanteil(m_stand.vPlaene, hit, iPlan, m_accu.GetProzPrivatSachkosten());
+    if (pLeb != nullptr) hit.MoveProvision(*pLeb);
+    m_accu.GetBefund(hit);
+
+    m_stand.zahlen.iOhneBill += pBill == nullptr ? 1 : 0;
+    m_stand.zahlen.iOhneKasse += bKasse ? 0 : 1;
+    m_stand.zahlen.iOhnePatient += m_stand.iPat < 0 && !m_stand.bName ? 1 : 0;
+    return true;
+}
+
+// The plan gate. A refused plan that is met first has no position; it is the last one.
+bool CLauf::PlanPasst(CBehHitLine & hit, int & iPlan) {
+    if (m_accu.OnlyForZEorKFOorPAROk(&m_rPlan, m_stand.vPlaene, hit, m_auftrag.bOhne22a, m_auftrag.bParMarken,
+                                     m_auftrag.bParBeva, &m_rBehPlan, iPlan))
+        return true;
+    if (hit.PLANNR.IsEmpty()) {
+        m_stand.eGrund = EWeglassgrund::OhnePlannummer;
+        return false;
+    }
+    const CPlan & plan =
+        iPlan < 0 ? m_stand.vPlaene.back() : m_stand.vPlaene[static_cast<std::size_t>(iPlan)];
+    m_stand.eGrund = plan.m_bFehlt ? EWeglassgrund::PlanFehlt : EWeglassgrund::Planstand;
+    return false;
+}
+
+// Takes the patient; his sections are asked once. A patient who cannot be read has no name and passes no section that
+// looks at him, but his treatments count.
+bool CLauf::NimmPatient(const CString & sPatNr) {
+    if (m_stand.sPatNr == sPatNr) return m_stand.bPatient;
+    m_stand.sPatNr = sPatNr;
+    if (!m_auftrag.bPatienten) return m_stand.bPatient = NimmNamen(sPatNr);
+    m_stand.iPat = m_accu.GetPat(sPatNr, true);
+    if (const CPat * const pPat = Patient()) return m_stand.bPatient = PatientPasst(*pPat);
+    if (!m_accu.m_mapVDesc.contains(sPatNr)) m_accu.GetVDesc(sPatNr, ERSTER_TAG);
+    CPat ohne;
+    ohne.Clear();
+    ohne.PATNR = sPatNr;
+    return m_stand.bPatient = PatientPasst(ohne);
+}
+
+// Forgets the patient before, and reads the name alone.
+bool CLauf::NimmNamen(const CString & sPatNr) {
+    m_accu.ClearV();
+    m_accu.m_mapBill.clear();
+    m_accu.m_vPwPlaene.clear();
+    m_accu.m_vMischPwPlaene.clear();
+    m_accu.m_vBehErrors.clear();
+    m_stand.vPlaene.clear();
+    m_accu.GetVDesc(sPatNr, ERSTER_TAG);
+    m_stand.bName = m_accu.ReadPat(sPatNr);
+    CPat ohne;
+    ohne.Clear();
+    ohne.PATNR = sPatNr;
+    return !m_auftrag.bSelektion || PatientPasst(ohne);
+}
+
+const CPat * CLauf::Patient() const {
+    return m_stand.iPat < 0 ? nullptr : &m_accu.m_vPat[static_cast<std::size_t>(m_stand.iPat)];
+}
+
+void CLauf::MovePatient(CBehHitLine & hit) {
+    if (const CPat * const pPat = Patient()) hit.MovePatName(pPat->PATNAME, pPat->PATVORNAME);
+    if (m_stand.bName) hit.MovePatName(m_accu.m_pRPat->m_PATNAME, m_accu.m_pRPat->m_PATVORNAME);
+}
+
+bool CLauf::MoveVersicherung(CBehHitLine & hit) {
+    const CVDesc * pVDesc = m_accu.FindVDescByDate(hit.PATNR, hit.DATUM);
+    const int iKas = pVDesc == nullptr ? -1 : m_accu.FindKas(pVDesc->KASKUERZEL, hit.DATUM);
+    if (pVDesc != nullptr) hit.MoveVDesc(*pVDesc);
+    if (iKas >= 0) hit.MoveKas(m_accu.m_vKas.Lesend()[static_cast<std::size_t>(iKas)]);
+    hit.ISPRIVATPATIENT = pVDesc == nullptr || pVDesc->IsPrivat();
+    return iKas >= 0;
+}
+
+const CLebStruct * CLauf::Behandler(const CString & sLeb) const {
+    const int iLeb = m_accu.FindLeb(sLeb);
+    return iLeb < 0 ? nullptr : &m_accu.m_vLeb[static_cast<std::size_t>(iLeb)];
+}
+
+// ---- the selection
+
+bool CLauf::Passt(EWeglassgrund eGrund, bool bPasst) {
+    if (bPasst || !m_auftrag.bSelektion) return true;
+    m_stand.eGrund = eGrund;
+    return false;
+}
+
+// The patient's sections: texts first, then those that read rows.
+bool CLauf::PatientPasst(const CPat & pat) {
+    CTBeh & beh = m_rBehPlan;
+    return m_accu.PatSelektOk(pat.SELEKTION) && m_accu.PatAnamneseOk(pat.RISIKOANAMNESE) &&
+           m_accu.PatAnredeOk(pat.PATANREDE) && m_accu.PatPlzOrtOk(pat.PATPLZ, pat.PATORT) &&
+           m_accu.PatStrasseOk(pat.PATSTRASSE) && m_accu.LastBehDatumOk(pat.LASTBEHDATUM) &&
+           m_accu.UeberwArztOk(pat.UEBERWARZT) && m_accu.HausArztOk(pat.HAUSARZT) &&
+           m_accu.PatGebDatOk(pat.PATGEBDATUM) && m_accu.PatAlterOk(pat.PATGEBDATUM) && RecallPasst(pat) &&
+           m_accu.PatLastLstOK(&beh, pat.PATNR, CString()) &&
+           m_accu.PatOhneLstOK(&beh, pat.PATNR, CString()) && m_accu.KvkVorgabenOk(&beh, pat.PATNR);
+}
+
+// Asked of the patient's row: where he had a recall, the record holds the last one's weeks in the place of the
+// interval digits.
+bool CLauf::RecallPasst(const CPat & pat) {
+    if (!m_accu.GetChRecall()) return true;
+    return m_accu.ReadPat(pat.PATNR) ? m_accu.PatRecallOk(m_accu.m_pRPat) : m_accu.PatRecallOk(pat);
+}
+
+bool CLauf::ImZeitraum(const CString & sDatum) const {
+    return sDatum >= m_stand.sVon && sDatum <= m_stand.sBis;
+}
+
+// One who is known but not selected stands among all treaters.
+bool CLauf::BehandlerPasst(const CString & sLeb, bool bGewaehlt) {
+    if (bGewaehlt || !m_auftrag.bSelektion) return true;
+    const bool bBekannt =
+        std::ranges::find(m_accu.m_vLebAlle, sLeb, &CLebStruct::m_sLeb) != m_accu.m_vLebAlle.end();
+    return Passt(bBekannt ? EWeglassgrund::Behandler : EWeglassgrund::BehandlerUnbekannt, false);
+}
+
+bool CLauf::EintragPasst(const CBehHitLine & hit) {
+    return Passt(EWeglassgrund::Gebuehrenart, m_accu.GetGoArt() == 0 || m_accu.GetGoArt() == hit.GOART) &&
+           Passt(EWeglassgrund::Erfasser, Gleich(m_accu.GetErfasser(), hit.ERFASSER));
+}
+
+bool CLauf::RechnungPasst(const CBehHitLine & hit) {
+    return Passt(EWeglassgrund::Status, m_accu.IsLstStatusOK(hit)) &&
+           Passt(EWeglassgrund::Plan, Gleich(m_accu.GetPlan(), hit.PLANNR));
+}
+
+bool CLauf::AbrechnungsartPasst(const CBehHitLine & hit) {
+    return Passt(EWeglassgrund::Abrechnungsart,
+                 m_accu.GetAbrArt().IsEmpty() || m_accu.GetAbrArt().Find(hit.ABRART) >= 0);
+}
+
+bool CLauf::KassePasst(const CBehHitLine & hit) {
+    return Passt(EWeglassgrund::Versicherung, m_accu.MFR_Ok(hit.MFRDIG) && m_accu.RSA_Ok(hit.RSA)) &&
+           Passt(EWeglassgrund::Kasse, Gleich(m_accu.GetKasKuerzel(), hit.KASKUERZEL) &&
+                                           Gleich(m_accu.GetKasStat(), hit.KASSTATISTIKART));
+}
+
+bool CLauf::LeistungPasst(const CBehHitLine & hit) {
+    return Passt(EWeglassgrund::Leistung, Gleich(m_accu.GetLst(), hit.LSTNR) && m_accu.PwLArtOk(hit.PWLART) &&
+                                              m_accu.OnlyAbrechenbareOk(hit.m_cGoKz) &&
+                                              m_accu.IsTecGoSubArtOK(hit));
+}
+
+// ---- progress
+
+// A read that has failed ends the run, whatever else would: the sums already miss something.
+bool CLauf::LaeuftNoch() {
+    if (Lesefehler()) m_stand.eLauf = ELauf::Unlesbar;
+    return m_stand.eLauf == ELauf::Fertig;
+}
+
+// Before each row. Moves the progress box now and then; false when the run ends, also because the user wants to stop
+// and says so again.
+bool CLauf::Weiter() {
+    if (!LaeuftNoch()) return false;
+    if (++m_stand.iZeile % FORTSCHRITT_SCHRITT != 0) return true;
+    if (OrvoUpdateProgressBox2(static_cast<long>(m_stand.iZeile), static_cast<long>(m_stand.iZeilen)))
+        return true;
+    if (!FrageAbbruch()) return true;
+    m_stand.eLauf = ELauf::Abgebrochen;
+    return false;
+}
+
+bool CLauf::Melde(ELaufstelle eStelle) {
+    if (!m_auftrag.fNach || m_auftrag.fNach(eStelle)) return true;
+    m_stand.eLauf = ELauf::Gescheitert;
+    return false;
+}
+
+// Before a treatment is taken: tells that the patient before is done.
+bool CLauf::MeldePatient(const CString & sNaechster) {
+    if (!m_auftrag.fNach || m_stand.sGemeldet == sNaechster) return true;
+    const bool bWeiter = !m_stand.sGemeldet || Melde(ELaufstelle::Patient);
+    m_stand.sGemeldet = sNaechster;
+    return bWeiter;
+}
+
+} // namespace orvostat

@@ -1,0 +1,17 @@
+// The program's commands, in the order in which the help names them. Each function adds its command to the program.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace orvostat {
+
+void FuegeMusterHinzu(CLI::App & app);   // sample: makes a sample practice
+void FuegeHitsHinzu(CLI::App & app);     // hits: the hits of a practice's treatments
+void FuegeRunHinzu(CLI::App & app);      // run: a valued run
+void FuegeExplainHinzu(CLI::App & app);  // explain: where the amounts of a day come from
+void FuegePruefungHinzu(CLI::App & app); // check: looks for what is wrong in a practice file
+void FuegeKopieHinzu(CLI::App & app);    // copy: copies a practice file table by table
+void FuegeHvmHinzu(CLI::App & app);      // hvm: shows and changes the fee-distribution configuration
+void FuegeKalenderHinzu(CLI::App & app); // kalender, arbeitstage, naechster: about days
+
+} // namespace orvostat

@@ -1,0 +1,145 @@
+// Records of the service statistic as texts, so that a test can state all of their fields: what is not
+// printed is as in a fresh record.
+#pragma once
+
+#include "orvostatbs/host/Textfunktionen.h"
+#include "orvostatbs/service/LSSum.h"
+
+#include <string>
+#include <vector>
+
+namespace orvostat {
+
+// "01 U 200 125,00 3600 b5952 p4762": number, short code, unit, count, amount, points, shares; of the other
+// fields those that are not 0.
+inline std::string Text(const CLSLst & lst) {
+    std::string s = (lst.LSTNR + ' ' + lst.LSTKUERZEL + lst.EINHEIT + ' ').Utf8() +
+                    std::to_string(lst.ANZAHL) + ' ' + lst.BETRAG.ToExt(0, false).Utf8() + ' ' +
+                    std::to_string(lst.PUNKTE);
+    const auto Feld = [&](const char * pName, int iWert) {
+        if (iWert != 0) s += std::string(" ") + pName + std::to_string(iWert);
+    };
+    Feld("b", lst.ANTEILBEH);
+    if (lst.ANTEILKAS != lst.ANTEILBEH) Feld("!k", lst.ANTEILKAS);
+    Feld("p", lst.ANTEILPRAXIS);
+    Feld("soll", lst.m_iF100Soll);
+    Feld("abw", lst.m_iF100Abweichung);
+    Feld("anz", lst.m_iAnteilAnz);
+    Feld("je100:", lst.m_iAnzJe100Fall);
+    Feld("diff", lst.m_iAnzDiff);
+    Feld("g4:", lst.m_iAnzGrund4);
+    Feld("g5:", lst.m_iAnzGrund5);
+    return s;
+}
+
+inline const std::string FRISCH = Text(CLSLst());
+
+inline std::string Text(const std::vector<CLSLstGrp> & vGrp) {
+    std::string s;
+    for (const CLSLstGrp & grp : vGrp) {
+        s += std::string("  [") + grp.m_cZahler + grp.m_cGoTyp + grp.m_cStatArt + "] " + Text(grp.m_Sum) +
+             '\n';
+        for (const CLSLst & lst : grp.m_vLst)
+            s += "    " + Text(lst) + '\n';
+    }
+    return s;
+}
+
+inline void Summe(std::string & s, const char * pName, const CLSLst & lst) {
+    if (Text(lst) != FRISCH) s += std::string("  ") + pName + " " + Text(lst) + '\n';
+}
+
+template <class T> std::string Zahlersummen(const T & t) {
+    std::string s;
+#define SUMME(NAME) Summe(s, #NAME, t.m_##NAME);
+    // clang-format off
+    SUMME(Gesamt) SUMME(PrivatStd) SUMME(PrivatK) SUMME(PrivatLM) SUMME(KasseStd) SUMME(KasseK) SUMME(KasseLM)
+    SUMME(SonstStd) SUMME(SonstK) SUMME(SonstLM) SUMME(SumStd) SUMME(SumK) SUMME(SumLM) SUMME(PrivatGes)
+    SUMME(KasseGes) SUMME(SonstGes) SUMME(PrivatAbz) SUMME(KasseAbz) SUMME(SonstAbz) SUMME(PrivatNetto)
+    SUMME(KasseNetto) SUMME(SonstNetto) SUMME(SumNetto)
+    // clang-format on
+#undef SUMME
+                    return s;
+}
+
+inline std::string Text(const CLSPxLstGrp & px) {
+    std::string s =
+        "Praxis " + px.m_sPraxis.Utf8() + ", " + std::to_string(px.m_iAnzFaelle) + " Fälle, Arten";
+    for (const CPxLstGrp & art : px.m_vPxLstGrp)
+        s += std::string(" ") + art.m_cZahler + art.m_cStatArt;
+    return s + '\n' + Zahlersummen(px) + Text(px.m_vLstGrp);
+}
+
+inline std::string Text(const CLSBehLstGrp & beh) {
+    return "Behandler " + beh.BEHANDLERNR.Utf8() + ", " + std::to_string(beh.m_iAnzFaelle) + " Fälle\n" +
+           Zahlersummen(beh) + Text(beh.m_vLstGrp);
+}
+
+inline std::string Text(const CLSKasLstGrp & kas) {
+    std::string s = "Kasse " + (kas.PRAXISNR + ' ' + kas.KASKUERZEL + ' ' + kas.KASSTATISTIKART + ' ' +
+                                kas.KASMEDSTATISTIKART + ' ' + kas.KASSENART + ' ')
+                                   .Utf8();
+    s += std::string(1, static_cast<char>(kas.KASSENGRP)) + (kas.FREMDKASSE ? " fremd, " : ", ") +
+         std::to_string(kas.m_iAnzFaelle) + " Fälle\n";
+    Summe(s, "Gesamt", kas.m_Gesamt);
+    Summe(s, "Leer", kas.m_Leer);
+    Summe(s, "Sum", kas.m_Sum);
+    Summe(s, "KasseGes", kas.m_KasseGes);
+    return s + Text(kas.m_vLstGrp);
+}
+
+template <class T> std::string Alle(const std::vector<T> & v) {
+    std::string s;
+    for (const T & t : v)
+        s += Text(t);
+    return s;
+}
+
+inline std::string Text(const std::vector<std::pair<std::int32_t, std::int32_t>> & v) {
+    std::string s;
+    for (const auto & [iNr, iAnzahl] : v)
+        s += std::to_string(iNr) + ":" + std::to_string(iAnzahl) + " ";
+    return s;
+}
+
+inline std::string Text(const std::vector<CFallJeQuartal> & vFaelle) {
+    std::string s;
+    for (const CFallJeQuartal & fall : vFaelle) {
+        const CLastFall & f = fall.m_Fall;
+        CString sFall = fall.m_sQuartal + '/' + itoc(f.PRAXISNR) + '/' + itoc(f.PATNR) + '/' + f.KASKUERZEL;
+        sFall += '/' + f.MFRDIG + '/' + f.WSO;
+        if (f.ABRART != 0) sFall += f.ABRART;
+        s += sFall.Utf8() + ' ';
+    }
+    return s;
+}
+
+// A hit of the given service; quantity 1, billed to the insurer, owner " 1".
+struct SLeistung {
+    char cGoArt;
+    CString sLst;
+    CString sBetrag;
+    char cStatArt = 'a';
+    char cGoSubArt = 0;
+    int iPunkte = 0;
+};
+inline CBehHitLine Hit(const CString & sDatum, const CString & sBeh, const CString & sPat,
+                       const CString & sKasse, const SLeistung & l) {
+    CBehHitLine hit;
+    hit.PRAXISNR = " 1";
+    hit.DATUM = sDatum;
+    hit.BEHANDLERNR = sBeh;
+    hit.PATNR = sPat;
+    hit.KASKUERZEL = sKasse;
+    hit.GOART = l.cGoArt;
+    hit.LSTNR = hit.LSTIN = l.sLst;
+    hit.LSTKUERZEL = "K" + l.sLst;
+    hit.BETRAG = CDBetrag(l.sBetrag);
+    hit.GOSTATISTIKART = l.cStatArt;
+    hit.GOSUBART = l.cGoSubArt;
+    hit.PUNKTE = l.iPunkte;
+    hit.ANZAHL = 100;
+    return hit;
+}
+
+} // namespace orvostat

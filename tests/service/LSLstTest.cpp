@@ -1,0 +1,249 @@
+// The records that a statistic adds up in: what a hit adds, which group takes it, the derived figures.
+#include "Ausdruck.h"
+#include "orvostatbs/host/TabellenLeistung.h"
+
+#include <limits>
+
+#include <gtest/gtest.h>
+
+namespace orvostat {
+
+namespace {
+
+constexpr int GRENZE = std::numeric_limits<std::int32_t>::max();
+
+TEST(LSLst, WhatAHitAdds) {
+    const struct {
+        int iAnzahl, iPunkte, iMwst;
+        CString sBetrag, sZuschlag;
+        char cMerkmal, cGrund;
+        const char * pEinmal;
+        const char * pZweimal;
+    } aFaelle[] = {
+        {100, 1800, 0, "e10000", "", 0, 0, "1 K1 100 100,00 1800", "1 K1 200 200,00 3600"},
+        {150, 33, 0, "e1", "", 0, '4', "1 K1 150 0,01 49 g4:150", "1 K1 300 0,02 98 g4:300"},
+        {150, -33, 0, "e-1", "", 0, '5', "1 K1 150 -0,01 -49 g5:150", "1 K1 300 -0,02 -98 g5:300"},
+        {100, 0, 19, "e10000", "e500", 0, 0, "1 K1 100 124,00 0", "1 K1 200 248,00 0"},
+        {100, 5, 19, "", "e500", 0, 0, "1 K1 100 5,00 5", "1 K1 200 10,00 10"},
+        {100, 5, 7, "e100", "e9", 'o', '4', "1 K1 100  0 g4:100", "1 K1 200  0 g4:200"},
+        {100, 5, 7, "e100", "e9", 'n', 0, "1 K1 100  0", "1 K1 200  0"},
+        {100, 5, 0, "e100", " 196", 'N', 0, "1 K1 100 2,00 5", "1 K1 200 4,00 10"},
+        {GRENZE, GRENZE, 0, "", "", 0, '4', "1 K1 2147483647  2147483647 g4:2147483647",
+         "1 K1 2147483647  2147483647 g4:2147483647"},
+    };
+    for (const auto & f : aFaelle) {
+        CBehHitLine hit = Hit("20240101", "1", "1", "", {'k', "1", f.sBetrag});
+        hit.ANZAHL = f.iAnzahl;
+        hit.PUNKTE = f.iPunkte;
+        hit.MWSTSATZ = f.iMwst;
+        hit.ZUSCHLAG = CDBetrag(f.sZuschlag);
+        hit.ABRMERKMAL = f.cMerkmal;
+        hit.DTAGRUND = f.cGrund;
+        CLSLst lst;
+        lst.MoveLst(hit);
+        EXPECT_EQ(Text(lst), f.pEinmal);
+        lst.MoveLst(hit);
+        EXPECT_EQ(Text(lst), f.pZweimal);
+        CLSLst summe;
+        summe.ANTEILBEH = summe.ANTEILKAS = 7;
+        summe.MoveLst(lst);
+        EXPECT_EQ(Text(summe), Text(lst).substr(0, Text(lst).find(" g")) + " b7") << "the rest does not move";
+    }
+}
+
+TEST(LSLst, EachPartOfAHitComesInTheCurrencyOfTheSum) {
+    CLSLst lst;
+    lst.MoveLst(Hit("20011231", "1", "1", "", {'k', "1", " 195583"}));
+    CBehHitLine hit = Hit("20020101", "1", "1", "", {'k', "1", "e100"});
+    hit.ZUSCHLAG = CDBetrag(" 5");
+    lst.MoveLst(hit);
+    EXPECT_EQ(lst.BETRAG.Round().ToDb(0, true, false, 0, 0), CString(" 195784"));
+    lst.Clear();
+    EXPECT_TRUE(lst.BETRAG.IsEmpty());
+}
+
+TEST(LSLst, DerivedFigures) {
+    const auto Lst = [](const CString & sBetrag, int iAnzahl, int iSoll) {
+        CLSLst lst;
+        lst.BETRAG = CDBetrag(sBetrag);
+        lst.ANZAHL = iAnzahl;
+        lst.m_iF100Soll = iSoll;
+        lst.ANTEILBEH = lst.ANTEILKAS = lst.ANTEILPRAXIS = 7; // from before
+        return lst;
+    };
+    const struct {
+        CString sBetrag, sBasis;
+        int iSoll;
+    } aAnteile[] = {{"e50", "e100", 5000},
+                    {"e1", "e3", 3333},
+                    {"e2", "e3", 6667},
+                    {"e-1", "e100", 7},
+                    {"e0", "e100", 7},
+                    {"", "e100", 7},
+                    {"e100", "e0", 7},
+                    {"e100", "", 7},
+                    {"e100", "e-300", -3332},
+                    {"e100000", " 391166", 5000},
+                    {"e99999999999", "e1", GRENZE},
+                    {"e99999999999", "e-1", -GRENZE - 1}};
+    for (const auto & f : aAnteile) {
+        CLSLst lst = Lst(f.sBetrag, 0, 0);
+        lst.SumAnteilGesamtBetrag(Lst(f.sBasis, 0, 0));
+        EXPECT_EQ(lst.ANTEILBEH, f.iSoll) << f.sBetrag.Utf8() << f.sBasis.Utf8();
+        EXPECT_EQ(lst.ANTEILKAS, f.iSoll);
+        EXPECT_EQ(lst.ANTEILPRAXIS, 7);
+        lst.SumAnteilPxBetrag(Lst(f.sBasis, 0, 0));
+        EXPECT_EQ(lst.ANTEILPRAXIS, f.iSoll);
+    }
+    const struct {
+        int iAnzahl, iNorm, iFaelle, iAnz, iJe100, iAbw, iDiff; // 9: stays
+    } aFaelle[] = {
+        {500, 0, 10, 5000, 5000, 0, 5},         // no norm
+        {500, 5000, 10, 5000, 5000, 0, 0},      // on the norm: 5000 hundredths per hundred cases
+        {625, 5000, 10, 6250, 6250, 2500, 1},   // expected 500
+        {450, 5000, 10, 4500, 4500, -1000, -1}, // halves away from zero
+        {0, 5000, 10, 0, 0, 0, -5},             // nothing rendered is no deviation
+        {500, 5000, 0, 5000, 9, 0, 5},
+        {500, -5000, 10, 5000, 5000, -20000, 10}, // a negative norm
+        {-500, 5000, 10, -5000, -5000, -20000, -10},
+        {500, 5000, -10, 5000, -5000, -20000, 10},
+        {GRENZE, 1, 1, GRENZE, GRENZE, GRENZE, 21474836},
+        {1, GRENZE, GRENZE, 10, 0, 0, -GRENZE - 1},
+    };
+    for (const auto & f : aFaelle) {
+        CLSLst lst = Lst("", f.iAnzahl, f.iNorm);
+        lst.m_iAnteilAnz = lst.m_iAnzJe100Fall = 9;
+        lst.SumAnteilAnz(Lst("", 1000, 0));
+        lst.SumAnteilAnz100Fall(f.iFaelle);
+        lst.Sum100FallAbweichung(f.iFaelle);
+        lst.SumAnzDiff(f.iFaelle);
+        EXPECT_EQ(lst.m_iAnteilAnz, f.iAnz) << f.iAnzahl;
+        EXPECT_EQ(lst.m_iAnzJe100Fall, f.iJe100) << f.iAnzahl;
+        EXPECT_EQ(lst.m_iF100Abweichung, f.iAbw) << f.iAnzahl << '/' << f.iNorm;
+        EXPECT_EQ(lst.m_iAnzDiff, f.iDiff) << f.iAnzahl << '/' << f.iNorm;
+        lst.SumAnteilAnz(CLSLst());
+        EXPECT_EQ(lst.m_iAnteilAnz, f.iAnz) << "a count of 0 leaves it";
+    }
+}
+
+TEST(LSLstGrp, TheKeyOfAGroupIsThatOfItsFirstHit) {
+    const struct {
+        char cGoArt, cStat;
+        bool bKasse, bPrivat;
+        const char * pKey;
+    } aFaelle[] = {
+        {'b', 'a', true, true, "0Ka"}, {'e', 'a', false, true, "1Ka"}, {'f', 'a', false, false, "2Ka"},
+        {'g', 'a', true, true, "0Ka"}, {'h', 'a', true, true, "0Ka"},  {'k', 'a', true, true, "0Ka"},
+        {'a', 'l', true, true, "0Pl"}, {'p', 'l', true, true, "0Pl"},  {'q', 'l', true, true, "0Pl"},
+        {'u', 'l', true, true, "0Pl"}, {'x', 'l', true, true, "0xl"},  {'1', 'l', true, true, "0T1"},
+        {'9', 'l', true, true, "0T9"}, {'0', 'l', true, true, "00l"}};
+    for (const auto & f : aFaelle) {
+        CBehHitLine hit = Hit("", "", "", "", {f.cGoArt, "1", "e100", f.cStat});
+        hit.KASSENABR = f.bKasse;
+        hit.ISPRIVATPATIENT = f.bPrivat;
+        CLSLstGrp grp;
+        grp.MoveLstGrp(hit);
+        EXPECT_EQ((std::string{grp.m_cZahler, grp.m_cGoTyp, grp.m_cStatArt}), f.pKey) << f.cGoArt;
+        EXPECT_TRUE(grp == hit) << f.cGoArt;
+        hit.GOART = f.cGoArt == 'a' || f.cGoArt == 'p' ? 'k' : 'p';
+        hit.GOSTATISTIKART = f.cStat;
+        const bool bKP = f.pKey[1] == 'K' || f.pKey[1] == 'P';
+        EXPECT_EQ(grp == hit, bKP) << f.cGoArt << ": K and P take each other's hits";
+        grp.MoveLstGrp(hit);
+        EXPECT_EQ(grp.m_cGoTyp, f.pKey[1]) << "and the group keeps its class";
+        hit.KASSENABR = !hit.KASSENABR;
+        hit.ISPRIVATPATIENT = false;
+        EXPECT_FALSE(grp == hit) << f.cGoArt << ": another payer";
+    }
+    CLSLstGrp k;
+    CLSLstGrp p;
+    k.MoveLstGrp(Hit("", "", "", "", {'k', "1", "e100"}));
+    p.MoveLstGrp(Hit("", "", "", "", {'p', "2", "e50"}));
+    p.MoveLstGrp(Hit("", "", "", "", {'p', "1", "e25"}));
+    p.m_Sum.ANZAHL = 4711; // not read
+    EXPECT_TRUE(k.IstGleicheLstGrp(p) && k == p);
+    k.MoveLstGrp(p);
+    EXPECT_EQ(Text(std::vector{k}), "  [0Pa] 1 K1 300 1,75 0\n    1 K1 200 1,25 0\n    2 K2 100 0,50 0\n");
+    p.m_cStatArt = 'b';
+    EXPECT_FALSE(k == p);
+}
+
+TEST(LSLstGrp, KindsOfThePractice) {
+    CPxLstGrp art;
+    art.MoveLstGrp(Hit("", "", "", "", {'7', "1", "", 'l'}));
+    EXPECT_EQ((std::string{art.m_cZahler, art.m_cStatArt}), "T7");
+    EXPECT_TRUE(art == Hit("", "", "", "", {'7', "1", "", 'a'}));
+    EXPECT_TRUE(art == Hit("", "", "", "", {'k', "1", "", '7'})) << "only the kind is compared";
+    CLSLstGrp grp;
+    grp.m_cZahler = '2';
+    grp.m_cGoTyp = 'x';
+    grp.m_cStatArt = 'x';
+    art.MoveLstGrp(grp);
+    EXPECT_EQ((std::string{art.m_cZahler, art.m_cStatArt}), "2x");
+    EXPECT_TRUE(art == grp) << "class and kind are one letter";
+    grp.m_cGoTyp = 'K';
+    EXPECT_FALSE(art == grp);
+}
+
+// Where a hit is among the sums beside m_Gesamt.
+TEST(LSLstGrp, BucketsAndTheDeductedSet) {
+    const struct {
+        char cGoArt, cSub, cStat;
+        const char * pSummen;
+    } aFaelle[] = {
+        {'k', 0, 'a', "KasseStd SumStd KasseGes KasseNetto SumNetto "},
+        {'k', '6', 'a', "KasseStd SumStd KasseGes "},
+        {'g', '6', 'k', "KasseK SumK KasseGes "},
+        {'g', '6', 'l', "KasseGes KasseAbz "},
+        {'q', 'o', 'm', "KasseGes KasseAbz "},
+        {'p', 'q', 'l', "KasseGes KasseAbz "},
+        {'p', '6', 'l', "KasseLM SumLM KasseGes KasseNetto SumNetto "},
+        {'k', 'o', 'm', "KasseLM SumLM KasseGes KasseNetto SumNetto "},
+        {'a', 'o', 'm', "KasseLM SumLM KasseGes KasseNetto SumNetto "},
+        {'7', '6', 'a', "KasseLM SumLM KasseGes KasseNetto SumNetto "},
+        {'1', 0, 'k', "KasseK SumK KasseGes KasseNetto SumNetto "},
+        {'u', 0, 'n', "KasseStd SumStd KasseGes KasseNetto SumNetto "},
+    };
+    for (const auto & f : aFaelle) {
+        CLSPxLstGrp px;
+        CLSBehLstGrp beh;
+        const CBehHitLine hit = Hit("", "1", "", "", {f.cGoArt, "1", "e100", f.cStat, f.cSub});
+        px.MovePxLstGrp(hit, "7", true);
+        beh.MoveBehLstGrp(hit);
+        std::string sSummen = Zahlersummen(px);
+        EXPECT_EQ(sSummen, Zahlersummen(beh));
+        for (const std::string s : {"  ", "Gesamt ", "1 K1 100 1,00 0\n"})
+            for (auto i = sSummen.find(s); i != std::string::npos; i = sSummen.find(s))
+                sSummen.erase(i, s.size());
+        EXPECT_EQ(sSummen, f.pSummen) << f.cGoArt << f.cSub << f.cStat;
+        EXPECT_EQ(px.m_iAnzFaelle * 10 + beh.m_iAnzFaelle, 10);
+        EXPECT_TRUE(px == CString("7") && beh == hit);
+    }
+}
+
+// The orders of groups, kinds, lines and treaters; capitals before small letters, behind folding.
+TEST(LSLstGrp, Orders) {
+    CLSSum sum;
+    for (const char c : {'b', 'a', 'B', '\xE4', 'A'})
+        for (const char cGoArt : {'u', '2'})
+            sum.Analyse("", {Hit("20240101", CString(c), "1", "", {cGoArt, CString(c), "e1", c})}, nullptr);
+    std::string s;
+    for (const CLSLstGrp & grp : sum.m_Praxis.m_vLstGrp)
+        s += {grp.m_cGoTyp, grp.m_cStatArt, ' '};
+    EXPECT_EQ(s, "P\xE4 PA Pa PB Pb T2 ") << "letters are signed";
+    s.clear();
+    for (const CPxLstGrp & art : sum.m_Praxis.m_vPxLstGrp)
+        s += {art.m_cZahler, art.m_cStatArt, ' '};
+    EXPECT_EQ(s, "0\xE4 0A 0a 0B 0b T2 ");
+    s.clear();
+    for (const CLSLst & lst : sum.m_Praxis.m_vLstGrp[5].m_vLst)
+        s += std::string(lst.LSTNR.Sicht().Text());
+    for (const CLSBehLstGrp & beh : sum.m_vBeh)
+        s += std::string(beh.BEHANDLERNR.Sicht().Text());
+    EXPECT_EQ(s, "ABab\xE4"
+                 "ABab\xE4");
+}
+
+} // namespace
+
+} // namespace orvostat
