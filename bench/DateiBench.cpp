@@ -14,8 +14,8 @@
 // The reading includes what the plain loop has no use for: a table of hits, about a thousand bytes each. The table's
 // memory has been used before, as in a program that reopens a list.
 
-#include "orvostatbs/lauf/Lauf.h"
 #include "Muster.h"
+#include "orvostatbs/lauf/Lauf.h"
 
 #include "orvostatbs/files/Statistikdatei.h"
 #include "orvostatbs/store/MemorySpeicher.h"

@@ -5,9 +5,9 @@
 // starts. Each benchmark lets both have the same hits in turn and compares the best of each: "faktor" is
 // engine by loop.
 #include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/service/LSSum.h"
 
 #include <algorithm>

@@ -54,8 +54,11 @@ void VerweigereVerluste(CSqliteSpeicher & quelle) {
 
 // A file can have lost rows and be read to its end: the copy would pass for a whole one.
 void VerweigereSchaeden(CSqliteSpeicher & quelle) {
-    if (!quelle.Pruefe().empty())
-        Verweigere("Die Praxisdatei hat Schäden und wird nicht kopiert. \"orvostat check\" zeigt sie.");
+    if (quelle.Pruefe().empty()) return;
+    if (const EUrsache eUrsache = quelle.LetzteUrsache();
+        eUrsache != EUrsache::Keine && eUrsache != EUrsache::Beschaedigt)
+        Scheitere("Die Praxisdatei lässt sich nicht prüfen", quelle, quelle);
+    Verweigere("Die Praxisdatei hat Schäden und wird nicht kopiert. \"orvostat check\" zeigt sie.");
 }
 
 void KopierePraxis(const std::string & sQuelle, const std::string & sZiel) {

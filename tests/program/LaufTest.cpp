@@ -274,14 +274,16 @@ TEST_F(CLaufTest, ExplainRefusesWhatItCannotExplain) {
 TEST_F(CLaufTest, WhatMissesRowsIsNeverCalledWhole) {
     const std::string sSchaden =
         "UNVOLLSTÄNDIG. Die Datei ist nicht vollständig lesbar: sie ist beschädigt. ";
-    for (const char * pSql :
-         {"UPDATE BEH SET TEXT = 'zu überschreiben' WHERE PATNR = '      1011' AND DATUM < '20240605'",
-          "UPDATE GO SET GOTEXT = 'zu überschreiben' WHERE GOART = 'k' AND LSTNR = '89'",
-          "UPDATE ORVOKAS SET KASFELD1 = 'zu überschreiben' WHERE KASKUERZEL = 'EK04'"}) {
+    for (const auto & [pSql, pErklaere] : std::initializer_list<std::pair<const char *, const char *>>{
+             {"UPDATE BEH SET TEXT = 'zu überschreiben' WHERE PATNR = '      1017' AND DATUM < '20240605'",
+              "explain b.db --patient 1017 --datum 05.06.2024"},
+             {"UPDATE GO SET GOTEXT = 'zu überschreiben' WHERE GOART = 'k' AND LSTNR = '89'",
+              "explain b.db --patient 1011 --datum 05.06.2024"},
+             {"UPDATE ORVOKAS SET KASFELD1 = 'zu überschreiben' WHERE KASKUERZEL = 'EK04'",
+              "explain b.db --patient 1011 --datum 05.06.2024"}}) {
         Kopiere(pSql);
         Zerstoere("b.db", "zu überschreiben");
-        for (const char * pBefehl : {"run b.db", "run b.db --check", "hits b.db --format csv",
-                                     "explain b.db --patient 1011 --datum 05.06.2024"}) {
+        for (const char * pBefehl : {"run b.db", "run b.db --check", "hits b.db --format csv", pErklaere}) {
             const SProgrammende ende = Laufe(pBefehl);
             EXPECT_EQ(ende.iCode, 1) << pSql << pBefehl;
             EXPECT_EQ(ende.sFehler.substr(0, sSchaden.size()), sSchaden) << pSql << pBefehl;
