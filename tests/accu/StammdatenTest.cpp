@@ -156,7 +156,7 @@ void StammdatenTest::SchreibeBehandler() {
                 LEB LEB="  2" PID=B PRAXISID=" 1"
                 LEB LEB="  3" PID=A PRAXISID=" 2"
                 LEB LEB="  4" PID=C PRAXISID=" 2" GELOESCHT=1
-                PERSONAL PID=A PERSADRNR=70
+                PERSONAL PID=A PERSADRNR="70 "
                 PERSONAL PID=B PERSADRNR=71
                 PERSONAL PID=D PERSADRNR=79
                 PERSONAL PID=E

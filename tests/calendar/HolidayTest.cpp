@@ -3,9 +3,7 @@
 #include "orvostatbs/calendar/WPFApplication.h"
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/hvm/HVMCf.h"
-#include "orvostatbs/store/MemorySpeicher.h"
-#include "support/Fehlerspeicher.h"
-#include "support/Rekorder.h"
+#include "support/Praxis.h"
 
 #include <gtest/gtest.h>
 
@@ -193,25 +191,15 @@ TEST(Holiday, LaengenVonZeitraeumen) {
 
 // ---- with the practice's settings
 
-class HolidayPool : public CHostTest {
+class HolidayPool : public CPraxisTest {
 protected:
-    HolidayPool() {
-        for (CMxDatabase * p : {&dbDatabase, &dbDatabaseRO})
-            p->Verbinde(m_pSpeicher);
-    }
-    ~HolidayPool() override {
-        for (CMxDatabase * p : {&dbDatabase, &dbDatabaseRO})
-            p->Verbinde(nullptr);
-    }
     static void Schreibe(const CString & sKuerzel, const CString & sWert) {
         CTParPool pool(dbDatabase);
         pool.m_GRUPPE = "53";
         pool.m_KUERZEL = sKuerzel;
-        pool.m_WERT = sWert;
+        pool.m_WERT = sWert; // of several lines
         ASSERT_EQ(pool.Write(), 0);
     }
-
-    std::shared_ptr<CMemorySpeicher> m_pSpeicher = std::make_shared<CMemorySpeicher>();
 };
 
 TEST_F(HolidayPool, ReadFeiertageLiestDieStellenDerReihe) {
@@ -234,9 +222,8 @@ TEST_F(HolidayPool, ReadFeiertageLiestDieStellenDerReihe) {
 
 TEST_F(HolidayPool, EinFehlerDesSpeichersLaesstAllesStehen) {
     Schreibe("feiertag"_t, "111111111"_t);
-    const auto pFehler = std::make_shared<CFehlerspeicher>(m_pSpeicher);
+    CFehlerspeicher * const pFehler = &m_praxis.Lesend();
     pFehler->FehlerBei(1);
-    dbDatabaseRO.Verbinde(pFehler);
     CHoliday kalender;
     EXPECT_FALSE(kalender.ReadFeiertage());
     EXPECT_FALSE(kalender.m_bAllerheiligen);

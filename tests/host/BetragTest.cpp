@@ -1,5 +1,7 @@
 #include "orvostatbs/host/Betrag.h"
 
+#include "support/Wert.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,9 +17,7 @@ namespace orvostat {
 
 namespace {
 
-// The stored text, which shows all that an amount holds.
-template <class T> std::string Db(const T & betrag) { return betrag.ToDb(0, true, false, 0.0, 0.0).Utf8(); }
-
+// Wert gives the stored text, which shows all that an amount holds.
 CString Text(const std::string & s) { return CString(std::string_view(s)); }
 
 constexpr const char * GROESSTER = "e9223372036854.775807";
@@ -33,7 +33,7 @@ TEST(BetragTest, LeerIstNichtNull) {
         const CDBetrag leer{CString(pLeer)};
         EXPECT_TRUE(leer.IsEmpty() && leer.IsZero() && !leer.IsPos()) << "'" << pLeer << "'";
         EXPECT_EQ(leer.GetWaehrung(), 0);
-        EXPECT_EQ(Db(leer), "");
+        EXPECT_EQ(Wert(leer), "");
         EXPECT_TRUE(leer == CDBetrag());
     }
     for (const char * pNull : {"e0", "e", "e-0", "0", "-", "exyz"}) {
@@ -43,11 +43,11 @@ TEST(BetragTest, LeerIstNichtNull) {
     }
     CDBetrag betrag("e500");
     betrag.Zero();
-    EXPECT_EQ(Db(betrag), "e0");
+    EXPECT_EQ(Wert(betrag), "e0");
     betrag.Empty();
     EXPECT_TRUE(betrag == CDBetrag());
     betrag.Zero();
-    EXPECT_EQ(Db(betrag), "0");
+    EXPECT_EQ(Wert(betrag), "0");
 }
 
 TEST(BetragTest, GleichheitSiehtWertWaehrungUndLeere) {
@@ -63,7 +63,7 @@ TEST(BetragTest, SummenSindGenau) {
     CDBetrag summe;
     for (int i = 0; i < 1'000'000; ++i)
         summe += CDBetrag("e10");
-    EXPECT_EQ(Db(summe), "e10000000");
+    EXPECT_EQ(Wert(summe), "e10000000");
     EXPECT_TRUE(CDBetrag("e30") - CDBetrag("e10") - CDBetrag("e20") == CDBetrag("e0"));
 
     std::mt19937_64 zufall(195583);
@@ -95,8 +95,8 @@ template <class T> void PruefeSummen() {
         SCOPED_TRACE(std::string(f.pLinks) + " und " + f.pRechts);
         const T links{CString(f.pLinks)};
         const T rechts{CString(f.pRechts)};
-        EXPECT_EQ(Db(links + rechts), f.pSumme);
-        EXPECT_EQ(Db(links - rechts), f.pDifferenz);
+        EXPECT_EQ(Wert(links + rechts), f.pSumme);
+        EXPECT_EQ(Wert(links - rechts), f.pDifferenz);
     }
 }
 
@@ -104,20 +104,20 @@ TEST(BetragTest, Summen) {
     PruefeSummen<CDBetrag>();
     PruefeSummen<CWBetrag>();
     PruefeSummen<CVzW7Betrag>();
-    EXPECT_EQ(Db(CDBetrag(" 100") + CDBetrag("e100")), " 295.583");
+    EXPECT_EQ(Wert(CDBetrag(" 100") + CDBetrag("e100")), " 295.583");
     EXPECT_TRUE(CDBetrag() - CDBetrag() == CDBetrag());
     CDBetrag summe;
     summe += CDBetrag("e100");
     (summe += CDBetrag(" 195583")) += summe;
-    EXPECT_EQ(Db(summe), "e200200");
+    EXPECT_EQ(Wert(summe), "e200200");
 }
 
 TEST(BetragTest, ProdukteUndQuotienten) {
-    EXPECT_EQ(Db(2.5 * CDBetrag(" 100")), " 250");
-    EXPECT_EQ(Db(CDBetrag("e100") *= -0.5), "e-50");
-    EXPECT_EQ(Db(CDBetrag("e100") /= 0), "e100");
-    EXPECT_EQ(Db(CDBetrag("e100") /= -0.3), "e-333.333333");
-    EXPECT_EQ(Db(CDBetrag("e100").MalBruch(-1, 0)), "e100");
+    EXPECT_EQ(Wert(2.5 * CDBetrag(" 100")), " 250");
+    EXPECT_EQ(Wert(CDBetrag("e100") *= -0.5), "e-50");
+    EXPECT_EQ(Wert(CDBetrag("e100") /= 0), "e100");
+    EXPECT_EQ(Wert(CDBetrag("e100") /= -0.3), "e-333.333333");
+    EXPECT_EQ(Wert(CDBetrag("e100").MalBruch(-1, 0)), "e100");
     EXPECT_TRUE(CDBetrag() * -2.0 == CDBetrag() && CDBetrag() / CDBetrag("e1") == 0.0);
     EXPECT_DOUBLE_EQ(CDBetrag("e100") / CDBetrag("e400"), 0.25);
     EXPECT_DOUBLE_EQ(CDBetrag("e100") / CDBetrag(" 195583"), 0.001);
@@ -145,16 +145,16 @@ TEST(BetragTest, DoubleStehtFuerSeineDezimalzahl) {
                             {HUGE_VAL, GROESSTER},
                             {std::nan(""), ""}};
     for (const auto & [dFaktor, pSoll] : faelle) {
-        EXPECT_EQ(Db(CDBetrag("e100") * dFaktor), pSoll) << dFaktor;
-        EXPECT_EQ(Db(CDBetrag(dFaktor, 'e')), pSoll) << dFaktor;
-        EXPECT_EQ(Db(CDBetrag("e0") * dFaktor), std::isnan(dFaktor) ? "" : "e0") << dFaktor;
+        EXPECT_EQ(Wert(CDBetrag("e100") * dFaktor), pSoll) << dFaktor;
+        EXPECT_EQ(Wert(CDBetrag(dFaktor, 'e')), pSoll) << dFaktor;
+        EXPECT_EQ(Wert(CDBetrag("e0") * dFaktor), std::isnan(dFaktor) ? "" : "e0") << dFaktor;
     }
     // 1608 hundredths times 174 ten-thousandths, as a double 0.2797920000000001
-    EXPECT_EQ(Db(CDBetrag("e100000000000") * (1608 * 0.01 * (174 * 0.0001))), "e27979200000");
-    EXPECT_EQ(Db(CDBetrag("e5") /= -HUGE_VAL), "e0");
-    EXPECT_EQ(Db(CDBetrag("e5") /= std::nan("")), "");
-    EXPECT_EQ(Db(CDBetrag("e-5") /= 1e-300), GROESSTES_MINUS);
-    EXPECT_EQ(Db(CDBetrag("e0") /= 1e-300), "e0");
+    EXPECT_EQ(Wert(CDBetrag("e100000000000") * (1608 * 0.01 * (174 * 0.0001))), "e27979200000");
+    EXPECT_EQ(Wert(CDBetrag("e5") /= -HUGE_VAL), "e0");
+    EXPECT_EQ(Wert(CDBetrag("e5") /= std::nan("")), "");
+    EXPECT_EQ(Wert(CDBetrag("e-5") /= 1e-300), GROESSTES_MINUS);
+    EXPECT_EQ(Wert(CDBetrag("e0") /= 1e-300), "e0");
 }
 
 TEST(BetragTest, DarueberBleibtDasGroesste) {
@@ -164,7 +164,7 @@ TEST(BetragTest, DarueberBleibtDasGroesste) {
     EXPECT_TRUE(max + CDBetrag("e0.000001") == max && min - CDBetrag("e0.000001") == min);
     EXPECT_TRUE(min - max == min && max - min == max && (max - max).IsZero());
     EXPECT_TRUE(CDBetrag(max).Round() == max && CDBetrag(min).Round() == min);
-    EXPECT_EQ(Db(CDBetrag(max).RoundDown()), "e9223372036854");
+    EXPECT_EQ(Wert(CDBetrag(max).RoundDown()), "e9223372036854");
     EXPECT_EQ(CDBetrag(max).ToW(' ').GetEinheiten(), INT64_MAX);
     EXPECT_EQ(max.ToExt(0, true).Utf8(), "92.233.720.368,55");
     EXPECT_TRUE(CDBetrag(max).MalBruch(INT64_MIN, INT64_MIN) == max);
@@ -187,7 +187,7 @@ TEST(BetragTest, Umrechnung) {
     for (const SFall & f : FAELLE) {
         CDBetrag betrag{CString(f.pVon)};
         EXPECT_EQ(&betrag.ToW(f.cW), &betrag);
-        EXPECT_EQ(Db(betrag), f.pNach) << "'" << f.pVon << "' nach '" << f.cW << "'";
+        EXPECT_EQ(Wert(betrag), f.pNach) << "'" << f.pVon << "' nach '" << f.cW << "'";
         EXPECT_EQ(betrag.IsEmpty(), *f.pVon == 0);
     }
 }
@@ -203,23 +203,23 @@ TEST(BetragTest, GespeicherterText) {
         {"e12,5", "e12"},     {"e1 2", "e1"},       {"e--1", "e0"},       {"x12", "x12"}};
     for (const auto & [pText, pSoll] : FAELLE) {
         SCOPED_TRACE(pText);
-        EXPECT_EQ(Db(CDBetrag{CString(pText)}), pSoll);
-        EXPECT_EQ(Db(CW7Betrag{CString(pText)}), pSoll);
+        EXPECT_EQ(Wert(CDBetrag{CString(pText)}), pSoll);
+        EXPECT_EQ(Wert(CW7Betrag{CString(pText)}), pSoll);
         EXPECT_EQ(CString(CVzW7Betrag{CString(pText)}).Utf8(), pSoll);
         EXPECT_EQ(CString(CDPw{CString(pText)}).Utf8(), pSoll);
     }
-    EXPECT_EQ(Db(CDBetrag("€12")), "€12");
+    EXPECT_EQ(Wert(CDBetrag("€12")), "€12");
     // More decimals are cut, one up behind a 0 or 5.
-    EXPECT_EQ(Db(CDBetrag("e1.2345678"_t)), "e1.234567");
-    EXPECT_EQ(Db(CDBetrag("e-1.2345651"_t)), "e-1.234566");
-    EXPECT_EQ(Db(CDPw("e1.23409"_t)), "e1.2341");
-    EXPECT_EQ(Db(CDBetrag("e9223372036854.775808"_t)), GROESSTER);
-    EXPECT_EQ(Db(CDBetrag("e18446744073709551621"_t)), GROESSTER); // 2^64 + 5
+    EXPECT_EQ(Wert(CDBetrag("e1.2345678"_t)), "e1.234567");
+    EXPECT_EQ(Wert(CDBetrag("e-1.2345651"_t)), "e-1.234566");
+    EXPECT_EQ(Wert(CDPw("e1.23409"_t)), "e1.2341");
+    EXPECT_EQ(Wert(CDBetrag("e9223372036854.775808"_t)), GROESSTER);
+    EXPECT_EQ(Wert(CDBetrag("e18446744073709551621"_t)), GROESSTER); // 2^64 + 5
     const std::string sLang(400, '7');
     const std::string sNullen(400, '0');
-    EXPECT_EQ(Db(CDBetrag(Text("e-" + sLang))), GROESSTES_MINUS);
-    EXPECT_EQ(Db(CDBetrag(Text("e" + sNullen + "5"))), "e5");
-    EXPECT_EQ(Db(CDBetrag(Text("e5." + sNullen))), "e5");
+    EXPECT_EQ(Wert(CDBetrag(Text("e-" + sLang))), GROESSTES_MINUS);
+    EXPECT_EQ(Wert(CDBetrag(Text("e" + sNullen + "5"))), "e5");
+    EXPECT_EQ(Wert(CDBetrag(Text("e5." + sNullen))), "e5");
 }
 
 TEST(BetragTest, GespeicherterTextInSpalten) {
@@ -237,8 +237,8 @@ TEST(BetragTest, GespeicherterTextInSpalten) {
 TEST(BetragTest, PunktwertZaehltZehntausendstel) {
     EXPECT_TRUE(CDPw("23000") == CDBetrag(2.3, 0));
     EXPECT_TRUE(CDPw("e13233.0001") == CDBetrag(1.32330001, 'e'));
-    EXPECT_EQ(Db(CDBetrag(CDPw("e13233") * 33.0)), "e4366.89");
-    EXPECT_EQ(Db(CDPw("e13233") * 0.5), "e6616.5");
+    EXPECT_EQ(Wert(CDBetrag(CDPw("e13233") * 33.0)), "e4366.89");
+    EXPECT_EQ(Wert(CDPw("e13233") * 0.5), "e6616.5");
     EXPECT_TRUE(CDBetrag(CDPw() * 33.0) == CDBetrag());
 }
 
@@ -259,7 +259,7 @@ TEST(BetragTest, GespeicherteTexteUeberstehenDieReise) {
         const std::string sText = (i % 2 ? "e" : " ") + std::string(bMinus ? "-" : "") + s;
 
         const CDBetrag betrag{Text(sText)};
-        ASSERT_EQ(Db(betrag), sText);
+        ASSERT_EQ(Wert(betrag), sText);
         ASSERT_TRUE(betrag == CDBetrag::AusEinheiten(iEinheiten, sText[0])) << sText;
         if (std::abs(iEinheiten) < 6'000'000'000'000'000) {
             ASSERT_TRUE(betrag == CDBetrag(bMinus ? -dWert : dWert, sText[0])) << sText;
@@ -284,8 +284,8 @@ TEST(BetragTest, LiestAnzeigetexteAusSpalten) {
                                 {"e1,2,3", "e120"},     {"e1,23.5", "e123"},      {"e  12345", "e12345"},
                                 {"  12345", " 12345"},  {"e4366.89", "e4366.89"}};
     for (const auto & [pText, pSoll] : FAELLE)
-        EXPECT_EQ(Db(CWBetrag{CString(pText)}), pSoll) << "'" << pText << "'";
-    EXPECT_EQ(Db(CWBetrag(12.34, 'e')), "e1234");
+        EXPECT_EQ(Wert(CWBetrag{CString(pText)}), pSoll) << "'" << pText << "'";
+    EXPECT_EQ(Wert(CWBetrag(12.34, 'e')), "e1234");
 }
 
 TEST(BetragTest, RundenUndAbschneiden) {
@@ -298,8 +298,8 @@ TEST(BetragTest, RundenUndAbschneiden) {
                             {0.0049999, "e0", "e0"},         {-0.004, "e0", "e0"},
                             {10.05 * 2.3, "e2312", "e2311"}, {0.57 * 1.0, "e57", "e57"}};
     for (const SFall & f : faelle) {
-        EXPECT_EQ(Db(CDBetrag(f.dWert, 'e').Round()), f.pRound) << f.dWert;
-        EXPECT_EQ(Db(CDBetrag(f.dWert, 'e').RoundDown()), f.pRoundDown) << f.dWert;
+        EXPECT_EQ(Wert(CDBetrag(f.dWert, 'e').Round()), f.pRound) << f.dWert;
+        EXPECT_EQ(Wert(CDBetrag(f.dWert, 'e').RoundDown()), f.pRoundDown) << f.dWert;
     }
     CDBetrag leer;
     leer.Round();

@@ -1,11 +1,9 @@
 #include "orvostatbs/host/Dateien.h"
 #include "orvostatbs/host/Arbeitsplatz.h"
 #include "orvostatbs/host/TabellenDatei.h"
-#include "orvostatbs/store/MemorySpeicher.h"
 #include "support/Fehlerdateien.h"
-#include "support/Fehlerspeicher.h"
+#include "support/Praxis.h"
 #include "support/Rechte.h"
-#include "support/Rekorder.h"
 
 #include <fstream>
 #include <string>
@@ -26,20 +24,12 @@ struct SBestand {
     static CDateispeicher & Dateien() { return Bestandsdateien(); }
 };
 
-class CDateienTest : public CHostTest {
+class CDateienTest : public CPraxisTest {
 protected:
-    CDateienTest() {
-        dbDatabase.Verbinde(m_pSpeicher);
-        dbDatabaseRO.Verbinde(m_pSpeicher);
-    }
-    ~CDateienTest() override {
-        dbDatabase.Verbinde(nullptr);
-        dbDatabaseRO.Verbinde(nullptr);
-    }
+    CDateienTest() { m_praxis.ZaehleAlles(); }
     [[nodiscard]] CString Pfad(const CString & sName) const { return m_pfade.sDaten + sName; }
 
-    std::shared_ptr<CFehlerspeicher> m_pSpeicher =
-        std::make_shared<CFehlerspeicher>(std::make_shared<CMemorySpeicher>());
+    CFehlerspeicher * const m_pSpeicher = &m_praxis.Lesend();
 };
 
 // One suite over both families.

@@ -1,17 +1,13 @@
 // The record layer over both stores: match modes, directions, filters, what moves and what stays.
 #include "orvostatbs/host/Tabellen.h"
 #include "orvostatbs/sqlite/SqliteSpeicher.h"
-#include "orvostatbs/store/MemorySpeicher.h"
-#include "support/Fehlerspeicher.h"
+#include "support/Praxis.h"
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 #include <tuple>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 namespace orvostat {
 
@@ -19,34 +15,20 @@ namespace {
 
 using ::testing::Values;
 
+std::shared_ptr<CZeilenspeicher> Speicher(const std::string & sArt, const CTempVerzeichnis & verzeichnis) {
+    CString sMeldung;
+    if (sArt == "Memory") return std::make_shared<CMemorySpeicher>();
+    return CSqliteSpeicher::OeffneDatei((verzeichnis / "p.db").string(), EModus::NeuUngesichert, sMeldung);
+}
+
 // Both handles on one store, empty at first.
 class RSetTest : public ::testing::TestWithParam<const char *> {
 protected:
-    RSetTest() {
-        std::shared_ptr<CZeilenspeicher> pSpeicher;
-        if (std::string(GetParam()) == "Memory") {
-            pSpeicher = std::make_shared<CMemorySpeicher>();
-        } else {
-            std::string sMuster = (std::filesystem::temp_directory_path() / "rset-XXXXXX").string();
-            m_verzeichnis = mkdtemp(sMuster.data());
-            CString sMeldung;
-            pSpeicher = CSqliteSpeicher::OeffneDatei((m_verzeichnis / "p.db").string(),
-                                                     EModus::NeuUngesichert, sMeldung);
-        }
-        m_pFehler = std::make_shared<CFehlerspeicher>(pSpeicher);
-        for (CMxDatabase * p : {&dbDatabase, &dbDatabaseRO})
-            p->Verbinde(m_pFehler);
-    }
-    ~RSetTest() override {
-        for (CMxDatabase * p : {&dbDatabase, &dbDatabaseRO})
-            p->Verbinde(nullptr);
-        if (!m_verzeichnis.empty()) std::filesystem::remove_all(m_verzeichnis);
-    }
+    RSetTest() { m_praxis.ZaehleAlles(); }
 
-    std::shared_ptr<CFehlerspeicher> m_pFehler;
-
-private:
-    std::filesystem::path m_verzeichnis;
+    CTempVerzeichnis m_verzeichnis;
+    CTestpraxis m_praxis{Speicher(GetParam(), m_verzeichnis)};
+    CFehlerspeicher * const m_pFehler = &m_praxis.Lesend();
 };
 
 CTBeh Beh(CMxDatabase & db, const CString & sPat, const CString & sDatum = "", const CString & sSitzung = "",
@@ -458,7 +440,7 @@ TEST_P(RSetTest, AHandleCountsWhatFails) {
     EXPECT_EQ(AlleBeh(), "abcdefg");
     EXPECT_EQ(CTBeh(dbDatabaseRO).Write(), ZEILE_VERWEIGERT);
     EXPECT_EQ(dbDatabaseRO.Fehlschlaege(), 0u);
-    dbDatabase.Verbinde(m_pFehler);
+    dbDatabase.Verbinde(dbDatabase.Speicher());
     EXPECT_EQ(dbDatabase.Fehlschlaege(), 0u);
 }
 

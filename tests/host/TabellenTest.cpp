@@ -1,37 +1,17 @@
 // The table classes: what their operations find, and the list of all columns and keys.
 #include "orvostatbs/host/Tabellen.h"
 #include "orvostatbs/host/Betrag.h"
-#include "orvostatbs/store/MemorySpeicher.h"
-#include "support/Fehlerspeicher.h"
-#include "support/Schreiber.h"
+#include "support/Praxis.h"
 
-#include <map>
-#include <memory>
+#include <set>
+#include <span>
 #include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
 
 namespace orvostat {
 
 namespace {
 
-class TabellenTest : public ::testing::Test {
-protected:
-    TabellenTest() {
-        dbDatabase.Verbinde(m_pSpeicher);
-        dbDatabaseRO.Verbinde(m_pSpeicher);
-    }
-    ~TabellenTest() override {
-        dbDatabase.Verbinde(nullptr);
-        dbDatabaseRO.Verbinde(nullptr);
-    }
-    std::shared_ptr<CFehlerspeicher> m_pSpeicher =
-        std::make_shared<CFehlerspeicher>(std::make_shared<CMemorySpeicher>());
-};
-
-const auto SchreibeBeh = Schreiber<CTBeh>(&CTBeh::m_PATNR, &CTBeh::m_DATUM, &CTBeh::m_BEHANDLERNR,
-                                          &CTBeh::m_GOART, &CTBeh::m_LSTNR, &CTBeh::m_PATBILL);
+using TabellenTest = CPraxisTest;
 
 template <class T> std::string Alle(T & t, int iErgebnis, const CString & sFeld) {
     std::string s;
@@ -41,12 +21,12 @@ template <class T> std::string Alle(T & t, int iErgebnis, const CString & sFeld)
 }
 
 TEST_F(TabellenTest, TheTreatmentsOfTheFiltersArePatientPeriodAndTreater) {
-    SchreibeBeh("1", "20240101", "  5", "k", "a", "");
-    SchreibeBeh("1", "20240105", " 12", "k", "b", "");
-    SchreibeBeh("1", "20240131", "  5", "k", "c", "");
-    SchreibeBeh("1", "20240201", "  5", "k", "d", "");
-    SchreibeBeh("2", "20240110", "  5", "k", "e", "");
-    SchreibeBeh("", "20240110", "  5", "k", "f", "");
+    Schreibe(R"(BEH PATNR=1 DATUM=20240101 BEHANDLERNR="  5" GOART=k LSTNR=a
+                BEH PATNR=1 DATUM=20240105 BEHANDLERNR=" 12" GOART=k LSTNR=b
+                BEH PATNR=1 DATUM=20240131 BEHANDLERNR="  5" GOART=k LSTNR=c
+                BEH PATNR=1 DATUM=20240201 BEHANDLERNR="  5" GOART=k LSTNR=d
+                BEH PATNR=2 DATUM=20240110 BEHANDLERNR="  5" GOART=k LSTNR=e
+                BEH DATUM=20240110 BEHANDLERNR="  5" GOART=k LSTNR=f)");
     struct SFall {
         const char * pName;
         CString sPat, sVon, sBis, sLebs;
@@ -79,17 +59,16 @@ TEST_F(TabellenTest, TheTreatmentsOfTheFiltersArePatientPeriodAndTreater) {
 }
 
 TEST_F(TabellenTest, BevServicesBelongToThePlanOfTheirBill) {
-    const auto SchreibeBill = Schreiber<CTBill>(&CTBill::m_PATNR, &CTBill::m_PATBILL, &CTBill::m_PLANNR);
-    SchreibeBill("1", "1", "10");
-    SchreibeBill("1", "2", "20");
-    SchreibeBeh("1", "20240101", "5", "k", "beva", "1");
-    SchreibeBeh("1", "20240102", "5", "k", "bevb", "1");
-    SchreibeBeh("1", "20240103", "5", "k", "bevb", "2");
-    SchreibeBeh("1", "20240104", "5", "k", "01", "1");
-    SchreibeBeh("1", "20240105", "5", "k", "beva", "9");
-    SchreibeBeh("2", "20240106", "5", "k", "beva", "1");
-    SchreibeBill("", "1", "10");
-    SchreibeBeh("", "20240107", "5", "k", "beva", "1");
+    Schreibe(R"(BILL PATNR=1 PATBILL=1 PLANNR=10
+                BILL PATNR=1 PATBILL=2 PLANNR=20
+                BILL PATBILL=1 PLANNR=10)");
+    Schreibe(R"(BEH PATNR=1 DATUM=20240101 BEHANDLERNR=5 GOART=k LSTNR=beva PATBILL=1
+                BEH PATNR=1 DATUM=20240102 BEHANDLERNR=5 GOART=k LSTNR=bevb PATBILL=1
+                BEH PATNR=1 DATUM=20240103 BEHANDLERNR=5 GOART=k LSTNR=bevb PATBILL=2
+                BEH PATNR=1 DATUM=20240104 BEHANDLERNR=5 GOART=k LSTNR=01 PATBILL=1
+                BEH PATNR=1 DATUM=20240105 BEHANDLERNR=5 GOART=k LSTNR=beva PATBILL=9
+                BEH PATNR=2 DATUM=20240106 BEHANDLERNR=5 GOART=k LSTNR=beva PATBILL=1
+                BEH DATUM=20240107 BEHANDLERNR=5 GOART=k LSTNR=beva PATBILL=1)");
     CTBeh beh(dbDatabaseRO);
     EXPECT_EQ(Alle(beh, beh.GetWithBEVX("1", "10"), beh.m_DATUM), "20240101 20240102 ");
     EXPECT_EQ(Alle(beh, beh.GetWithBEVX(beh.m_PATNR, "20"), beh.m_DATUM), "20240103 ");
@@ -112,7 +91,8 @@ TEST_F(TabellenTest, MultibandAndDeductionsAreInsurerServicesOfThePeriod) {
     CString sPat = "1";
     for (const SFall & fall : aFaelle) {
         sPat += "1";
-        SchreibeBeh(sPat, fall.sDatum, "5", fall.sGoArt, fall.sLst, "");
+        Schreibe("BEH BEHANDLERNR=5 PATNR=" + sPat.Utf8() + " DATUM=" + fall.sDatum.Utf8() +
+                 " GOART=" + fall.sGoArt.Utf8() + " LSTNR=" + fall.sLst.Utf8());
         EXPECT_EQ(std::string(CTBeh::IsMultibandBehandlung(sPat, "20240101", "20240331") ? "m" : "") +
                       (CTBeh::IsKfoAbschlaege(sPat, "20240101", "20240331") ? "a" : ""),
                   fall.sSoll)
@@ -122,14 +102,10 @@ TEST_F(TabellenTest, MultibandAndDeductionsAreInsurerServicesOfThePeriod) {
 
 // ---- insurance periods
 
-const auto SchreibePeriode =
-    Schreiber<CTVDesc>(&CTVDesc::m_PATNR, &CTVDesc::m_VDESCNR, &CTVDesc::m_VDABDATUM, &CTVDesc::m_VDBISDATUM,
-                       &CTVDesc::m_VNACHWEIS, &CTVDesc::m_KSART, &CTVDesc::m_EEB);
-
 TEST_F(TabellenTest, PeriodsOfAnIntervalEndOnTheDateOrLaterOrNever) {
-    SchreibePeriode("1", "1", "20200101", "20211231", "", "", "");
-    SchreibePeriode("1", "2", "20220101", "20221231", "", "", "");
-    SchreibePeriode("1", "3", "20230101", "", "", "", "");
+    Schreibe(R"(VDESC PATNR=1 VDESCNR=1 VDABDATUM=20200101 VDBISDATUM=20211231
+                VDESC PATNR=1 VDESCNR=2 VDABDATUM=20220101 VDBISDATUM=20221231
+                VDESC PATNR=1 VDESCNR=3 VDABDATUM=20230101)");
     struct SFall {
         CString sDatum;
         bool bAufsteigend;
@@ -152,16 +128,16 @@ TEST_F(TabellenTest, PeriodsOfAnIntervalEndOnTheDateOrLaterOrNever) {
 }
 
 TEST_F(TabellenTest, TheMatchingPeriodIsTheBestOfThoseValidOnTheDate) {
-    SchreibePeriode("1", "1", "20200101", "20201231", "", "", "");
-    SchreibePeriode("1", "2", "20210101", "20211231", "p", "", ""); // private
-    SchreibePeriode("1", "3", "20210201", "20211231", "1", "b", "");
-    SchreibePeriode("1", "4", "20210301", "20211231", "1", "a", "");
-    SchreibePeriode("1", "5", "20210401", "20211231", "1", "a", "");
-    SchreibePeriode("1", "6", "20210501", "20211231", "pX", "a", "1"); // electronic and private
-    SchreibePeriode("1", "7", "20230101", "20230630", "p", "", "");    // of one key
-    SchreibePeriode("1", "7 ", "20230101", "20230630", "1", "", "");
-    SchreibePeriode("1", "7  ", "20230101", "20230131", "1", "", "");
-    SchreibePeriode("1", "7   ", "20230101", "20230630", "1", "b", "");
+    Schreibe(R"(VDESC PATNR=1 VDESCNR=1 VDABDATUM=20200101 VDBISDATUM=20201231
+                VDESC PATNR=1 VDESCNR=2 VDABDATUM=20210101 VDBISDATUM=20211231 VNACHWEIS=p
+                VDESC PATNR=1 VDESCNR=3 VDABDATUM=20210201 VDBISDATUM=20211231 VNACHWEIS=1 KSART=b
+                VDESC PATNR=1 VDESCNR=4 VDABDATUM=20210301 VDBISDATUM=20211231 VNACHWEIS=1 KSART=a
+                VDESC PATNR=1 VDESCNR=5 VDABDATUM=20210401 VDBISDATUM=20211231 VNACHWEIS=1 KSART=a
+                VDESC PATNR=1 VDESCNR=6 VDABDATUM=20210501 VDBISDATUM=20211231 VNACHWEIS=pX KSART=a EEB=1
+                VDESC PATNR=1 VDESCNR=7 VDABDATUM=20230101 VDBISDATUM=20230630 VNACHWEIS=p
+                VDESC PATNR=1 VDESCNR="7 " VDABDATUM=20230101 VDBISDATUM=20230630 VNACHWEIS=1
+                VDESC PATNR=1 VDESCNR="7  " VDABDATUM=20230101 VDBISDATUM=20230131 VNACHWEIS=1
+                VDESC PATNR=1 VDESCNR="7   " VDABDATUM=20230101 VDBISDATUM=20230630 VNACHWEIS=1 KSART=b)");
     struct SFall {
         CString sDatum;
         const char * pSoll;
@@ -189,21 +165,19 @@ TEST_F(TabellenTest, TheMatchingPeriodIsTheBestOfThoseValidOnTheDate) {
         }
     for (int i = 1; i <= 14; ++i) { // the walk over ten rows and its end, then the row itself
         CTVDesc vdesc(dbDatabaseRO);
-        m_pSpeicher->FehlerBei(i);
+        m_praxis.Lesend().FehlerBei(i);
         EXPECT_EQ(vdesc.FindMatching("1", "20210601", 0), ZEILE_FEHLER) << i;
         EXPECT_EQ(vdesc.First(), ZEILE_KEINE) << i;
     }
 }
 
 TEST_F(TabellenTest, TheLastRecallIsTheLatestOfItsKind) {
-    const auto Schreibe = Schreiber<CTHistRecall>(&CTHistRecall::m_PATNR, &CTHistRecall::m_RECALLART,
-                                                  &CTHistRecall::m_RECALLDATUM, &CTHistRecall::m_RECALLITV);
-    Schreibe("1", "1", "20230101", "26");
-    Schreibe("1", "1", "20220101", "12");
-    Schreibe("1", "2", "20220601", "52");
-    Schreibe("1", "10", "20210101", "");
-    Schreibe("2", "1", "20240101", "4");
-    Schreibe("", "1", "20240601", "4");
+    Schreibe(R"(HISTRECALL PATNR=1 RECALLART=1 RECALLDATUM=20230101 RECALLITV=26
+                HISTRECALL PATNR=1 RECALLART=1 RECALLDATUM=20220101 RECALLITV=12
+                HISTRECALL PATNR=1 RECALLART=2 RECALLDATUM=20220601 RECALLITV=52
+                HISTRECALL PATNR=1 RECALLART=10 RECALLDATUM=20210101
+                HISTRECALL PATNR=2 RECALLART=1 RECALLDATUM=20240101 RECALLITV=4
+                HISTRECALL RECALLART=1 RECALLDATUM=20240601 RECALLITV=4)");
     const std::pair<int, std::string> aFaelle[] = {
         {-1, "20230101 26"}, {1, "20230101 26"}, {2, "20220601 52"}, {10, "20210101 0"}, {3, " 0"}};
     for (const auto & [iArt, sSoll] : aFaelle) {
@@ -220,11 +194,9 @@ TEST_F(TabellenTest, TheLastRecallIsTheLatestOfItsKind) {
 
 TEST_F(TabellenTest, ChangedPointsHoldFromTheirDateOn) {
     EXPECT_EQ(CTGO::GetGebPkt("k", "01", "1800", "20240101"), CString("1800"));
-    const auto Schreibe = Schreiber<CTGoPunkte>(&CTGoPunkte::m_GOART, &CTGoPunkte::m_LSTNR,
-                                                &CTGoPunkte::m_PKTAB, &CTGoPunkte::m_PUNKTE);
-    Schreibe("K", "13B ", "20240101 ", "5400");
-    Schreibe("k", "13b", "20220101", "4900");
-    Schreibe("k", "13", "20200101", "1");
+    Schreibe(R"(GOPUNKTE GOART=K LSTNR="13B " PKTAB="20240101 " PUNKTE=5400
+                GOPUNKTE GOART=k LSTNR=13b PKTAB=20220101 PUNKTE=4900
+                GOPUNKTE GOART=k LSTNR=13 PKTAB=20200101 PUNKTE=1)");
     struct SFall {
         CString sGoArt, sLst, sDatum, sSoll;
     };
@@ -233,15 +205,14 @@ TEST_F(TabellenTest, ChangedPointsHoldFromTheirDateOn) {
                              {"k", "13b  ", "20240101", "5400"}, {"g", "13b", "20240101", "4700"}};
     for (const auto & [sGoArt, sLst, sDatum, sSoll] : aFaelle)
         EXPECT_EQ(CTGO::GetGebPkt(sGoArt, sLst, "4700", sDatum), sSoll) << sDatum.Utf8();
-    Schreibe("k", "14", "20240102", "98");
+    Schreibe("GOPUNKTE GOART=k LSTNR=14 PKTAB=20240102 PUNKTE=98");
     EXPECT_EQ(CTGO::GetGebPkt('k', "14", 47, "20240102"), 98) << "after a change";
 }
 
 TEST_F(TabellenTest, TheSimpleRateGoesIntoTheCurrencyOfTheDate) {
     const CDBetrag satz("e562");
-    EXPECT_EQ(CTGO::EinfachsatzToW(satz, false, 'e').ToDb(0, true, false, 0.0, 0.0), CString("e562"));
-    EXPECT_EQ(CTGO::EinfachsatzToW(CDBetrag(" 195583"), true, 'e').Round().ToDb(0, true, false, 0.0, 0.0),
-              CString("e100000"));
+    EXPECT_EQ(Wert(CTGO::EinfachsatzToW(satz, false, 'e')), "e562");
+    EXPECT_EQ(Wert(CTGO::EinfachsatzToW(CDBetrag(" 195583"), true, 'e').Round()), "e100000");
 }
 
 // ---- the practice
@@ -264,9 +235,7 @@ TEST_F(TabellenTest, ValidRowsAreThoseNotDeleted) {
 }
 
 TEST_F(TabellenTest, TheRegionOfAnAssociationIsItsColumnOrItsNumber) {
-    const auto Schreibe = Schreiber<CTKzv>(&CTKzv::m_KZVNR, &CTKzv::m_REGION);
-    Schreibe("37", "NW");
-    Schreibe("04", "");
+    Schreibe("KZV KZVNR=37 REGION=NW\nKZV KZVNR=04");
     EXPECT_EQ(CTKzv::RLP("37") + CTKzv::RLP("02") + CTKzv::RLP("04 "), CString("NW0204"));
 }
 
@@ -309,130 +278,34 @@ TEST(TabellenTexte, CodesAndCardData) {
 
 // ---- the list of all
 
-// Name, columns, keys. What is written here is what other programs find in the database.
-const char * const TABELLEN[][3] = {
-    {"PRAXIS", "PRAXISID PRAXISNAME KZVNR", "PRAXISID"},
-    {"KZV", "KZVNR KZVNAME LQ REGION", "KZVNR"},
-    {"MANDANT", "MDID MDNAME MDINFO MDCODES MDABAKTIV MDAB MDZWEIG MDART MDADRNR GELOESCHT", "MDID"},
-    {"ADR",
-     "ADRNR ADRLFD ADRART PATTITEL PATVORNAME PATZUSATZ PATNAME PATSTRASSE PATPLZ PATORT PATANREDE "
-     "GESCHLECHT TELEFON1 TELEFON2 TELEFON3 TELEFON4 EMAIL TELEFON6 TELEFONPRIO FRUEHERENAMEN",
-     "ADRNR ADRLFD; PATNAME PATVORNAME; ADRART"},
-    {"PERSONAL", "PID PERSADRNR", "PID"},
-    {"LEB",
-     "LEB LEBANR PID MDKASSE MDPRIVAT PROVISION ABSCHLAGGOZ ABSCHLAGU LEBKZ LEBINFO PRAXISID GELOESCHT",
-     "LEB"},
-    {"ORVOKAS",
-     "KASKUERZEL KASFELD0 GUELTIGAB KASFLAG1 KASSENPWGRP KASIK BKVKASNR KASSENART KASFELD1 KASFELD2 "
-     "KASSORT KASSTATISTIKART KASMEDSTATISTIKART KASFLAG2 KASKZ",
-     "KASKUERZEL GUELTIGAB"},
-    {"PWGROUP", "PWGRP PWGRPNAME", "PWGRP"},
-    {"PUNKTWERT", "PWAB PWGRP PWLART PWWEST PWOST PWINFO", "PWAB PWGRP PWLART"},
-    {"PARPOOL", "GRUPPE KUERZEL WERT", "GRUPPE KUERZEL"},
-    {"SELECTPOOL", "SPPOOL SPLFD SPKEY SPTEXT SPEXTRA", "SPPOOL SPLFD"},
-    {"GO",
-     "GOART LSTNR LSTKUERZEL GOSUBART DRUCKBILD PWLART STATART GOFELD1 GOFELD2 GOFELD3 GEBPKT GOWERT2 "
-     "GOWERT3 GOWERT4 ZUSCHLAG BETRAG2 EINFACHSATZ F100AEVWERT GOKZ GOTEXT FAKTOR STDFAKTOR",
-     "GOART LSTNR; GOART LSTKUERZEL"},
-    {"GOPUNKTE", "GOART LSTNR PKTAB PUNKTE", "GOART LSTNR PKTAB"},
-    {"GOCHECK", "GOART LSTNR EXTRAFLAG CHECKTEXT", "GOART LSTNR EXTRAFLAG"},
-    {"GOBUDGET", "GOART LSTKUERZEL GUELTIGAB TEXT RVO VDAK GESAMT RVOMKG VDAKMKG GESAMTMKG",
-     "GOART LSTKUERZEL GUELTIGAB"},
-    {"PAT",
-     "PATNR SELEKTION ADRNR PATVORNAME PATNAME PATGEBDATUM LASTBEHDATUM UEBERWARZT HAUSARZT EINTRDATUM "
-     "RISIKOANAMNESE RECALLART RECALLITV BENACHRICHTIGUNG PATFELD1 PATFELD3 BEHANDLERNR PATPROZENT FRUCHT "
-     "PFLEGEGRAD PFLEGEGRADENDE FALLBESONDERHEIT INDEXMARKERS",
-     "PATNR; PATNAME PATVORNAME"},
-    {"VDESC",
-     "PATNR VDESCNR VDABDATUM VDBISDATUM EINLESEDATUM KASKUERZEL VNACHWEIS KSART VDESCFELD MFRDIG RSA WSO "
-     "VDESCEXTRA KOSTENERSTATTUNG GEBUEHRENBEFREITBIS EEB EGK EGKDATEN",
-     "PATNR VDABDATUM VDESCNR"},
-    {"HISTRECALL", "PATNR RECALLART RECALLDATUM RECALLITV", "PATNR RECALLART RECALLDATUM"},
-    {"ABEFUND", "PATNR LFDBEFENTRY BEFUND ZAHNSTEIN MUNDKRANKHEIT", "PATNR LFDBEFENTRY"},
-    {"PLAN", "PATNR PLANNR PLANART PLANSUBART PLANSTATUS PLANSTATUS2 PLANNUM PLANDATUM PLANPW PAR22A",
-     "PATNR PLANNR"},
-    {"BILL",
-     "PATNR PATBILL PRAXISNR ABRART KENNUNG1 KENNUNG2 PLANNR FAKT1 FAKT1ALT FAKT2 FAKT2ALT KKFAKT "
-     "BILLINFO1 BILLINFO2",
-     "PATNR PATBILL"},
-    {"BEH",
-     "PATNR DATUM SITZUNG LFDBEHEINTRAG BEHANDLERNR ERFASSER TEETH ANZAHL LSTIN LSTNR GOART ABRART FAKTOR "
-     "BETRAG USTKEY LAGE ENTFERNUNG UHRZEIT DTAGRUND TEXTART ICDCODE ICDNOTATIONSKZ TEXT ABRMERKMAL "
-     "PATBILL BEHKZ LFDBEFENTRY LFDLBLOCK BEHINFO CHARGE ABRJJME",
-     "PATNR DATUM SITZUNG LFDBEHEINTRAG; DATUM PATNR SITZUNG LFDBEHEINTRAG"},
-    {"ROEBEFUND",
-     "PATNR ROELFDNR PRAXISID ROEGRAV ROEANZAHL ROEGERAET ROEXRAYMS ROEXRAYCURRENT ROEXRAYVOLTAGE "
-     "ROEBELICHTUNG ROEINDIKATION ROEBEMERKUNG ROELASTDATUM ROELASTREGIO ROELASTPASSDRUCK",
-     "PATNR ROELFDNR"},
-    {"LBLOCK", "PATNR PLANNR LFDLBLOCK LBLOCKART LBLOCKBETRAEGE BEHANDLERNR DATUM PRAXISNR",
-     "PATNR PLANNR LFDLBLOCK"},
-    {"LBLOCKENTRY",
-     "PATNR PLANNR LFDLBLOCK LFDENTRY LBLOCKENTRYART LBLNR BEGRKEY DATUM BEHANDLERNR LSTNR TEETH FAKTOR "
-     "ANZAHL BETRAG CHARGE",
-     "PATNR PLANNR LFDLBLOCK LFDENTRY"},
-    {"GLBLOC",
-     "LABORKUNDE LFDGLBLOC GLBLOCSTATUS PATNR PLANNR LFDLBLOCK BEHANDLERNR DATUM PRAXISNR PATREF AUFTRAG "
-     "LABORNAME TECHNIKER ARBEIT FARBE MATERIALTEXT CHARGE EINGANG LIEFERUNG RECHNUNGNR RECHDATUM ZAHLZIEL "
-     "GLBEMERKUNG GLKENNUNG GLBLOCBETRAEGE UST",
-     "LABORKUNDE LFDGLBLOC"},
-    {"GLBLOCENTRY",
-     "LABORKUNDE LFDGLBLOC LFDENTRY GLBLOCENTRYART LBLNR DATUM BEHANDLERNR LSTNR ANZAHL BETRAG USTKEY "
-     "CHARGE",
-     "LABORKUNDE LFDGLBLOC LFDENTRY"},
-    {"GLKUFAKT",
-     "PRAXISNR LABORKUNDE LFDGLKUFAKT FAKTDATUM VONDATUM BISDATUM ANZGLBLOCKS BEGLICHEN STORNIERT "
-     "KUFAKTBETRAEGE UST",
-     "LABORKUNDE LFDGLKUFAKT; PRAXISNR LABORKUNDE LFDGLKUFAKT"},
-    {"FAKT",
-     "PRAXISNR PATNR FAKT1 FORTLFDJAHR FORTLFDFAKT DATUM FORMULARNR BETRAG1 HONORAR1 ELABGESAMT1 "
-     "FLABGESAMT1 ELABMWST1 BETRAG2 HONORAR2 ELABGESAMT2 FLABGESAMT2 ELABMWST2 BEGLICHEN AUSGEBUCHT "
-     "MWSTLISTE STORNIERT MAHNSTUFE KTRAEGER KASKUERZEL",
-     "PATNR FAKT1; DATUM PATNR"},
-    {"KTRAEGER", "PATNR KTART KTNAME", "PATNR"},
-    {"REZEPT", "PATNR REZEPTNR DATUM REZEPTSCHLUESSEL", "PATNR REZEPTNR; DATUM PATNR"},
-    {"HMV", "PATNR REZEPTNR FORMULARNAME TEXTBLOCK ANZAHL1 ANZAHL2 ANZAHL3 ANZAHL4 BETRAG", "PATNR REZEPTNR"},
-    {"GIPS", "GIPSNR PATNR DATUM GIPSART BEHANDLERNR BESCHREIBUNG GEDRUCKT ARCHIVIERT",
-     "GIPSNR; PATNR DATUM"},
-    {"TBENTRY", "TBKEY TBLFD TBTEXT", "TBKEY TBLFD"},
-    {"DATEI", "DATEINAME STUECK INHALT", "DATEINAME STUECK"},
-};
-
-TEST(TabellenListe, ColumnsAndKeysOfEachTable) {
-    std::map<std::string, const STabelle *> mapTabellen;
-    for (const STabelle * pTabelle : AlleTabellen())
-        mapTabellen[pTabelle->pName] = pTabelle;
-    EXPECT_EQ(mapTabellen.size(), std::size(TABELLEN));
-    for (const auto & [pName, pSpalten, pSchluessel] : TABELLEN) {
-        ASSERT_TRUE(mapTabellen.contains(pName)) << pName;
-        const STabelle & tabelle = *mapTabellen[pName];
-        const auto Haenge = [&](std::string & s, std::size_t iSpalte, const char * pTrenner) {
-            if (!s.empty()) s += pTrenner;
-            s += tabelle.vSpalten[iSpalte].pName;
-        };
-        std::string sSpalten;
-        for (std::size_t i = 0; i < tabelle.vSpalten.size(); ++i)
-            Haenge(sSpalten, i, " ");
-        EXPECT_EQ(sSpalten, pSpalten) << pName;
-        std::string sSchluessel;
-        for (const SSchluessel & schluessel : tabelle.vSchluessel) {
-            std::string sTeile;
-            for (const std::uint8_t iSpalte : schluessel.Spalten())
-                Haenge(sTeile, iSpalte, " ");
-            sSchluessel += (sSchluessel.empty() ? "" : "; ") + sTeile;
-        }
-        EXPECT_EQ(sSchluessel, pSchluessel) << pName;
-    }
+std::string Namen(const STabelle & tabelle, std::span<const std::uint8_t> aiSpalten) {
+    std::string s;
+    for (const std::uint8_t i : aiSpalten)
+        s += (s.empty() ? "" : " ") + std::string(tabelle.vSpalten[i].pName);
+    return s;
 }
 
-TEST(TabellenListe, OnlyServicesIgnoreCaseAndOnlyThePoolCountsTrailingBlanks) {
-    std::string sOhneGross;
-    std::string sEndblanks;
-    for (const STabelle * p : AlleTabellen()) {
-        if (p->eVergleich == EVergleich::OhneGross) sOhneGross += p->pName + std::string(" ");
-        if (p->eVergleich == EVergleich::MitEndblanks) sEndblanks += p->pName + std::string(" ");
-    }
-    EXPECT_EQ(sOhneGross, "GO GOPUNKTE GOCHECK ");
-    EXPECT_EQ(sEndblanks, "PARPOOL ");
+// As in the text file, which is what other programs find in the database.
+std::string Beschreibung(const STabelle & tabelle) {
+    std::string s = tabelle.pName;
+    for (const SSchluessel & schluessel : tabelle.vSchluessel)
+        s += (&schluessel == tabelle.vSchluessel.data() ? " (" : "; ") + Namen(tabelle, schluessel.Spalten());
+    if (tabelle.eVergleich == EVergleich::OhneGross) s += ", case alike";
+    if (tabelle.eVergleich == EVergleich::MitEndblanks) s += ", trailing blanks";
+    s += "):";
+    for (const SSpalteInfo & spalte : tabelle.vSpalten)
+        s += std::string(" ") + spalte.pName;
+    return s;
+}
+
+TEST(TabellenListe, ColumnsAndKeysOfEachTable) {
+    std::set<std::string> setSoll, setIst;
+    for (const auto & [iZeile, s] : LiesZeilen(ORVOSTATBS_SOURCE_DIR "/tests/host/faelle/tabellen.txt"))
+        setSoll.insert(s);
+    for (const STabelle * pTabelle : AlleTabellen())
+        setIst.insert(Beschreibung(*pTabelle));
+    EXPECT_EQ(setIst.size(), AlleTabellen().size());
+    EXPECT_EQ(setIst, setSoll);
 }
 
 } // namespace

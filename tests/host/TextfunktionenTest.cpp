@@ -158,6 +158,9 @@ TEST_F(TextfunktionenAmHost, GeburtsdatumLiegtNichtInDerZukunft) {
         EXPECT_EQ(CorrectGebDate(s), s);
     m_uhr.m_zeit = {1999, 12, 31, 8, 0};
     EXPECT_EQ(CorrectGebDate("20000229"), CString("19000228")); // 1900 was no leap year
+    m_uhr.m_zeit = {50, 1, 1, 8, 0};
+    EXPECT_EQ(CorrectGebDate("01010501"), CString("00010501"));
+    EXPECT_EQ(CorrectGebDate("01000501"), CString("01000501")); // there was no year 0
 }
 
 TEST_F(TextfunktionenAmHost, FileExistsKenntDateienUndKeineVerzeichnisse) {

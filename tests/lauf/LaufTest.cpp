@@ -2,9 +2,7 @@
 
 #include "Muster.h"
 #include "orvostatbs/host/Leistungsarten.h"
-#include "orvostatbs/store/MemorySpeicher.h"
-#include "support/Fehlerspeicher.h"
-#include "support/Rekorder.h"
+#include "support/Praxis.h"
 
 #include <algorithm>
 #include <array>
@@ -17,15 +15,9 @@ namespace {
 class CLaufImSpeicher : public ::testing::Test {
 protected:
     CLaufImSpeicher() {
-        EXPECT_EQ(ErzeugeMuster(*m_pSpeicher, {.iPatienten = 60, .iJahre = 1}), ZEILE_OK);
-        dbDatabase.Verbinde(m_pSpeicher);
-        dbDatabaseRO.Verbinde(m_pSpeicher);
+        EXPECT_EQ(ErzeugeMuster(m_praxis.Speicher(), {.iPatienten = 60, .iJahre = 1}), ZEILE_OK);
     }
-    ~CLaufImSpeicher() override {
-        EXPECT_EQ(EntlieheneRSets(), 0);
-        dbDatabase.Verbinde(nullptr);
-        dbDatabaseRO.Verbinde(nullptr);
-    }
+    ~CLaufImSpeicher() override { EXPECT_EQ(EntlieheneRSets(), 0); }
     static void Waehle(CStatAccu & accu, const CString & sPatient = {}) {
         accu.SetIsAbgerechnet(true);
         accu.SetIsErfasst(true);
@@ -72,7 +64,7 @@ protected:
 
     int m_iBisSchluss = 0;
     CRekorder m_rekorder;
-    std::shared_ptr<CMemorySpeicher> m_pSpeicher = std::make_shared<CMemorySpeicher>();
+    CTestpraxis m_praxis;
 
 private:
     COberflaecheErsatz m_ersatz{m_rekorder};

@@ -1,10 +1,7 @@
 // The statistics of a denture plan.
 #include "orvostatbs/plan/StatZE.h"
-#include "orvostatbs/store/MemorySpeicher.h"
-#include "support/Rekorder.h"
-#include "support/Schreiber.h"
+#include "support/Praxis.h"
 
-#include <memory>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -20,45 +17,27 @@ public:
     using CStatZE::ReadBegr;
 };
 
-class StatZETest : public CHostTest {
+class StatZETest : public CPraxisTest {
 protected:
-    StatZETest() {
-        dbDatabase.Verbinde(m_pSpeicher);
-        dbDatabaseRO.Verbinde(m_pSpeicher);
-    }
-    ~StatZETest() override {
-        EXPECT_EQ(EntlieheneRSets(), 0);
-        dbDatabase.Verbinde(nullptr);
-        dbDatabaseRO.Verbinde(nullptr);
-    }
-    std::shared_ptr<CMemorySpeicher> m_pSpeicher = std::make_shared<CMemorySpeicher>();
+    ~StatZETest() override { EXPECT_EQ(EntlieheneRSets(), 0); }
     CStatZEOffen m_ze;
 };
 
-const auto SchreibePlan = Schreiber<CTPlan>(&CTPlan::m_PATNR, &CTPlan::m_PLANNR, &CTPlan::m_PLANSUBART);
-const auto SchreibeBlock =
-    Schreiber<CTLBlock>(&CTLBlock::m_PATNR, &CTLBlock::m_PLANNR, &CTLBlock::m_LFDLBLOCK,
-                        &CTLBlock::m_LBLOCKART, &CTLBlock::m_LBLOCKBETRAEGE);
-const auto SchreibeEntry = Schreiber<CTLBlockEntry>(
-    &CTLBlockEntry::m_PATNR, &CTLBlockEntry::m_PLANNR, &CTLBlockEntry::m_LFDLBLOCK,
-    &CTLBlockEntry::m_LFDENTRY, &CTLBlockEntry::m_LBLOCKENTRYART, &CTLBlockEntry::m_LBLNR,
-    &CTLBlockEntry::m_BEGRKEY, &CTLBlockEntry::m_LSTNR, &CTLBlockEntry::m_BETRAG, &CTLBlockEntry::m_ANZAHL);
-const auto SchreibeText =
-    Schreiber<CTTbEntry>(&CTTbEntry::m_TBKEY, &CTTbEntry::m_TBLFD, &CTTbEntry::m_TBTEXT);
-
-std::string Text(const CWBetragBasis & betrag) { return betrag.ToDb(0, true, false, 0, 0).Utf8(); }
+void SchreibeBlock(const std::string & sBlock, const CString & sBetraege = {}) {
+    Schreibe("LBLOCK " + sBlock + " LBLOCKBETRAEGE=\"" + sBetraege.Utf8() + '"');
+}
 
 TEST_F(StatZETest, TheAmountsOfTheFirstFittingBlock) {
     const CString sBetraege = "e         1e         2   1.234,56e         4e         5e       678"
                               "      -7,89e         8e         9e        10"_t;
-    SchreibeBlock("1", "1", "1", "3", "e        99"_t);
-    SchreibeBlock("1", "1", "2", "4", sBetraege);
-    SchreibeBlock("1", "1", "3", "4", "e        99"_t);
-    SchreibeBlock("1", "2", "1", "44", sBetraege);
-    SchreibeBlock("1", "3", "1", "4", sBetraege.Left(66));
-    SchreibeBlock("1", "4", "1", "4", "");
-    SchreibeBlock("1", "", "1", "4", sBetraege);
-    SchreibeBlock("", "1", "1", "4", sBetraege);
+    SchreibeBlock("PATNR=1 PLANNR=1 LFDLBLOCK=1 LBLOCKART=3", "e        99"_t);
+    SchreibeBlock("PATNR=1 PLANNR=1 LFDLBLOCK=2 LBLOCKART=4", sBetraege);
+    SchreibeBlock("PATNR=1 PLANNR=1 LFDLBLOCK=3 LBLOCKART=4", "e        99"_t);
+    SchreibeBlock("PATNR=1 PLANNR=2 LFDLBLOCK=1 LBLOCKART=44", sBetraege);
+    SchreibeBlock("PATNR=1 PLANNR=3 LFDLBLOCK=1 LBLOCKART=4", sBetraege.Left(66));
+    SchreibeBlock("PATNR=1 PLANNR=4 LFDLBLOCK=1 LBLOCKART=4");
+    SchreibeBlock("PATNR=1 LFDLBLOCK=1 LBLOCKART=4", sBetraege);
+    SchreibeBlock("PLANNR=1 LFDLBLOCK=1 LBLOCKART=4", sBetraege);
     const struct {
         CString sPat, sPlan;
         bool bSoll;
@@ -74,34 +53,31 @@ TEST_F(StatZETest, TheAmountsOfTheFirstFittingBlock) {
         CDBetrag b("e1");
         CDBetrag c("e1");
         EXPECT_EQ(m_ze.GetLBlockData(f.sPat, f.sPlan, a, b, c), f.bSoll);
-        EXPECT_EQ(Text(a) + ' ' + Text(b) + ' ' + Text(c), f.pBetraege) << (f.sPat + '/' + f.sPlan).Utf8();
+        EXPECT_EQ(Wert(a) + ' ' + Wert(b) + ' ' + Wert(c), f.pBetraege) << (f.sPat + '/' + f.sPlan).Utf8();
     }
 }
 
 // The sample entries of plans 1 to 5 of their kinds; each has the same blocks and entries.
 TEST_F(StatZETest, SampleEntries) {
-    const struct {
-        CString sArt, sLblNr;
-        bool bMuster;
-    } aEintraege[] = {{"p", "4", true},  {"q", "4", true},   {"kx", "4", true},
-                      {"g", "4", true},  {"", "4", false},   {"z", "4", false},
-                      {"k", "3", false}, {"k", "44", false}, {"K", "4", false}};
+    const char * const aArten[][2] = {{"p", "4"}, {"q", "4"}, {"kx", "4"}, {"g", "4"}, // these four fit
+                                      {"", "4"},  {"z", "4"}, {"k", "3"},  {"k", "44"}, {"K", "4"}};
     for (const char c : {'1', '2', '3', '4', '5', '6'}) {
-        const CString sPlan(c);
-        if (c != '6') SchreibePlan("1", sPlan, sPlan);
-        SchreibeBlock("1", sPlan, "1", "1", "");
-        SchreibeBlock("1", sPlan, "2", "4", "");
-        SchreibeEntry("1", sPlan, "1", "1", "k", "4", "", "falsch", "e100", "");
-        for (const auto & e : aEintraege) {
-            const auto iLfd = static_cast<char>('1' + (&e - aEintraege));
-            SchreibeEntry("1", sPlan, "2", CString(iLfd), e.sArt, e.sLblNr, "T", e.sArt, "e100", "x250");
-        }
+        const std::string sPlan = std::string(" PATNR=1 PLANNR=") + c;
+        if (c != '6') Schreibe("PLAN PLANSUBART=" + std::string(1, c) + sPlan);
+        SchreibeBlock("LFDLBLOCK=1 LBLOCKART=1" + sPlan);
+        SchreibeBlock("LFDLBLOCK=2 LBLOCKART=4" + sPlan);
+        Schreibe("LBLOCKENTRY LFDLBLOCK=1 LFDENTRY=1 LBLOCKENTRYART=k LBLNR=4 LSTNR=falsch BETRAG=e100" +
+                 sPlan);
+        for (int i = 0; const auto & [pArt, pLblNr] : aArten)
+            Schreibe(
+                "LBLOCKENTRY LFDLBLOCK=2 BEGRKEY=T BETRAG=e100 ANZAHL=x250 LFDENTRY=" + std::to_string(++i) +
+                " LBLOCKENTRYART=" + pArt + " LSTNR=" + pArt + " LBLNR=" + pLblNr + sPlan);
     }
-    SchreibePlan("1", "7", "4"); // without blocks
-    SchreibePlan("1", "8", "41");
-    SchreibeText("T", "1", "eins");
-    SchreibeText("T", "2", "");
-    SchreibeText("T", "3", "drei");
+    Schreibe(R"(PLAN PATNR=1 PLANNR=7 PLANSUBART=4
+                PLAN PATNR=1 PLANNR=8 PLANSUBART=41
+                TBENTRY TBKEY=T TBLFD=1 TBTEXT=eins
+                TBENTRY TBKEY=T TBLFD=2
+                TBENTRY TBKEY=T TBLFD=3 TBTEXT=drei)"); // plan 7 without blocks
     const struct {
         CString sPlan;
         int iAnzahl;
@@ -120,21 +96,22 @@ TEST_F(StatZETest, SampleEntries) {
     for (const CBehHitLine & hit : kopie.m_vHits)
         s += (hit.LSTNR + '/' + hit.m_sLblNr + '/' + hit.TEXT + '/' + hit.TEXTART + hit.GOART + hit.ABRART)
                  .Utf8() +
-             '/' + std::to_string(hit.ANZAHL) + Text(hit.BETRAG) + ' ';
+             '/' + std::to_string(hit.ANZAHL) + Wert(hit.BETRAG) + ' ';
     EXPECT_EQ(s, "p/4/eins  drei/bpz/250e250 q/4/eins  drei/bqz/250e250 kx/4/eins  drei/bkz/250e250 "
                  "g/4/eins  drei/bgz/250e250 ");
 }
 
 TEST_F(StatZETest, TextsKindsAndNumbers) {
-    SchreibeText("A", "1", "a");
-    SchreibeText("AB", "1", "ab");
-    SchreibeText("", "1", "leer");
+    Schreibe(R"(TBENTRY TBKEY=A TBLFD=1 TBTEXT=a
+                TBENTRY TBKEY=AB TBLFD=1 TBTEXT=ab
+                TBENTRY TBLFD=1 TBTEXT=leer
+                PLAN PATNR=1 PLANNR=1 PLANSUBART=4
+                LBLOCK PATNR=1 PLANNR=1 LFDLBLOCK=1 LBLOCKART=4)");
+    Schreibe("LBLOCKENTRY PATNR=1 PLANNR=1 LFDLBLOCK=1 LFDENTRY=1 LBLOCKENTRYART=k LBLNR=4 "
+             "BEGRKEY=X LSTNR=1 BETRAG=e100 ANZAHL=x0");
     EXPECT_EQ(m_ze.ReadBegr("A"), CString("a"));
     EXPECT_EQ(m_ze.ReadBegr(""), CString());
     EXPECT_EQ(m_ze.ReadBegr("X"), CString());
-    SchreibePlan("1", "1", "4");
-    SchreibeBlock("1", "1", "1", "4", "");
-    SchreibeEntry("1", "1", "1", "1", "k", "4", "X", "1", "e100", "x0");
     ASSERT_EQ(m_ze.GetAbdingungsLst("1", "1"), 1);
     EXPECT_EQ(m_ze.m_vHits[0].TEXTART, 0) << "no text, no kind of text";
     EXPECT_TRUE(m_ze.IsZePlan(" 12", "z"));

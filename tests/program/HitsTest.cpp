@@ -1,8 +1,8 @@
 #include "Ausgabe.h"
 #include "Programmlauf.h"
 
-#include "orvostatbs/host/Tabellen.h"
 #include "orvostatbs/sqlite/SqliteSpeicher.h"
+#include "support/Praxis.h"
 
 #include <sstream>
 
@@ -14,7 +14,7 @@ namespace {
 constexpr SAusgabespalte SPALTEN[] = {
     {"Tag", EZelle::Datum, 10}, {"Größe", EZelle::Zahl, 8}, {"Wort", EZelle::Text, 12}};
 
-std::string Schreibe(EFormat eFormat, const std::vector<std::vector<CString>> & vZeilen) {
+std::string Ausgegeben(EFormat eFormat, const std::vector<std::vector<CString>> & vZeilen) {
     std::ostringstream aus;
     const auto pAusgabe = CAusgabe::Neu(eFormat, aus, SPALTEN);
     for (const auto & vZellen : vZeilen)
@@ -27,12 +27,12 @@ const std::vector<std::vector<CString>> ZEILEN = {
     {"20240229", "-12.5", "Süß; \"bitter\""_t}, {"", "", "a\nb\\"_t}, {"20240", "x1", " "}};
 
 TEST(Ausgabe, TableAlignsCutsAndKeepsALineALine) {
-    EXPECT_EQ(Schreibe(EFormat::Tabelle, ZEILEN), "Tag         Größe  Wort\n"
-                                                  "----------  -----  ------------\n"
-                                                  "29.02.2024  -12,5  Süß; \"bit...\n"
-                                                  "                   a b\\\n"
-                                                  "20240          x1\n");
-    EXPECT_EQ(Schreibe(EFormat::Tabelle, {{"", "-89319305493.25"_t, ""}}), // a number is never cut
+    EXPECT_EQ(Ausgegeben(EFormat::Tabelle, ZEILEN), "Tag         Größe  Wort\n"
+                                                    "----------  -----  ------------\n"
+                                                    "29.02.2024  -12,5  Süß; \"bit...\n"
+                                                    "                   a b\\\n"
+                                                    "20240          x1\n");
+    EXPECT_EQ(Ausgegeben(EFormat::Tabelle, {{"", "-89319305493.25"_t, ""}}), // a number is never cut
               "Tag            Größe  Wort\n"
               "---  ---------------  ----\n"
               "     -89319305493,25\n");
@@ -56,15 +56,15 @@ TEST(Ausgabe, DecimalsKeepTheDigitsAskedForAndNoOtherZeros) {
 }
 
 TEST(Ausgabe, CsvOpensInASpreadsheet) {
-    EXPECT_EQ(Schreibe(EFormat::Csv, ZEILEN), "\xEF\xBB\xBF"
-                                              "Tag;Größe;Wort\r\n"
-                                              "29.02.2024;-12,5;\"Süß; \"\"bitter\"\"\"\r\n"
-                                              ";;a b\\\r\n"
-                                              "20240;x1;\" \"\r\n");
+    EXPECT_EQ(Ausgegeben(EFormat::Csv, ZEILEN), "\xEF\xBB\xBF"
+                                                "Tag;Größe;Wort\r\n"
+                                                "29.02.2024;-12,5;\"Süß; \"\"bitter\"\"\"\r\n"
+                                                ";;a b\\\r\n"
+                                                "20240;x1;\" \"\r\n");
 }
 
 TEST(Ausgabe, JsonHasNumbersAndNulls) {
-    EXPECT_EQ(Schreibe(EFormat::Json, ZEILEN),
+    EXPECT_EQ(Ausgegeben(EFormat::Json, ZEILEN),
               "[\n"
               R"(  {"Tag": "2024-02-29", "Größe": -12.5, "Wort": "Süß; \"bitter\""},)"
               "\n"
@@ -72,7 +72,7 @@ TEST(Ausgabe, JsonHasNumbersAndNulls) {
               "\n"
               R"(  {"Tag": "20240", "Größe": "x1", "Wort": " "})"
               "\n]\n");
-    EXPECT_EQ(Schreibe(EFormat::Json, {}), "[]\n");
+    EXPECT_EQ(Ausgegeben(EFormat::Json, {}), "[]\n");
 }
 
 // ---- the command
@@ -81,66 +81,28 @@ TEST(Ausgabe, JsonHasNumbersAndNulls) {
 class CHitsTest : public CProgrammTest {
 protected:
     CHitsTest() {
-        CString sMeldung;
-        m_pSpeicher = CSqliteSpeicher::OeffneDatei(Pfad("a.db").string(), EModus::Neu, sMeldung);
-        m_db.Verbinde(m_pSpeicher);
-        Neu<CTPraxis>([](auto & t) { t.m_PRAXISID = " 1", t.m_KZVNR = "11"; });
-        Neu<CTLeb>([](auto & t) { t.m_LEB = "   5", t.m_MDKASSE = " 1", t.m_MDPRIVAT = " 2"; });
-        Neu<CTOrvoKas>(
-            [](auto & t) { t.m_KASKUERZEL = "AOK01", t.m_GUELTIGAB = "20200101", t.m_KASSENPWGRP = "aok"; });
-        Neu<CTOrvoKas>(
-            [](auto & t) { t.m_KASKUERZEL = "AOK01", t.m_GUELTIGAB = "20240401", t.m_KASSENPWGRP = "bkk"; });
-        Punktwert("20160101", "aok", "e10040", "e9738");
-        Punktwert("20240101", "aok", "e11000", "e10000");
-        Punktwert("20250101", "aok", "e13233", "e12836");
-        Punktwert("20240101", "bkk", "e12000", "e11000");
-        Neu<CTGO>([](auto & t) {
-            t.m_GOART = "k", t.m_LSTNR = "13a", t.m_GEBPKT = "3300", t.m_PWLART = "a", t.m_STATART = "x",
-            t.m_GOTEXT = "Füllung";
-        });
-        Neu<CTGO>([](auto & t) {
-            t.m_GOART = "k", t.m_LSTNR = "13a0", t.m_GEBPKT = "3200", t.m_PWLART = "a", t.m_GOTEXT = "fiktiv";
-        });
-        Neu<CTGO>([](auto & t) {
-            t.m_GOART = "q", t.m_LSTNR = "0010", t.m_GOSUBART = "1", t.m_GEBPKT = "100",
-            t.m_STDFAKTOR = "23000", t.m_GOTEXT = "Untersuchung"_t;
-        });
-        Neu<CTPat>([](auto & t) { t.m_PATNR = "      1001", t.m_PATNAME = "Größ", t.m_PATVORNAME = "Änne"; });
-        Neu<CTVDesc>([](auto & t) {
-            t.m_PATNR = "      1001", t.m_VDESCNR = "   1", t.m_VDABDATUM = "20230101",
-            t.m_KASKUERZEL = "AOK01", t.m_VNACHWEIS = "G", t.m_WSO = "1";
-        });
-        Neu<CTBill>([](auto & t) { t.m_PATNR = "      1001", t.m_PATBILL = "   1", t.m_ABRART = "a"; });
+        Schreibe(R"(PRAXIS PRAXISID=" 1" KZVNR=11
+                    LEB LEB="   5" MDKASSE=" 1" MDPRIVAT=" 2"
+                    ORVOKAS KASKUERZEL=AOK01 GUELTIGAB=20200101 KASSENPWGRP=aok
+                    ORVOKAS KASKUERZEL=AOK01 GUELTIGAB=20240401 KASSENPWGRP=bkk
+                    PUNKTWERT PWAB=20160101 PWGRP=aok PWLART=a PWWEST=e10040 PWOST=e9738
+                    PUNKTWERT PWAB=20240101 PWGRP=aok PWLART=a PWWEST=e11000 PWOST=e10000
+                    PUNKTWERT PWAB=20250101 PWGRP=aok PWLART=a PWWEST=e13233 PWOST=e12836
+                    PUNKTWERT PWAB=20240101 PWGRP=bkk PWLART=a PWWEST=e12000 PWOST=e11000
+                    GO GOART=k LSTNR=13a GEBPKT=3300 PWLART=a STATART=x GOTEXT=Füllung
+                    GO GOART=k LSTNR=13a0 GEBPKT=3200 PWLART=a GOTEXT=fiktiv
+                    GO GOART=q LSTNR=0010 GOSUBART=1 GEBPKT=100 STDFAKTOR=23000 GOTEXT=Untersuchung
+                    PAT PATNR="      1001" PATNAME=Größ PATVORNAME=Änne
+                    VDESC PATNR="      1001" VDESCNR="   1" VDABDATUM=20230101 KASKUERZEL=AOK01 VNACHWEIS=G WSO=1
+                    BILL PATNR="      1001" PATBILL="   1" ABRART=a)");
     }
 
-    template <class T, class F> void Neu(F fFuelle) {
-        T zeile(m_db);
-        fFuelle(zeile);
-        ASSERT_EQ(zeile.Write(), 0);
-    }
-    void Punktwert(const CString & sAb, const CString & sGruppe, const CString & sWest,
-                   const CString & sOst) {
-        Neu<CTPunktWert>([&](auto & t) {
-            t.m_PWAB = sAb, t.m_PWGRP = sGruppe, t.m_PWLART = "a", t.m_PWWEST = sWest, t.m_PWOST = sOst;
-        });
-    }
-    // A treatment of the patient: an insurer's filling unless fAendere says otherwise.
-    template <class F> void Behandlung(const CString & sDatum, F fAendere) {
-        Neu<CTBeh>([&](CTBeh & t) {
-            t.m_PATNR = "      1001";
-            t.m_DATUM = sDatum;
-            t.m_SITZUNG = "a";
-            t.m_LFDBEHEINTRAG = CString(static_cast<char>('0' + ++m_iLfd));
-            t.m_BEHANDLERNR = "   5";
-            t.m_GOART = "k";
-            t.m_LSTNR = t.m_LSTIN = "13a";
-            t.m_ANZAHL = "x100";
-            t.m_PATBILL = "   1";
-            fAendere(t);
-        });
-    }
-    void Behandlung(const CString & sDatum) {
-        Behandlung(sDatum, [](CTBeh &) {});
+    // A treatment of the patient: an insurer's filling unless the other columns say otherwise.
+    void Behandlung(const std::string & sDatum, const std::string & sAnders = {}) {
+        Schreibe(
+            "BEH PATNR=\"      1001\" SITZUNG=a BEHANDLERNR=\"   5\" GOART=k LSTNR=13a LSTIN=13a ANZAHL=x100 "
+            "PATBILL=\"   1\" DATUM=" +
+            sDatum + " LFDBEHEINTRAG=" + std::to_string(++m_iLfd) + " " + sAnders);
     }
     // The rows of the table, without its head and its last line.
     std::string Zeilen(const std::string & sOptionen) {
@@ -149,47 +111,37 @@ protected:
         return ende.sAus.substr(std::min(ende.sAus.size(), ende.sAus.find("\r\n") + 2));
     }
 
-    std::shared_ptr<CSqliteSpeicher> m_pSpeicher;
-    CMxDatabase m_db{false};
+    CString m_sMeldung;
+    CTestpraxis m_praxis{CSqliteSpeicher::OeffneDatei(Pfad("a.db").string(), EModus::Neu, m_sMeldung)};
     int m_iLfd = 0;
 };
 
 TEST_F(CHitsTest, AHitHasWhatItsRowsSay) {
-    Behandlung("20240215", [](CTBeh & t) { t.m_TEETH = "36"; });
+    Behandlung("20240215", "TEETH=36");
     EXPECT_EQ(Zeilen(""), "15.02.2024;1001;GRÖß ÄNNE;5;AOK01;c;k;13a;36;1;33,00;1,10;;Füllung\r\n");
 }
 
 // One change each, and the line it makes.
 TEST_F(CHitsTest, EachRecordShows) {
     struct SFall {
-        CString sDatum;
-        void (*pAendere)(CTBeh &);
-        const char * pZeile;
+        const char *pDatum, *pAnders, *pZeile;
     };
     const SFall FAELLE[] = {
-        {"20231231", [](CTBeh &) {}, "c;k;13a;;1;33,00;1,004;;Füllung"}, // the point value before
-        {"20240401", [](CTBeh &) {}, "c;k;13a;;1;33,00;1,20;;Füllung"},  // the insurer's new group
-        {"20240215", [](CTBeh & t) { t.m_DTAGRUND = "f"; }, "c;k;13a0;;1;32,00;1,10;;fiktiv"},
-        {"20240215", [](CTBeh & t) { t.m_PATBILL = " "; }, ";k;13a;;1;33,00;1,10;;Füllung"}, // no bill
-        {"20240215", [](CTBeh & t) { t.m_PATBILL = "   9"; },
-         ";k;13a;;1;33,00;1,10;;Füllung"},                                    // a bill without row
-        {"20240215", [](CTBeh & t) { t.m_LSTNR = "99z"; }, "c;k;99z;;1;;;;"}, // no fee row
-        {"20240215", [](CTBeh & t) { t.m_ANZAHL = "x250"; }, "c;k;13a;;2,50;33,00;1,10;;Füllung"},
-        {"20240215", [](CTBeh & t) { t.m_GOART = "q", t.m_LSTNR = "0010", t.m_BETRAG = "e1294"; },
-         "c;q;0010;;1;100;2,30;12,94;Untersuchung"},
-        {"20240215",
-         [](CTBeh & t) {
-             t.m_GOART = t.m_LSTNR = t.m_ANZAHL = "", t.m_TEXTART = "t", t.m_TEXT = "Anruf; später"_t;
-         },
-         "c;;;;;;;;\"Anruf; später\""},
-        {"20240215", [](CTBeh & t) { t.m_GOART = t.m_LSTNR = "", t.m_TEXTART = "c", t.m_TEXT = "geheim"; },
-         "c;;;;;;;;"},
-        {"20240215", [](CTBeh & t) { t.m_BETRAG = "Unsinn"; },
-         "c;k;13a;;1;33,00;1,10;0,00;Füllung"}, // text for a number
+        {"20231231", "", "c;k;13a;;1;33,00;1,004;;Füllung"}, // the point value before
+        {"20240401", "", "c;k;13a;;1;33,00;1,20;;Füllung"},  // the insurer's new group
+        {"20240215", "DTAGRUND=f", "c;k;13a0;;1;32,00;1,10;;fiktiv"},
+        {"20240215", "PATBILL=\" \"", ";k;13a;;1;33,00;1,10;;Füllung"},    // no bill
+        {"20240215", "PATBILL=\"   9\"", ";k;13a;;1;33,00;1,10;;Füllung"}, // a bill without row
+        {"20240215", "LSTNR=99z", "c;k;99z;;1;;;;"},                       // no fee row
+        {"20240215", "ANZAHL=x250", "c;k;13a;;2,50;33,00;1,10;;Füllung"},
+        {"20240215", "GOART=q LSTNR=0010 BETRAG=e1294", "c;q;0010;;1;100;2,30;12,94;Untersuchung"},
+        {"20240215", "GOART= LSTNR= ANZAHL= TEXTART=t TEXT=\"Anruf; später\"", "c;;;;;;;;\"Anruf; später\""},
+        {"20240215", "GOART= LSTNR= TEXTART=c TEXT=geheim", "c;;;;;;;;"},
+        {"20240215", "BETRAG=Unsinn", "c;k;13a;;1;33,00;1,10;0,00;Füllung"}, // text for a number
     };
     for (const SFall & fall : FAELLE) {
         Sql("a.db", "DELETE FROM BEH");
-        Behandlung(fall.sDatum, fall.pAendere);
+        Behandlung(fall.pDatum, fall.pAnders);
         const std::string s = Zeilen("");
         EXPECT_EQ(s.substr(std::min(s.size(), s.find("AOK01;") + 6)), std::string(fall.pZeile) + "\r\n");
     }
@@ -202,12 +154,12 @@ TEST_F(CHitsTest, MissingPatientInsuranceAndTreaterLeaveTheirColumnsEmpty) {
 }
 
 TEST_F(CHitsTest, OptionsChooseInTheOrderOfTheKeys) {
-    Neu<CTLeb>([](auto & t) { t.m_LEB = "  12"; });
-    Neu<CTPat>([](auto & t) { t.m_PATNR = "       999"; });
+    Schreibe("LEB LEB=\"  12\"");
+    Schreibe("PAT PATNR=\"       999\"");
     for (const char * pTag : {"20240301", "20240115", "20240215"})
-        Behandlung(CString(pTag));
-    Behandlung("20240401", [](CTBeh & t) { t.m_BEHANDLERNR = "  12"; });
-    Behandlung("20240115", [](CTBeh & t) { t.m_PATNR = "       999"; });
+        Behandlung(pTag);
+    Behandlung("20240401", "BEHANDLERNR=\"  12\"");
+    Behandlung("20240115", "PATNR=\"       999\"");
     struct SFall {
         const char * pOptionen;
         const char * pTage;

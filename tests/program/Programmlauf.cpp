@@ -53,17 +53,6 @@ private:
 
 } // namespace
 
-CProgrammTest::CProgrammTest() {
-    std::string sVorlage = (std::filesystem::temp_directory_path() / "orvostat-XXXXXX").string();
-    if (mkdtemp(sVorlage.data()) == nullptr) throw std::runtime_error("no temporary directory for a test");
-    m_verzeichnis = sVorlage;
-}
-
-CProgrammTest::~CProgrammTest() {
-    std::error_code fehler;
-    std::filesystem::remove_all(m_verzeichnis, fehler);
-}
-
 SProgrammende CProgrammTest::Laufe(const std::vector<std::string> & vArgumente, const std::string & sEingabe,
                                    int iSignalNachMs) {
     std::ofstream(Pfad(".ein")) << sEingabe;
@@ -76,7 +65,7 @@ SProgrammende CProgrammTest::Laufe(const std::vector<std::string> & vArgumente, 
 
     const pid_t iKind = fork();
     if (iKind == 0) {
-        if (chdir(m_verzeichnis.c_str()) != 0) _exit(125);
+        if (chdir(Pfad("").c_str()) != 0) _exit(125);
         Lenke(".ein", O_RDONLY, STDIN_FILENO);
         Lenke(".aus", O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
         Lenke(".fehler", O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
@@ -109,6 +98,39 @@ void CProgrammTest::Zerstoere(const std::string & sName, const std::string & sTe
 
 std::string CProgrammTest::Frage(const std::string & sName, const std::string & sAnweisung) const {
     return CDatenbank(Pfad(sName)).Fuehre(sAnweisung);
+}
+
+int CProgrammTest::PruefeBefehle(const std::string & sDatei) {
+    const std::string BEFEHL = "$ orvostat ";
+    std::ifstream ein(sDatei);
+    int iBefehle = 0;
+    std::string s;
+    for (bool bDa = static_cast<bool>(std::getline(ein, s)); bDa;) {
+        if (!s.starts_with(BEFEHL)) {
+            bDa = static_cast<bool>(std::getline(ein, s));
+            continue;
+        }
+        const std::string sBefehl = s.substr(BEFEHL.size());
+        std::string sSoll;
+        int iCode = 0;
+        while ((bDa = static_cast<bool>(std::getline(ein, s))) && !s.starts_with("$ ") && s != "```" &&
+               !(s.empty() && sDatei.ends_with(".txt")))
+            if (s.size() > 2 && s.front() == '[' && s.back() == ']')
+                iCode = std::stoi(s.substr(1));
+            else
+                sSoll += s + '\n';
+        const SProgrammende ende = Laufe(sBefehl);
+        std::string sIst = ende.sAus + ende.sFehler;
+        if (sSoll.ends_with("...\n")) {
+            sSoll.resize(sSoll.size() - 4);
+            sIst.resize(std::min(sIst.size(), sSoll.size()));
+        }
+        EXPECT_EQ(sIst, sSoll) << sDatei << ": " << sBefehl;
+        EXPECT_EQ(ende.iCode, iCode) << sDatei << ": " << sBefehl;
+        ++iBefehle;
+    }
+    EXPECT_GT(iBefehle, 0) << sDatei << " has no commands";
+    return iBefehle;
 }
 
 std::vector<std::string> CProgrammTest::Worte(const std::string & s) {

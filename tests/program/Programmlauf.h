@@ -18,9 +18,6 @@ struct SProgrammende {
 // A directory of its own, the program run in it.
 class CProgrammTest : public ::testing::Test {
 protected:
-    CProgrammTest();
-    ~CProgrammTest() override;
-
     // Runs orvostat with the arguments. iSignalNachMs above 0 sends the program a Ctrl-C after so many milliseconds.
     SProgrammende Laufe(const std::vector<std::string> & vArgumente, const std::string & sEingabe = {},
                         int iSignalNachMs = 0);
@@ -38,10 +35,14 @@ protected:
     // The first column of all rows, with a blank between them.
     [[nodiscard]] std::string Frage(const std::string & sName, const std::string & sAnweisung) const;
 
+    // Runs the commands of a text file, "$ orvostat ..." with their output below, up to an empty line, a fence or the
+    // next command; a last line "[2]" is the exit code where that is not 0, and "..." the rest of the output. How many.
+    int PruefeBefehle(const std::string & sDatei);
+
     static std::vector<std::string> Worte(const std::string & s);
 
 private:
-    std::filesystem::path m_verzeichnis;
+    CTempVerzeichnis m_verzeichnis;
 };
 
 } // namespace orvostat

@@ -1,26 +1,14 @@
 // The hundred-case columns: norms by date, columns, ratios, bad input.
 #include "Ausdruck.h"
-#include "orvostatbs/store/MemorySpeicher.h"
-#include "support/Rekorder.h"
-#include "support/Schreiber.h"
-
-#include <memory>
+#include "support/Praxis.h"
 
 namespace orvostat {
 
 namespace {
 
-class Px100FTest : public CHostTest {
+class Px100FTest : public CPraxisTest {
 protected:
-    Px100FTest() {
-        dbDatabase.Verbinde(m_pSpeicher);
-        dbDatabaseRO.Verbinde(m_pSpeicher);
-    }
-    ~Px100FTest() override {
-        dbDatabase.Verbinde(nullptr);
-        dbDatabaseRO.Verbinde(nullptr);
-        CKasArt100F::s_vVerhLst.clear();
-    }
+    ~Px100FTest() override { CKasArt100F::s_vVerhLst.clear(); }
     // The columns that have hits, as "column:cases/line texts".
     [[nodiscard]] std::string Spalten() const {
         std::string s;
@@ -35,14 +23,8 @@ protected:
         return s;
     }
 
-    std::shared_ptr<CMemorySpeicher> m_pSpeicher = std::make_shared<CMemorySpeicher>();
     CLSSum m_sum;
 };
-
-const auto SchreibeBudget =
-    Schreiber<CTGoBudget>(&CTGoBudget::m_GOART, &CTGoBudget::m_LSTKUERZEL, &CTGoBudget::m_GUELTIGAB,
-                          &CTGoBudget::m_TEXT, &CTGoBudget::m_RVO, &CTGoBudget::m_VDAK, &CTGoBudget::m_GESAMT,
-                          &CTGoBudget::m_RVOMKG, &CTGoBudget::m_VDAKMKG, &CTGoBudget::m_GESAMTMKG);
 
 CBehHitLine Kassenhit(const CString & sDatum, const CString & sPat, char cKasArt, char cKasGrp, bool bFremd) {
     CBehHitLine hit = Hit(sDatum, "1", sPat, "A", {'k', "01", "e100"});
@@ -53,11 +35,13 @@ CBehHitLine Kassenhit(const CString & sDatum, const CString & sPat, char cKasArt
 }
 
 TEST_F(Px100FTest, NormsAreThoseOfTheHitsDateUnlessThePeriodRunsOverAChange) {
-    SchreibeBudget("g", "K01", "20240101", "Text", "1", "2", "3", "4", "5", "6");
-    SchreibeBudget("g", "K01", "20240701", "Text", "10", "20", "30", "40", "50", "60");
-    SchreibeBudget("k", "K01", "20240101", "", "100", "200", "300", "", "", "");
-    SchreibeBudget("k", "K01", "20240401", "", "110", "210", "310", "", "", "");
-    SchreibeBudget("p", "K01", "20240101", "", "9", "9", "9", "9", "9", "9");
+    for (const char * pZeile :
+         {"g GUELTIGAB=20240101 TEXT=Text RVO=1 VDAK=2 GESAMT=3 RVOMKG=4 VDAKMKG=5 GESAMTMKG=6",
+          "g GUELTIGAB=20240701 TEXT=Text RVO=10 VDAK=20 GESAMT=30 RVOMKG=40 VDAKMKG=50 GESAMTMKG=60",
+          "k GUELTIGAB=20240101 RVO=100 VDAK=200 GESAMT=300",
+          "k GUELTIGAB=20240401 RVO=110 VDAK=210 GESAMT=310",
+          "p GUELTIGAB=20240101 RVO=9 VDAK=9 GESAMT=9 RVOMKG=9 VDAKMKG=9 GESAMTMKG=9"})
+        Schreibe(std::string("GOBUDGET LSTKUERZEL=K01 GOART=") + pZeile);
     const struct {
         CString sVon, sBis, sDatum;
         char cGoArt;

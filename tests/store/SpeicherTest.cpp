@@ -487,6 +487,10 @@ TEST_P(SpeicherTest, ACopyIsEqualUntilOneOfTheTwoChanges) {
     EXPECT_FALSE(GleicheTabelle(m_s, kopie, Patienten())) << "longer";
     Schreibe(m_s, "3", "Mai");
     EXPECT_FALSE(GleicheTabelle(m_s, kopie, Patienten())) << "another text";
+    CMemorySpeicher eine, zwei;
+    Schreibe(eine, "1"), Schreibe(zwei, "1"), Schreibe(zwei, "1");
+    EXPECT_FALSE(GleicheTabelle(eine, zwei, Patienten()) || GleicheTabelle(zwei, eine, Patienten()))
+        << "twice";
 }
 
 INSTANTIATE_TEST_SUITE_P(Speicher, SpeicherTest,
