@@ -36,8 +36,6 @@ void BeendeNutzung() {
 
 #else
 
-namespace orvostat {
-
 void BeginneNutzung() {}
 void BeendeNutzung() {}
 
