@@ -259,6 +259,6 @@ BENCHMARK(BM_Datei)->Arg(10000)->Arg(100000)->Arg(1000000)->Iterations(1)->Unit(
 
 } // namespace
 
-BENCHMARK_MAIN();
-
 } // namespace orvostat
+
+BENCHMARK_MAIN();

@@ -368,6 +368,6 @@ BENCHMARK(KassenUnd100Fall)->Apply(Groessen);
 
 } // namespace
 
-BENCHMARK_MAIN();
-
 } // namespace orvostat
+
+BENCHMARK_MAIN();
