@@ -34,26 +34,26 @@ void PruefeZiel(const std::string & sDatei, bool bErsetzen) {
 }
 
 // Why a file failed, for behind "...: "; empty where only SQLite has words for it.
-const char * Ursachentext(EUrsache eUrsache) {
+const char * Ursachentext(ESpeicherursache eUrsache) {
     switch (eUrsache) {
-    case EUrsache::Beschaedigt:
+    case ESpeicherursache::Beschaedigt:
         return "sie ist beschädigt";
-    case EUrsache::Gesperrt:
+    case ESpeicherursache::Gesperrt:
         return "ein anderes Programm schreibt gerade in die Datei";
-    case EUrsache::Voll:
+    case ESpeicherursache::Voll:
         return "der Datenträger ist voll";
-    case EUrsache::Schreibgeschuetzt:
+    case ESpeicherursache::Schreibgeschuetzt:
         return "die Datei ist schreibgeschützt";
-    case EUrsache::Datentraeger:
+    case ESpeicherursache::Datentraeger:
         return "der Datenträger meldet einen Fehler";
-    case EUrsache::KeineNebendatei:
+    case ESpeicherursache::KeineNebendatei:
         return "neben der Datei lässt sich keine anlegen";
-    case EUrsache::ZuGross:
+    case ESpeicherursache::ZuGross:
         return "die Datei würde größer als erlaubt";
-    case EUrsache::KeinSpeicher:
+    case ESpeicherursache::KeinSpeicher:
         return "der Speicher reicht nicht";
-    case EUrsache::Keine:
-    case EUrsache::Andere:
+    case ESpeicherursache::Keine:
+    case ESpeicherursache::Andere:
         break;
     }
     return "";

@@ -55,8 +55,8 @@ void VerweigereVerluste(CSqliteSpeicher & quelle) {
 // A file can have lost rows and be read to its end: the copy would pass for a whole one.
 void VerweigereSchaeden(CSqliteSpeicher & quelle) {
     if (quelle.Pruefe().empty()) return;
-    if (const EUrsache eUrsache = quelle.LetzteUrsache();
-        eUrsache != EUrsache::Keine && eUrsache != EUrsache::Beschaedigt)
+    if (const ESpeicherursache eUrsache = quelle.LetzteUrsache();
+        eUrsache != ESpeicherursache::Keine && eUrsache != ESpeicherursache::Beschaedigt)
         Scheitere("Die Praxisdatei lässt sich nicht prüfen", quelle, quelle);
     Verweigere("Die Praxisdatei hat Schäden und wird nicht kopiert. \"orvostat check\" zeigt sie.");
 }

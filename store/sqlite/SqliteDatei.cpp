@@ -14,26 +14,26 @@ namespace {
 constexpr std::size_t FREIE_HOECHSTENS = 8;
 
 // The cause behind SQLite's last result.
-EUrsache Ursache(sqlite3 * p) {
+ESpeicherursache Ursache(sqlite3 * p) {
     const int iErgebnis = sqlite3_extended_errcode(p);
     switch (iErgebnis & 0xFF) {
     case SQLITE_CORRUPT:
-        return EUrsache::Beschaedigt;
+        return ESpeicherursache::Beschaedigt;
     case SQLITE_BUSY:
-        return EUrsache::Gesperrt;
+        return ESpeicherursache::Gesperrt;
     case SQLITE_FULL:
-        return EUrsache::Voll;
+        return ESpeicherursache::Voll;
     case SQLITE_READONLY:
-        return EUrsache::Schreibgeschuetzt;
+        return ESpeicherursache::Schreibgeschuetzt;
     case SQLITE_CANTOPEN:
-        return EUrsache::KeineNebendatei;
+        return ESpeicherursache::KeineNebendatei;
     case SQLITE_NOMEM:
-        return EUrsache::KeinSpeicher;
+        return ESpeicherursache::KeinSpeicher;
     case SQLITE_IOERR:
-        if (iErgebnis == SQLITE_IOERR_NOMEM) return EUrsache::KeinSpeicher;
-        return Systemfehler(p) == EFBIG ? EUrsache::ZuGross : EUrsache::Datentraeger;
+        if (iErgebnis == SQLITE_IOERR_NOMEM) return ESpeicherursache::KeinSpeicher;
+        return Systemfehler(p) == EFBIG ? ESpeicherursache::ZuGross : ESpeicherursache::Datentraeger;
     default:
-        return EUrsache::Andere;
+        return ESpeicherursache::Andere;
     }
 }
 
@@ -79,7 +79,7 @@ int CSqliteDatei::Fehler() noexcept {
     m_eUrsache = Ursache(Verbindung());
     try {
         // SQLite has no words of its own for a file that has reached the user's limit.
-        m_sFehler = m_eUrsache == EUrsache::ZuGross ? "file too large" : sqlite3_errmsg(Verbindung());
+        m_sFehler = m_eUrsache == ESpeicherursache::ZuGross ? "file too large" : sqlite3_errmsg(Verbindung());
     } catch (const std::bad_alloc &) {
         return KeinSpeicher();
     }
@@ -87,7 +87,7 @@ int CSqliteDatei::Fehler() noexcept {
 }
 
 int CSqliteDatei::KeinSpeicher() noexcept {
-    m_eUrsache = EUrsache::KeinSpeicher;
+    m_eUrsache = ESpeicherursache::KeinSpeicher;
     m_sFehler = "out of memory"; // so short that it takes none
     return ZEILE_FEHLER;
 }

@@ -67,7 +67,7 @@ public:
     // where the file's path leads to another file by now.
     [[nodiscard]] std::unique_ptr<CSqliteDatei> Zweite() const;
     [[nodiscard]] const std::string & LetzterFehler() const { return m_sFehler; }
-    [[nodiscard]] EUrsache LetzteUrsache() const { return m_eUrsache; }
+    [[nodiscard]] ESpeicherursache LetzteUrsache() const { return m_eUrsache; }
 
     // The version of the schema that the file has; -1 if the store failed.
     [[nodiscard]] int Version();
@@ -149,7 +149,7 @@ private:
     std::string m_sTexte;            // what is bound
     std::vector<std::size_t> m_viEnden;
     std::string m_sFehler;
-    EUrsache m_eUrsache = EUrsache::Keine;
+    ESpeicherursache m_eUrsache = ESpeicherursache::Keine;
 };
 
 } // namespace orvostat

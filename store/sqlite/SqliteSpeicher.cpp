@@ -349,7 +349,7 @@ int CSqliteSpeicher::Beginne() { return m_pDatei->Beginne(); }
 int CSqliteSpeicher::Beende(bool bUebernehmen) { return m_pDatei->Beende(bUebernehmen); }
 std::int64_t CSqliteSpeicher::Zeilenzahl(const STabelle & tabelle) { return m_pDatei->Zaehle(tabelle); }
 bool CSqliteSpeicher::NurLesen() const { return m_pDatei->NurLesen(); }
-EUrsache CSqliteSpeicher::LetzteUrsache() const { return m_pDatei->LetzteUrsache(); }
+ESpeicherursache CSqliteSpeicher::LetzteUrsache() const { return m_pDatei->LetzteUrsache(); }
 const std::string & CSqliteSpeicher::LetzterFehler() const { return m_pDatei->LetzterFehler(); }
 
 std::string CSqliteSpeicher::WegSql(const STabelle & tabelle) const {

@@ -123,7 +123,7 @@ TEST_F(SqliteVorlaufTest, DamageIsMetWhereItLies) {
     CPatientenweg weg(*p);
     LiesNebenbei(*p);
     EXPECT_EQ(weg.Rest(), sZeilenweise);
-    EXPECT_EQ(p->LetzteUrsache(), EUrsache::Beschaedigt);
+    EXPECT_EQ(p->LetzteUrsache(), ESpeicherursache::Beschaedigt);
     EXPECT_FALSE(p->LetzterFehler().empty());
     EXPECT_FALSE(p->Pruefe().empty());
     EXPECT_EQ(CPatientenweg(*p).Naechste(), ZEILE_OK) << "the store goes on";

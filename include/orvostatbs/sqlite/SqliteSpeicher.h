@@ -37,7 +37,7 @@ enum class EModus {
 };
 
 // Why a read or write of an open file has failed.
-enum class EUrsache {
+enum class ESpeicherursache {
     Keine, // nothing has
     Beschaedigt,
     Gesperrt, // another program writes
@@ -102,7 +102,7 @@ public:
                           const std::function<void(CWerte vZeile, int iSchluessel)> & fFremd);
     // The cause of the last failure of this store, and SQLite's own words on it, empty if there was none; "file too
     // large" where the file has reached the user's limit.
-    [[nodiscard]] EUrsache LetzteUrsache() const;
+    [[nodiscard]] ESpeicherursache LetzteUrsache() const;
     [[nodiscard]] const std::string & LetzterFehler() const;
 
     // The statement behind a walk over a whole table in the order of key 1, as it is given to SQLite. For
