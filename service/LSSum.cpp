@@ -50,9 +50,10 @@ bool NimmAlle(CSummenlauf & lauf, const CLSSum & sum, const CString & sPraxis,
     return true;
 }
 
-// The sum of a group, or null.
-const CLSLst * Gruppensumme(const std::vector<CLSLstGrp> & vLstGrp, int iGrp) {
-    return iGrp < 0 ? nullptr : &vLstGrp[static_cast<std::size_t>(iGrp)].m_Sum;
+// The sum of the group at a position; an empty one for none.
+const CLSLst & Gruppensumme(const std::vector<CLSLstGrp> & vLstGrp, int i) {
+    static const CLSLst s_leer;
+    return i < 0 ? s_leer : vLstGrp[static_cast<std::size_t>(i)].m_Sum;
 }
 
 } // namespace
@@ -126,32 +127,27 @@ int CLSSum::FindLSLstGrp(const std::vector<CLSLstGrp> & vLstGrp, CChar cZahler, 
 
 CDBetrag CLSSum::GetLstGrpBetrag(const std::vector<CLSLstGrp> & vLstGrp, CChar cZahler, CChar cGoTyp,
                                  CChar cStatArt) const {
-    const CLSLst * pSumme = Gruppensumme(vLstGrp, FindLSLstGrp(vLstGrp, cZahler, cGoTyp, cStatArt));
-    return pSumme ? pSumme->BETRAG : CDBetrag();
+    return Gruppensumme(vLstGrp, FindLSLstGrp(vLstGrp, cZahler, cGoTyp, cStatArt)).BETRAG;
 }
 
 int CLSSum::GetLstGrpPunkte(const std::vector<CLSLstGrp> & vLstGrp, CChar cZahler, CChar cGoTyp,
                             CChar cStatArt) const {
-    const CLSLst * pSumme = Gruppensumme(vLstGrp, FindLSLstGrp(vLstGrp, cZahler, cGoTyp, cStatArt));
-    return pSumme ? pSumme->PUNKTE : 0;
+    return Gruppensumme(vLstGrp, FindLSLstGrp(vLstGrp, cZahler, cGoTyp, cStatArt)).PUNKTE;
 }
 
 int CLSSum::GetLstGrpPxAnteil(const std::vector<CLSLstGrp> & vLstGrp, CChar cZahler, CChar cGoTyp,
                               CChar cStatArt) const {
-    const CLSLst * pSumme = Gruppensumme(vLstGrp, FindLSLstGrp(vLstGrp, cZahler, cGoTyp, cStatArt));
-    return pSumme ? pSumme->ANTEILPRAXIS : 0;
+    return Gruppensumme(vLstGrp, FindLSLstGrp(vLstGrp, cZahler, cGoTyp, cStatArt)).ANTEILPRAXIS;
 }
 
 int CLSSum::GetLstGrpBehAnteil(const std::vector<CLSLstGrp> & vLstGrp, CChar cZahler, CChar cGoTyp,
                                CChar cStatArt) const {
-    const CLSLst * pSumme = Gruppensumme(vLstGrp, FindLSLstGrp(vLstGrp, cZahler, cGoTyp, cStatArt));
-    return pSumme ? pSumme->ANTEILBEH : 0;
+    return Gruppensumme(vLstGrp, FindLSLstGrp(vLstGrp, cZahler, cGoTyp, cStatArt)).ANTEILBEH;
 }
 
 int CLSSum::GetLstGrpKasAnteil(const std::vector<CLSLstGrp> & vLstGrp, CChar cZahler, CChar cGoTyp,
                                CChar cStatArt) const {
-    const CLSLst * pSumme = Gruppensumme(vLstGrp, FindLSLstGrp(vLstGrp, cZahler, cGoTyp, cStatArt));
-    return pSumme ? pSumme->ANTEILKAS : 0;
+    return Gruppensumme(vLstGrp, FindLSLstGrp(vLstGrp, cZahler, cGoTyp, cStatArt)).ANTEILKAS;
 }
 
 long CLSSum::GetAnzStatLines() const {
