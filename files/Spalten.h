@@ -15,8 +15,8 @@ struct STrennung {
     char cErsatz;
 };
 
-// The columns of a layout, which ends with -1, and a line feed. A delimiter in a text becomes its substitute, a line end
-// a blank. The line stands in sPuffer, which keeps its size from line to line, until that is used again.
+// The columns of a layout, which ends with -1, and a line feed. A delimiter in a text becomes its substitute, a line
+// end a blank. The line stands in sPuffer, which keeps its size from line to line, until that is used again.
 [[nodiscard]] std::string_view BaueZeile(std::string & sPuffer, const int * pStruct, const CStatLines & line,
                                          STrennung trennung);
 // The text of one column.

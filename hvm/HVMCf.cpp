@@ -29,8 +29,8 @@ constexpr int LAENGE_JAHR = 4;
 
 constexpr char TRENNER = '|';
 
-// The words of the pots, for GetSelText. A pot's letter is no billing kind, though most look alike: "i", "2" and "e" are
-// the pots' own.
+// The words of the pots, for GetSelText. A pot's letter is no billing kind, though most look alike: "i", "2" and "e"
+// are the pots' own.
 constexpr struct {
     char cArt;
     const char * pText;

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "orvostatbs/host/Betrag.h"
-#include "orvostatbs/records/BehHitLine.h"
 #include "orvostatbs/host/Leistungsarten.h"
+#include "orvostatbs/records/BehHitLine.h"
 #include "orvostatbs/service/LSLstGrp.h"
 
 #include <algorithm>

@@ -2,9 +2,9 @@
 
 #include "Hundertlauf.h"
 
+#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Textfunktionen.h"
-#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/service/LSSum.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// The fixture of the tests of the statistic files: a practice in memory, whose pools are filled, an accumulator, and the
-// directories that a set needs.
+// The fixture of the tests of the statistic files: a practice in memory, whose pools are filled, an accumulator, and
+// the directories that a set needs.
 #pragma once
 
 #include "accu/AccuTest.h"

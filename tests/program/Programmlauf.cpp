@@ -1,5 +1,7 @@
 #include "Programmlauf.h"
 
+#include "support/Verzeichnis.h"
+
 #include <chrono>
 #include <csignal>
 #include <cstdlib>

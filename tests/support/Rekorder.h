@@ -36,8 +36,8 @@ public:
 
     // Recorded.
     std::vector<SPrompt> m_vPrompts;
-    // Per opening; title and text with " / " between them, if there is a title.
-    std::vector<CString> m_vBoxTexte;
+    std::vector<CString>
+        m_vBoxTexte; // per opening; title and text with " / " between them, if there is a title
     std::vector<std::pair<long, long>> m_vSchritte;
     bool m_bBoxOffen = false;
     bool m_bWartezeiger = false;

@@ -37,8 +37,8 @@ public:
     // Of a treatment everything travels that has a column, except PATNAME and the other columns of a patient, RECART,
     // LABORKUNDE and LFDGLBLOC. BETRAG and ZUSCHLAG keep their sign, EINFACHSATZ does not.
     void MoveHit(const CBehHitLine & hit);
-    // Adds the line's search criteria to those of the hit. A text that is no list of criteria ends the list; what stands
-    // before it counts.
+    // Adds the line's search criteria to those of the hit. A text that is no list of criteria ends the list; what
+    // stands before it counts.
     void MoveFile2Hit(CBehHitLine & hit) const;
     void MovePat(const CPat & pat);
     void MoveFile2Pat(CPat & pat) const;

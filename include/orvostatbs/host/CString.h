@@ -195,7 +195,8 @@ public:
     [[nodiscard]] std::string Utf8() const { return NachUtf8(Sicht()); }
     [[nodiscard]] std::size_t Hash() const;
 
-    // The n characters at p, at most 7, of eight that can be read: for those who cut many short texts out of a long one.
+    // The n characters at p, at most 7, of eight that can be read: for those who cut many short texts out of a long
+    // one.
     static CString AusAcht(const char * p, std::size_t n) {
         CString s;
         if (n > 0) s.m_w = (wort::Acht(p) & (~0ULL << (64 - 8 * n))) | n;

@@ -2,9 +2,9 @@
 // the groups that the engine's rules name.
 //
 // A service has a kind letter (GOART), the fee schedule it comes from, and a sub-kind letter (GOSUBART) within it; a
-// bill has a billing kind (ABRART), the branch of dentistry it settles; a point value has a kind (PWLART), which follows
-// the branch. 0 is "no letter", belongs to no group and has no name. Letters and groups stand here once. Names are
-// German words in UTF-8.
+// bill has a billing kind (ABRART), the branch of dentistry it settles; a point value has a kind (PWLART), which
+// follows the branch. 0 is "no letter", belongs to no group and has no name. Letters and groups stand here once.
+// Names are German words in UTF-8.
 #pragma once
 
 #include "orvostatbs/host/CString.h"

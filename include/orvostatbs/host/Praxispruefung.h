@@ -23,8 +23,8 @@ namespace orvostat {
 // the rows it refers to are there.
 class CPraxispruefung {
 public:
-    // fMangel takes a German sentence (UTF-8) per fault; fSchritt comes for each row read, and may end the check with an
-    // exception. The store must outlive the object.
+    // fMangel takes a German sentence (UTF-8) per fault; fSchritt comes for each row read, and may end the check with
+    // an exception. The store must outlive the object.
     CPraxispruefung(CZeilenspeicher & speicher, std::function<void(const std::string &)> fMangel,
                     std::function<void()> fSchritt);
     // Checks one table of AlleTabellen; the number of its rows.

@@ -68,8 +68,8 @@ public:
 [[nodiscard]] int Zahl(const CString & s);
 [[nodiscard]] std::int64_t Zahl64(const CString & s);
 
-// Column iIndex, from 0, of a text of columns iBreite wide, as the records pack their amounts: empty behind the end, the
-// first one for a negative index.
+// Column iIndex, from 0, of a text of columns iBreite wide, as the records pack their amounts: empty behind the end,
+// the first one for a negative index.
 [[nodiscard]] CString GepackterBetrag(const CString & sBetraege, int iIndex, int iBreite);
 
 // Fits a number's text into a picture of the same length as the result, from right to left: "X" takes a digit or

@@ -7,9 +7,9 @@
 //                clustered by SCHLUESSEL1 and LFD, the further keys have an index
 //
 // and LAUFNUMMER holds the last running number given. The database's application_id is 0x4F535442 ("OSTB"), its
-// user_version the version of this schema. A file of an older version becomes one of this when it is opened for writing,
-// and when it is opened for reading is read as it is: what it lacks is empty. A tool that only reads needs none of this; who writes with one has to
-// keep SCHLUESSEL1 in step with the columns.
+// user_version the version of this schema. A file of an older version becomes one of this when it is opened for
+// writing, and when it is opened for reading is read as it is: what it lacks is empty. A tool that only reads needs
+// none of this; who writes with one has to keep SCHLUESSEL1 in step with the columns.
 //
 // What a file may hold that this store would not write is read without harm: NULL is the empty text, numbers and
 // blobs are their text, characters that Windows-1252 lacks and malformed UTF-8 are "?".
@@ -100,8 +100,8 @@ public:
     [[nodiscard]] bool
     SucheFremdeSchluessel(const STabelle & tabelle,
                           const std::function<void(CWerte vZeile, int iSchluessel)> & fFremd);
-    // The cause of the last failure of this store, and SQLite's own words on it, empty if there was none; "file too large"
-    // where the file has reached the user's limit.
+    // The cause of the last failure of this store, and SQLite's own words on it, empty if there was none; "file too
+    // large" where the file has reached the user's limit.
     [[nodiscard]] EUrsache LetzteUrsache() const;
     [[nodiscard]] const std::string & LetzterFehler() const;
 
