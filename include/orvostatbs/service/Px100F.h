@@ -62,7 +62,7 @@ public:
 };
 
 // The columns by their positions. Primary insurers of a column are those of the practice's own association.
-enum E100FSpalte : int {
+enum E100FSpalte : std::size_t {
     SPALTE_GESAMT,
     SPALTE_VDAK,
     SPALTE_VDAK_PRIMAER,
