@@ -12,8 +12,8 @@ protected:
     // The columns that have hits, as "column:cases/line texts".
     [[nodiscard]] std::string Spalten() const {
         std::string s;
-        for (int i = 0; i < SPALTEN_100F; ++i) {
-            const CKasArt100F & spalte = m_sum.m_100F.m_aSpalten[static_cast<std::size_t>(i)];
+        for (std::size_t i = 0; i < SPALTEN_100F; ++i) {
+            const CKasArt100F & spalte = m_sum.m_100F.m_aSpalten[i];
             if (spalte.m_Gesamt.ANZAHL == 0) continue;
             s += std::to_string(i) + ":" + std::to_string(spalte.m_iAnzFaelle);
             for (const CLSLst & lst : spalte.m_vLst)

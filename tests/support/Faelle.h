@@ -8,8 +8,8 @@
 //   & PUNKTE=1 -> BETRAG=e1
 //
 // A section names the operation that its cases call; what stands behind its bracket, outputs too, holds for each
-// that does not say otherwise. "+" is a
-// row of a table, "->" is followed by what comes out. A value of several words, or with a sign in it, stands in
+// that does not say otherwise. "+" is a row of a table, "->" is followed by what comes out. A value of several words,
+// or with a sign in it, stands in
 // quotation marks, "\r" and "\n" are a line's end; a name without "=" has the value 1; PUNKTWERT=|e0 makes a case of
 // each alternative. Indented lines go on with the line before. Each case has a fixture of its own with the section's
 // rows in it and those that it names as PLAN.PLANNR=1; "&" goes on with that of the case before, and behind an inner
