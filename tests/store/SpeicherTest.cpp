@@ -10,24 +10,6 @@
 
 namespace orvostat {
 
-CVerzeichnis::CVerzeichnis() {
-    std::string sMuster = (std::filesystem::temp_directory_path() / "speicher-XXXXXX").string();
-    m_pfad = mkdtemp(sMuster.data());
-}
-
-CVerzeichnis::~CVerzeichnis() {
-    std::error_code fehler;
-    std::filesystem::remove_all(m_pfad, fehler);
-}
-
-std::vector<std::string> CVerzeichnis::Inhalt() const {
-    std::vector<std::string> vNamen;
-    for (const auto & eintrag : std::filesystem::directory_iterator(m_pfad))
-        vNamen.push_back(eintrag.path().filename().string());
-    std::sort(vNamen.begin(), vNamen.end());
-    return vNamen;
-}
-
 const STabelle & Patienten() { return SBeschreibung<CTPat_Fields>::tabelle; }
 
 namespace {
@@ -80,25 +62,25 @@ std::string Nummern(CZeilenspeicher & speicher, const SBereich & bereich) {
 
 namespace {
 
-std::shared_ptr<CZeilenspeicher> MacheMemory(const CVerzeichnis &) {
+std::shared_ptr<CZeilenspeicher> MacheMemory(const CTempVerzeichnis &) {
     return std::make_shared<CMemorySpeicher>();
 }
 
-std::shared_ptr<CZeilenspeicher> MacheSqlite(const CVerzeichnis & verzeichnis) {
+std::shared_ptr<CZeilenspeicher> MacheSqlite(const CTempVerzeichnis & verzeichnis) {
     CString sMeldung;
     auto p = CSqliteSpeicher::OeffneDatei(verzeichnis.Datei("p.db"), EModus::NeuUngesichert, sMeldung);
     EXPECT_TRUE(p) << sMeldung.Utf8();
     return p;
 }
 
-template <std::shared_ptr<CZeilenspeicher> (*INNEN)(const CVerzeichnis &)>
-std::shared_ptr<CZeilenspeicher> MacheVerpackt(const CVerzeichnis & verzeichnis) {
+template <std::shared_ptr<CZeilenspeicher> (*INNEN)(const CTempVerzeichnis &)>
+std::shared_ptr<CZeilenspeicher> MacheVerpackt(const CTempVerzeichnis & verzeichnis) {
     return std::make_shared<CFehlerspeicher>(INNEN(verzeichnis));
 }
 
 class SpeicherTest : public ::testing::TestWithParam<SSpeicherart> {
 protected:
-    CVerzeichnis m_verzeichnis;
+    CTempVerzeichnis m_verzeichnis;
     std::shared_ptr<CZeilenspeicher> m_pSpeicher = GetParam().fMache(m_verzeichnis);
     CZeilenspeicher & m_s = *m_pSpeicher;
 

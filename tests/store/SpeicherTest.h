@@ -3,8 +3,8 @@
 
 #include "orvostatbs/host/TabellenPatient.h"
 #include "orvostatbs/host/Zeilenspeicher.h"
+#include "support/Verzeichnis.h"
 
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,25 +13,10 @@
 
 namespace orvostat {
 
-// A directory of its own, removed at the end.
-class CVerzeichnis {
-public:
-    CVerzeichnis();
-    ~CVerzeichnis();
-    CVerzeichnis(const CVerzeichnis &) = delete;
-    CVerzeichnis & operator=(const CVerzeichnis &) = delete;
-    [[nodiscard]] std::string Datei(const std::string & sName) const { return (m_pfad / sName).string(); }
-    // The names in it, sorted.
-    [[nodiscard]] std::vector<std::string> Inhalt() const;
-
-private:
-    std::filesystem::path m_pfad;
-};
-
 // A kind of store: its name in the test's name, and how to make an empty one.
 struct SSpeicherart {
     const char * pName;
-    std::shared_ptr<CZeilenspeicher> (*fMache)(const CVerzeichnis &);
+    std::shared_ptr<CZeilenspeicher> (*fMache)(const CTempVerzeichnis &);
 };
 
 // The patients' table, of which the tests use the number (key 1) and surname and first name (key 2).

@@ -23,7 +23,7 @@ protected:
         if (s_sBytes.empty()) {
             ASSERT_TRUE(Oeffne(EModus::Neu)) << m_sMeldung.Utf8();
             ASSERT_EQ(Schreibe(*Oeffne(EModus::Schreiben), "         1", "Öztürk", "Ayse"), ZEILE_OK);
-            s_sBytes = Bytes(m_sDatei);
+            s_sBytes = LiesDatei(m_sDatei);
         }
         std::ofstream(m_sDatei, std::ios::binary) << s_sBytes;
     }
@@ -89,12 +89,12 @@ TEST_F(SqliteDateiTest, RefusesWhatIsNoPracticeAndLeavesItAsItWas) {
             Mache();
             fall.fMache(m_sDatei);
             const bool bDatei = std::filesystem::is_regular_file(m_sDatei);
-            const std::string sVorher = bDatei ? Bytes(m_sDatei) : "";
+            const std::string sVorher = bDatei ? LiesDatei(m_sDatei) : "";
             const auto vInhalt = m_verzeichnis.Inhalt();
             EXPECT_EQ(Oeffne(eModus), nullptr);
             EXPECT_EQ(m_sMeldung.Utf8(), "Die Datei \"" + m_sDatei + "\" " + fall.pGrund);
             EXPECT_EQ(m_verzeichnis.Inhalt(), vInhalt);
-            EXPECT_EQ(bDatei ? Bytes(m_sDatei) : "", sVorher);
+            EXPECT_EQ(bDatei ? LiesDatei(m_sDatei) : "", sVorher);
         }
 }
 
@@ -128,7 +128,7 @@ TEST_F(SqliteDateiTest, MakesNoFileOverAnother) {
     std::ofstream(m_sDatei) << "Brief";
     EXPECT_EQ(Oeffne(EModus::Neu), nullptr);
     EXPECT_EQ(m_sMeldung.Utf8(), "Die Datei \"" + m_sDatei + "\" gibt es schon.");
-    EXPECT_EQ(Bytes(m_sDatei), "Brief");
+    EXPECT_EQ(LiesDatei(m_sDatei), "Brief");
     for (const std::string & sName :
          {m_verzeichnis.Datei("kein/praxis.db"), std::string(), m_verzeichnis.Datei("")})
         EXPECT_EQ(CSqliteSpeicher::OeffneDatei(sName, EModus::Neu, m_sMeldung), nullptr) << sName;
@@ -137,9 +137,9 @@ TEST_F(SqliteDateiTest, MakesNoFileOverAnother) {
 
 TEST_F(SqliteDateiTest, AReadOnlyStoreRefusesEveryWrite) {
     Mache();
-    const std::string sVorher = Bytes(m_sDatei);
+    const std::string sVorher = LiesDatei(m_sDatei);
     ErwarteNurLesen(*Oeffne(EModus::Lesen));
-    EXPECT_EQ(Bytes(m_sDatei), sVorher);
+    EXPECT_EQ(LiesDatei(m_sDatei), sVorher);
 }
 
 TEST_F(SqliteDateiTest, AnyToolCanReadTheFile) {

@@ -7,7 +7,6 @@
 
 #include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include <sqlite3.h>
@@ -36,16 +35,9 @@ private:
     sqlite3 * m_p = nullptr;
 };
 
-inline std::string Bytes(const std::string & sDatei) {
-    std::ifstream ein(sDatei, std::ios::binary);
-    std::ostringstream s;
-    s << ein.rdbuf();
-    return s.str();
-}
-
 // The statements that make a practice's file as the programs of that version of the schema did.
 inline std::string AlteVersion(int iVersion) {
-    return Bytes(ORVOSTATBS_SOURCE_DIR "/tests/data/praxis-v" + std::to_string(iVersion) + ".sql");
+    return LiesDatei(ORVOSTATBS_SOURCE_DIR "/tests/data/praxis-v" + std::to_string(iVersion) + ".sql");
 }
 
 inline void Ueberschreibe(const std::string & sDatei, std::streamoff iAb, std::size_t iAnzahl) {
@@ -61,7 +53,7 @@ protected:
         return CSqliteSpeicher::OeffneDatei(m_sDatei, eModus, m_sMeldung);
     }
 
-    CVerzeichnis m_verzeichnis;
+    CTempVerzeichnis m_verzeichnis;
     std::string m_sDatei = m_verzeichnis.Datei("praxis.db");
     CString m_sMeldung;
 };

@@ -62,7 +62,7 @@ TEST_F(SqliteVersionTest, AnOlderFileIsReadAsItIsAndExtendedByWhoWrites) {
     for (int iVersion = 1; std::to_string(iVersion) != m_sHeutige; ++iVersion) {
         SCOPED_TRACE(iVersion);
         Mache(iVersion);
-        const std::string sVorher = Bytes(m_sDatei);
+        const std::string sVorher = LiesDatei(m_sDatei);
         const auto pZeilen = LiesAlles();
         const SBereich quartal{2, false, "20240101", "20240401"};
         for (const bool bAbsteigend : {false, true})
@@ -70,7 +70,7 @@ TEST_F(SqliteVersionTest, AnOlderFileIsReadAsItIsAndExtendedByWhoWrites) {
                 EXPECT_EQ(Zeilen(*Oeffne(EModus::Lesen), Behandlungen(), bereich),
                           Zeilen(*pZeilen, Behandlungen(), bereich));
         EXPECT_NE(Zeilen(*pZeilen, Behandlungen(), quartal), "");
-        EXPECT_EQ(Bytes(m_sDatei), sVorher);
+        EXPECT_EQ(LiesDatei(m_sDatei), sVorher);
 
         const auto pLeser = Oeffne(EModus::Lesen);
         EXPECT_EQ(Schreibe(*Oeffne(EModus::Schreiben), "9"), ZEILE_OK) << m_sMeldung.Utf8();
@@ -119,7 +119,7 @@ void ZaehleSystemrufe() {
 TEST_F(SqliteVersionTest, AKillOrAFullDiskLeavesTheOldVersionOrTheNew) {
     Mache(1);
     const auto pZeilen = LiesAlles();
-    const std::string sAlt = Bytes(m_sDatei);
+    const std::string sAlt = LiesDatei(m_sDatei);
     for (const bool bStirb : {true, false})
         for (int n = 1, iStatus = 1; iStatus != 0; ++n) {
             SCOPED_TRACE((bStirb ? "dies at " : "fails from ") + std::to_string(n));
@@ -140,7 +140,7 @@ TEST_F(SqliteVersionTest, AKillOrAFullDiskLeavesTheOldVersionOrTheNew) {
                 EXPECT_TRUE(CSqliteSpeicher::NimmZurueck(m_sDatei, m_sMeldung)) << m_sMeldung.Utf8();
                 EXPECT_EQ(Frage("PRAGMA user_version"), "1");
             }
-            EXPECT_EQ(Bytes(m_sDatei) == sAlt, Frage("PRAGMA user_version") == "1");
+            EXPECT_EQ(LiesDatei(m_sDatei) == sAlt, Frage("PRAGMA user_version") == "1");
             EXPECT_TRUE(Gleich(*pZeilen, *Oeffne(EModus::Lesen))) << m_sMeldung.Utf8();
             EXPECT_TRUE(Gleich(*pZeilen, *Oeffne(EModus::Schreiben))) << m_sMeldung.Utf8();
             EXPECT_EQ(Frage("PRAGMA user_version"), m_sHeutige);
@@ -149,7 +149,7 @@ TEST_F(SqliteVersionTest, AKillOrAFullDiskLeavesTheOldVersionOrTheNew) {
 
 TEST_F(SqliteVersionTest, AFileSomebodyReadsOrHasChangedIsNotExtended) {
     Mache(1);
-    const std::string sAlt = Bytes(m_sDatei);
+    const std::string sAlt = LiesDatei(m_sDatei);
     const auto Scheitert = [&](const std::string & sGrund) {
         EXPECT_EQ(Oeffne(EModus::Schreiben), nullptr);
         EXPECT_EQ(m_sMeldung.Utf8(), "Die Datei \"" + m_sDatei + "\" " + sGrund);
@@ -160,7 +160,7 @@ TEST_F(SqliteVersionTest, AFileSomebodyReadsOrHasChangedIsNotExtended) {
         ASSERT_EQ(weg.Naechste(), ZEILE_OK);
         Scheitert("lässt sich nicht erweitern; ein anderes Programm arbeitet mit ihr.");
     }
-    EXPECT_EQ(Bytes(m_sDatei), sAlt);
+    EXPECT_EQ(LiesDatei(m_sDatei), sAlt);
     Frage("CREATE VIEW JAHR AS SELECT DATUM FROM BEH");
     EXPECT_TRUE(Oeffne(EModus::Schreiben)) << "an addition of the practice's own";
     EXPECT_EQ(Frage("SELECT count(*) FROM JAHR"), "27");

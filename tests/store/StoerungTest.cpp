@@ -205,7 +205,7 @@ TEST_F(StoerungTest, AReadGivesItsRowsOrFailsAndCanBeRepeated) {
 
 TEST_F(StoerungTest, AnOlderFileIsExtendedOrLeftAndCanBeExtendedAgain) {
     ASSERT_EQ(CWerkzeug(m_sDatei).Sql(AlteVersion(1)), "");
-    const std::string sAlt = Bytes(m_sDatei);
+    const std::string sAlt = LiesDatei(m_sDatei);
     for (const EModus eModus : {EModus::Lesen, EModus::Schreiben}) {
         bool bErreicht = true;
         for (int n = 1; bErreicht; n += n < 40 ? 3 : 67) {
@@ -214,7 +214,7 @@ TEST_F(StoerungTest, AnOlderFileIsExtendedOrLeftAndCanBeExtendedAgain) {
             const auto Versuche = [&] { return Oeffne(eModus) != nullptr; };
             const bool bOffen = Mit(n, false, bErreicht, Versuche, false);
             if (!bOffen || eModus == EModus::Lesen) {
-                EXPECT_EQ(Bytes(m_sDatei), sAlt);
+                EXPECT_EQ(LiesDatei(m_sDatei), sAlt);
             }
             const auto p = Oeffne(eModus);
             ASSERT_TRUE(p) << m_sMeldung.Utf8();

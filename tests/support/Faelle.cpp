@@ -189,6 +189,12 @@ std::vector<std::pair<int, std::string>> LiesZeilen(const std::string & sDatei) 
     return v;
 }
 
+std::string LiesZeile(const std::string & sDatei, const std::string & sName) {
+    for (const auto & [iZeile, s] : LiesZeilen(sDatei))
+        if (s.starts_with(sName + ' ')) return s.substr(sName.size() + 1);
+    return "-";
+}
+
 void Schreibe(const std::string & sZeilen) {
     std::istringstream ein(sZeilen);
     for (std::string s; std::getline(ein, s);)

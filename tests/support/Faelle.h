@@ -38,6 +38,8 @@ void Schreibe(const std::string & sZeilen);
 
 // The lines of a text file without comments, continuations joined, each with its number.
 [[nodiscard]] std::vector<std::pair<int, std::string>> LiesZeilen(const std::string & sDatei);
+// What stands behind the name and its blank in the line that begins with them; "-" without such a line.
+[[nodiscard]] std::string LiesZeile(const std::string & sDatei, const std::string & sName);
 
 class CFall {
 public:

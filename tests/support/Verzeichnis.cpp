@@ -1,8 +1,9 @@
 #include "support/Verzeichnis.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 namespace orvostat {
@@ -25,9 +26,18 @@ std::shared_ptr<CTempVerzeichnis> CTempVerzeichnis::Gemeinsam() {
     return p;
 }
 
+std::vector<std::string> CTempVerzeichnis::Inhalt() const {
+    std::vector<std::string> vNamen;
+    for (const auto & eintrag : std::filesystem::directory_iterator(m_pfad))
+        vNamen.push_back(eintrag.path().filename().string());
+    std::sort(vNamen.begin(), vNamen.end());
+    return vNamen;
+}
+
 std::string LiesDatei(const std::filesystem::path & pfad) {
-    std::ifstream ein(pfad, std::ios::binary);
-    return {std::istreambuf_iterator<char>(ein), std::istreambuf_iterator<char>()};
+    std::ostringstream s;
+    s << std::ifstream(pfad, std::ios::binary).rdbuf(); // nothing of what cannot be read
+    return s.str();
 }
 
 } // namespace orvostat

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace orvostat {
 
@@ -18,6 +19,9 @@ public:
     CTempVerzeichnis & operator=(const CTempVerzeichnis &) = delete;
     [[nodiscard]] std::filesystem::path operator/(const std::string & sName) const { return m_pfad / sName; }
     operator const std::filesystem::path &() const { return m_pfad; } // NOLINT(google-explicit-constructor)
+    [[nodiscard]] std::string Datei(const std::string & sName) const { return (m_pfad / sName).string(); }
+    // The names in it, sorted.
+    [[nodiscard]] std::vector<std::string> Inhalt() const;
 
 private:
     std::filesystem::path m_pfad;
