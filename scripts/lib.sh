@@ -5,11 +5,11 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # How many things at once; JOBS in the environment overrides it.
-JOBS="${JOBS:-2}"
+JOBS="${JOBS:-$(nproc)}"
 
 PACKAGES_PROGRAM=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libfmt-dev ccache)
 # shellcheck disable=SC2034 # used by who sources this
-PACKAGES_TEST=("${PACKAGES_PROGRAM[@]}" libgtest-dev libbenchmark-dev clang clang-format python3)
+PACKAGES_TEST=("${PACKAGES_PROGRAM[@]}" libgtest-dev libbenchmark-dev clang libclang-rt-dev clang-format python3)
 
 headline() { printf '\n== %s\n' "$*"; }
 
@@ -22,7 +22,14 @@ need_packages() {
     done
     ((${#missing[@]})) || return 0
     headline "Installing ${missing[*]}"
-    ((EUID == 0)) || as_root=(sudo)
+    if ((EUID != 0)); then
+        if ! command -v sudo >/dev/null; then
+            echo "these packages are missing, and there is no sudo; as root:" >&2
+            echo "  apt-get install --no-install-recommends ${missing[*]}" >&2
+            exit 1
+        fi
+        as_root=(sudo)
+    fi
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y -qq --no-install-recommends "${missing[@]}"
