@@ -65,6 +65,7 @@ int ErzeugeMuster(CZeilenspeicher & speicher, const SMusterwahl & wahl) {
     SchreibePunktwerte(schreiber);
     SchreibeSelectPool(schreiber);
     katalog.Schreibe(schreiber);
+    SchreibeNormen(schreiber);
     const int iErstesJahr = Jahr(wahl.sVon);
     if (!SchreibeHvmMuster(speicher, {" 1", " 2"}, iErstesJahr, iErstesJahr + wahl.iJahre))
         schreiber.Gescheitert();

@@ -183,6 +183,15 @@ void CMusterKatalog::Schreibe(CMusterSchreiber & schreiber) const {
             CTGoCheck_Fields{Text(zeile["goart"]), Text(zeile["nummer"]), "p", Text(zeile["text"])});
 }
 
+void SchreibeNormen(CMusterSchreiber & schreiber) {
+    for (const CZeile & norm : CMusterDaten("normen"))
+        for (const char cGoArt : {'k', 'g'})
+            schreiber.Schreibe(CTGoBudget_Fields{CString(cGoArt), Text(norm["kuerzel"]), Text(norm["ab"]),
+                                                 CString(), Text(norm["rvo"]), Text(norm["vdak"]),
+                                                 Text(norm["gesamt"]), Text(norm["rvo2"]),
+                                                 Text(norm["vdak2"]), Text(norm["gesamt2"])});
+}
+
 // ---- point values
 
 namespace {

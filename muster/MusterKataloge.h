@@ -37,6 +37,9 @@ private:
     std::map<std::pair<char, std::string>, SGebuehr> m_map;
 };
 
+// Norms of the hundred-case statistic, the same for both kinds of insurer services.
+void SchreibeNormen(CMusterSchreiber & schreiber);
+
 // Point values and their groups.
 void SchreibePunktwerte(CMusterSchreiber & schreiber);
 

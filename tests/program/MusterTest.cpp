@@ -77,7 +77,7 @@ constexpr SBestand BESTAENDE[] = {
     {"published point values", "SELECT count(*) FROM PUNKTWERT WHERE PWINFO = 'veröffentlicht'", 13, 13},
     {"point values that differ by region", "SELECT count(*) FROM PUNKTWERT WHERE PWWEST <> PWOST", 100,
      VIELE},
-    {"select pools", "SELECT count(DISTINCT SPPOOL) FROM SELECTPOOL", 10, 10},
+    {"select pools", "SELECT count(DISTINCT SPPOOL) FROM SELECTPOOL", 11, 11},
     {"replaced services", "SELECT count(*) FROM PARPOOL WHERE GRUPPE = ' 54'", 3, 3},
     {"changes of insurer within a quarter",
      "SELECT count(*) FROM VDESC a JOIN VDESC b ON a.PATNR = b.PATNR AND a.VDABDATUM < b.VDABDATUM AND "
@@ -128,7 +128,7 @@ TEST_F(CMusterTest, HoldsWhatAPracticeHolds) {
     EXPECT_EQ(
         Frage("a.db", "SELECT DISTINCT SPPOOL FROM SELECTPOOL ORDER BY 1"),
         "gostattyp gostattyp2 gostattyp3 gostattyp4 hvmbudget kassenarttyp kassengrptyp medstatistikspalte "
-        "statistikspalte techlsttyp");
+        "statistikspalte techlsttyp verhaeltnis");
 }
 
 TEST_F(CMusterTest, BillsHaveEveryStoredKind) {
