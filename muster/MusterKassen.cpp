@@ -26,7 +26,7 @@ struct SKassenart {
 };
 constexpr SKassenart KASSENARTEN[] = {
     {14, EKostentraeger::Gesetzlich, 'k', "AOK", "Regionalkasse", "aok", '1', 'a', "1", "2", "1", "1"},
-    {8, EKostentraeger::Gesetzlich, 'k', "EK", "Ersatzkasse", "ersatz", '2', 'e', "4", "5", "2", "1"},
+    {8, EKostentraeger::Gesetzlich, 'k', "EK", "Ersatzkasse", "ersatz", '2', '7', "4", "5", "2", "1"},
     {12, EKostentraeger::Gesetzlich, 'k', "BKKÖ", "Betriebskasse", "bkk", '1', 'b', "1", "2", "1", "1"},
     {5, EKostentraeger::Gesetzlich, 'k', "IKK", "Innungskasse", "ikk", '1', 'i', "1", "2", "1", "1"},
     {1, EKostentraeger::Gesetzlich, 'k', "LKK", "Landwirtschaftskasse", "lkk", '0', 'l', "1", "2", "1", "1"},
