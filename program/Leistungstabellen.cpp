@@ -25,7 +25,7 @@ CString Zahlername(char c) {
     case '1':
         return "Privat";
     default:
-        return "Sonstige";
+        return "Sonstige"_t;
     }
 }
 
@@ -108,7 +108,7 @@ void SchreibeBehandler(CDokument & dokument, CStatAccu & accu, const CLSSum & su
                                     Hundertstel(t.m_SonstGes.ANTEILPRAXIS)};
     };
     for (const CLSBehLstGrp & beh : sum.m_vBeh)
-        tabelle.Zeile(Zeile(Behandlername(accu, beh.BEHANDLERNR), atoi(beh.BEHANDLERNR), beh));
+        tabelle.Zeile(Zeile(Behandlername(accu, beh.BEHANDLERNR), Zahl(beh.BEHANDLERNR), beh));
     tabelle.Summe(Zeile("Gesamt", 0, sum.m_Praxis));
     tabelle.Ende();
 }
@@ -166,8 +166,8 @@ void SchreibeNachZahler(CDokument & dokument, const CLSPxLstGrp & px) {
           &px.m_PrivatNetto}},
         {'2',
          {&px.m_SonstStd, &px.m_SonstK, &px.m_SonstLM, &px.m_SonstAbz, &px.m_SonstGes, &px.m_SonstNetto}}};
-    const std::array<CString, 6> asBereich = {"Leistungen", "Art k",  "Labor/Material",
-                                              "Abzug",      "Gesamt", "Netto"};
+    const std::array<CString, 6> asBereich = {"Leistungen"_t, "Art k",  "Labor/Material"_t,
+                                              "Abzug",        "Gesamt", "Netto"};
     CAusgabe & tabelle = dokument.Tabelle("Nach Kostenträger", SPALTEN);
     for (const auto & zahler : aZahler)
         for (std::size_t i = 0; i < asBereich.size(); ++i)
@@ -316,8 +316,6 @@ void SchreibeSpalte(CDokument & dokument, const CKasArt100F & spalte, const std:
     tabelle.Ende();
 }
 
-constexpr CTextSicht POOL_VERHAELTNIS{"verhaeltnis"};
-
 // "F3 F4/F1" as " F3 F4 " and " F1 ".
 CVerhLst Verhaeltnis(const SSelectPool & eintrag) {
     const int iTrenner = eintrag.m_sExtra.Find('/');
@@ -327,7 +325,7 @@ CVerhLst Verhaeltnis(const SSelectPool & eintrag) {
 
 std::vector<SSelectPool *> Verhaeltniseintraege() {
     std::vector<SSelectPool *> v;
-    GetSPEntries("verhaeltnis", v);
+    GetSPEntries("verhaeltnis"_t, v);
     return v;
 }
 
@@ -388,6 +386,7 @@ constexpr KAS_GRP_SEL SELEKTIONEN[] = {
 };
 
 const SAusgabespalte KASSENSPALTEN[] = {
+    {"Praxis", EZelle::Text, BREITE_NAME},
     {"Kasse", EZelle::Text, BREITE_NAME},
     {"Art", EZelle::Text, BREITE_NAME},
     {"Gruppe", EZelle::Text, BREITE_NAME},
@@ -406,10 +405,11 @@ std::vector<CString> Kassenzeile(const CLSKasLstGrp & kas, bool bEine) {
         kas.KASSENGRP == STATKASGRP_KEINE ? CString() : CString(static_cast<char>(kas.KASSENGRP));
     CDBetrag jeFall(kas.m_Gesamt.BETRAG);
     if (kas.m_iAnzFaelle != 0) jeFall /= kas.m_iAnzFaelle;
-    return {kas.KASKUERZEL,
+    return {bEine ? kas.PRAXISNR : CString(),
+            kas.KASKUERZEL,
             bEine ? kas.KASSENART : CString(),
             bEine ? sGruppe : CString(),
-            bEine && kas.FREMDKASSE ? CString("ja") : CString(),
+            CString(bEine && kas.FREMDKASSE ? "ja" : ""),
             itoc(kas.m_iAnzFaelle),
             Hundertstel(kas.m_Gesamt.ANZAHL),
             BetragZelle(kas.m_Gesamt.BETRAG),

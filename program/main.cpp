@@ -18,6 +18,10 @@ int Fuehre(int argc, char ** argv) {
     orvostat::FuegeMusterHinzu(app);
     orvostat::FuegeHitsHinzu(app);
     orvostat::FuegeRunHinzu(app);
+    orvostat::FuegeLeistungenHinzu(app);
+    orvostat::FuegeHundertHinzu(app);
+    orvostat::FuegeKassenHinzu(app);
+    orvostat::FuegeZeplanHinzu(app);
     orvostat::FuegeExplainHinzu(app);
     orvostat::FuegePruefungHinzu(app);
     orvostat::FuegeKopieHinzu(app);
