@@ -39,9 +39,9 @@ const SName NAMEN[] = {
     {EWeglassgrund::Technik, "Leistung der Art 7 nicht gewählt"_t},
     {EWeglassgrund::BehandlerUnbekannt, "Behandler unbekannt"_t},
     {EWeglassgrund::PraxisUnbekannt, "Praxisinhaber unbekannt"_t},
-    {EWeglassgrund::OhnePlannummer, "Leistung ohne Plannummer"_t},
+    {EWeglassgrund::OhnePlannummer, "ohne Plannummer"_t},
     {EWeglassgrund::PlanFehlt, "Plan fehlt"_t},
-    {EWeglassgrund::Planstand, "Plan nicht im abrechenbaren Stand"_t},
+    {EWeglassgrund::Planstand, "Plan nicht abrechenbar"_t},
 };
 static_assert(std::size(NAMEN) == WEGLASSGRUENDE);
 
