@@ -24,20 +24,24 @@ struct SName {
 const SName NAMEN[] = {
     {EWeglassgrund::Zeitraum, "außerhalb des Zeitraums"_t},
     {EWeglassgrund::Patient, "Patient nicht gewählt"_t},
-    {EWeglassgrund::BehandlerUnbekannt, "Behandler unbekannt"_t},
     {EWeglassgrund::Behandler, "Behandler nicht gewählt"_t},
     {EWeglassgrund::Gebuehrenart, "Gebührenart nicht gewählt"_t},
     {EWeglassgrund::Erfasser, "Erfasser nicht gewählt"_t},
     {EWeglassgrund::Status, "Abrechnungsstatus nicht gewählt"_t},
     {EWeglassgrund::Plan, "Plan nicht gewählt"_t},
-    {EWeglassgrund::OhnePlannummer, "Leistung ohne Plannummer"_t},
-    {EWeglassgrund::PlanFehlt, "Plan fehlt"_t},
-    {EWeglassgrund::Planstand, "Plan nicht im abrechenbaren Stand"_t},
     {EWeglassgrund::Abrechnungsart, "Abrechnungsart nicht gewählt"_t},
     {EWeglassgrund::Praxis, "Praxisinhaber nicht gewählt"_t},
     {EWeglassgrund::Versicherung, "Versichertenstatus nicht gewählt"_t},
     {EWeglassgrund::Kasse, "Kasse nicht gewählt"_t},
     {EWeglassgrund::Leistung, "Leistung nicht gewählt"_t},
+    {EWeglassgrund::Punktwertart, "Leistungsart des Punktwerts nicht gewählt"_t},
+    {EWeglassgrund::Abrechenbar, "Gebührenzeile nicht abrechenbar"_t},
+    {EWeglassgrund::Technik, "Leistung der Art 7 nicht gewählt"_t},
+    {EWeglassgrund::BehandlerUnbekannt, "Behandler unbekannt"_t},
+    {EWeglassgrund::PraxisUnbekannt, "Praxisinhaber unbekannt"_t},
+    {EWeglassgrund::OhnePlannummer, "ohne Plannummer"_t},
+    {EWeglassgrund::PlanFehlt, "Plan fehlt"_t},
+    {EWeglassgrund::Planstand, "Plan nicht abrechenbar"_t},
 };
 static_assert(std::size(NAMEN) == WEGLASSGRUENDE);
 
@@ -133,7 +137,7 @@ void CLauf::NimmBehandlung(const CTBeh & beh) {
     if (m_auftrag.bNebenakten && !beh.m_LFDLBLOCK.IsEmpty())
         m_stand.setBlockleistungen.insert(Blockleistung(beh.m_PATNR, beh.m_LFDLBLOCK, beh.m_LSTNR));
     if (!ImZeitraum(beh.m_DATUM))
-        Zaehle(EWeglassgrund::Zeitraum);
+        LasseWeg(beh, EWeglassgrund::Zeitraum);
     else if (BaueHit(beh))
         Behalte(m_accu.m_BehHit);
 }
@@ -143,17 +147,39 @@ void CLauf::Behalte(const CBehHitLine & hit) {
     m_accu.m_vBehHits.push_back(hit);
 }
 
+void CLauf::LasseWeg(const CTBeh & beh, EWeglassgrund eGrund) {
+    m_stand.grund = eGrund;
+    ++m_stand.zahlen.aiWeggelassen[static_cast<std::size_t>(eGrund)];
+    if (m_auftrag.fWeggelassen) m_auftrag.fWeggelassen(beh, eGrund);
+}
+
+// What a treatment that is left out has put into the tables goes with it: errors, a plan that was found missing (the
+// next of its services shall enter the error), a mixed point value. Only what the plan gate refuses keeps the gate's
+// error and, since it refuses all of a plan, the value.
 bool CLauf::BaueHit(const CTBeh & beh) {
-    if (Baue(beh)) {
+    const std::size_t iFehler = m_accu.m_vBehErrors.size();
+    const std::size_t iPlaene = m_stand.vPlaene.size();
+    const std::size_t iMischwerte = m_accu.m_vMischPwPlaene.size();
+    m_stand.grund.reset();
+    m_stand.iFehlerNachGatter = iFehler;
+    Baue(beh);
+    if (!m_stand.grund) {
         ++m_stand.zahlen.iTreffer;
         return true;
     }
-    Zaehle(m_stand.eGrund);
+    const bool bGatter = *m_stand.grund >= EWeglassgrund::OhnePlannummer;
+    const std::size_t iBleiben = bGatter ? m_stand.iFehlerNachGatter : iFehler;
+    if (m_accu.m_vBehErrors.size() > iBleiben) m_accu.m_vBehErrors.resize(iBleiben);
+    if (!bGatter && m_stand.vPlaene.size() > iPlaene && m_stand.vPlaene.back().m_bFehlt)
+        m_stand.vPlaene.pop_back();
+    if (!bGatter && m_accu.m_vMischPwPlaene.size() > iMischwerte) m_accu.m_vMischPwPlaene.pop_back();
+    LasseWeg(beh, *m_stand.grund);
     return false;
 }
 
 // The order in which a hit is built: each step reads what the steps before it have given, and each section of the
-// selection is asked as soon as it can be, so that a hit outside of it leaves no error and no mixed point value.
+// selection is asked as soon as it can be. What the plan gate refuses is asked on, since a treatment outside of the
+// selection is no defect.
 //
 //   step                     reads                                       gives
 //   MoveBeh                  the treatment                               the entry
@@ -172,32 +198,41 @@ bool CLauf::BaueHit(const CTBeh & beh) {
 //   NurDenKassenanteil       plan, amount                                the insurer's share
 //   MoveProvision            commission group                            the commission
 //   GetBefund                print image, subkind, entry                 the finding
-bool CLauf::Baue(const CTBeh & beh) {
+void CLauf::Baue(const CTBeh & beh) {
     CBehHitLine & hit = m_accu.m_BehHit;
-    if (!Passt(EWeglassgrund::Patient, NimmPatient(beh.m_PATNR))) return false;
+    if (!Passt(EWeglassgrund::Patient, NimmPatient(beh.m_PATNR))) return;
     const CLebStruct * const pLeb = Behandler(beh.m_BEHANDLERNR);
-    if (!BehandlerPasst(beh.m_BEHANDLERNR, pLeb != nullptr)) return false;
+    if (!BehandlerPasst(beh.m_BEHANDLERNR, pLeb != nullptr)) return;
 
     hit.Clear();
     hit.MoveBeh(&beh);
-    if (!EintragPasst(hit)) return false;
+    if (!EintragPasst(hit)) return;
     const CBill * const pBill = m_accu.GetBill(hit.PATNR, hit.PATBILL);
     if (pBill != nullptr) hit.MoveBill(*pBill);
-    if (!RechnungPasst(hit)) return false;
+    if (!RechnungPasst(hit)) return;
     int iPlan = -1;
-    if (m_auftrag.bPlangatter && !PlanPasst(hit, iPlan)) return false;
+    if (m_auftrag.bPlangatter) FragePlan(hit, iPlan);
     hit.TestMultiband();
-    if (!AbrechnungsartPasst(hit)) return false;
+    if (!AbrechnungsartPasst(hit)) return;
     if (pLeb != nullptr) hit.MoveMdId(pLeb->m_sMdKasse, pLeb->m_sMdPrivat);
     if (!m_accu.GetNoChangeMdId()) m_accu.Braitretru(0, -1);
-    if (!Passt(EWeglassgrund::Praxis, m_accu.IsFuerMandant(hit.PRAXISNR))) return false;
+    if (!PraxisPasst(hit.PRAXISNR)) return;
     MovePatient(hit);
     const bool bKasse = MoveVersicherung(hit);
-    if (!KassePasst(hit)) return false;
+    if (!KassePasst(hit)) return;
     hit.FiktiveLeistungen();
     m_accu.GetGOData(hit);
     if (m_auftrag.bErsatz) m_accu.GetLstErsatz(hit);
-    if (!LeistungPasst(hit)) return false;
+    if (!LeistungPasst(hit)) return;
+    if (!m_stand.grund || m_auftrag.bWeggelasseneBewerten) Bewerte(hit, pLeb, iPlan);
+    if (m_stand.grund) return;
+
+    m_stand.zahlen.iOhneBill += pBill == nullptr ? 1 : 0;
+    m_stand.zahlen.iOhneKasse += bKasse ? 0 : 1;
+    m_stand.zahlen.iOhnePatient += m_stand.iPat < 0 && !m_stand.bName ? 1 : 0;
+}
+
+void CLauf::Bewerte(CBehHitLine & hit, const CLebStruct * pLeb, int iPlan) {
     if (pLeb != nullptr) hit.MoveLeb(*pLeb);
     m_accu.GetPunkte(hit);
     if (m_auftrag.bBewertung) m_accu.GetBetrag(hit, nullptr);
@@ -205,26 +240,23 @@ bool CLauf::Baue(const CTBeh & beh) {
         m_accu.NurDenKassenanteil(m_stand.vPlaene, hit, iPlan, m_accu.GetProzPrivatSachkosten());
     if (pLeb != nullptr) hit.MoveProvision(*pLeb);
     m_accu.GetBefund(hit);
-
-    m_stand.zahlen.iOhneBill += pBill == nullptr ? 1 : 0;
-    m_stand.zahlen.iOhneKasse += bKasse ? 0 : 1;
-    m_stand.zahlen.iOhnePatient += m_stand.iPat < 0 && !m_stand.bName ? 1 : 0;
-    return true;
 }
 
-// The plan gate. A refused plan that is met first has no position; it is the last one.
-bool CLauf::PlanPasst(CBehHitLine & hit, int & iPlan) {
-    if (m_accu.OnlyForZEorKFOorPAROk(&m_rPlan, m_stand.vPlaene, hit, m_auftrag.bOhne22a, m_auftrag.bParMarken,
-                                     m_auftrag.bParBeva, &m_rBehPlan, iPlan))
-        return true;
-    if (hit.PLANNR.IsEmpty()) {
-        m_stand.eGrund = EWeglassgrund::OhnePlannummer;
-        return false;
+// The plan gate. A refused plan that is met first has no position; it is the last one. The hit goes on without it.
+void CLauf::FragePlan(CBehHitLine & hit, int & iPlan) {
+    const bool bPasst =
+        m_accu.OnlyForZEorKFOorPAROk(&m_rPlan, m_stand.vPlaene, hit, m_auftrag.bOhne22a, m_auftrag.bParMarken,
+                                     m_auftrag.bParBeva, &m_rBehPlan, iPlan);
+    m_stand.iFehlerNachGatter = m_accu.m_vBehErrors.size();
+    if (bPasst) return;
+    EWeglassgrund eGrund = EWeglassgrund::OhnePlannummer;
+    if (!hit.PLANNR.IsEmpty()) {
+        const CPlan & plan =
+            iPlan < 0 ? m_stand.vPlaene.back() : m_stand.vPlaene[static_cast<std::size_t>(iPlan)];
+        eGrund = plan.m_bFehlt ? EWeglassgrund::PlanFehlt : EWeglassgrund::Planstand;
     }
-    const CPlan & plan =
-        iPlan < 0 ? m_stand.vPlaene.back() : m_stand.vPlaene[static_cast<std::size_t>(iPlan)];
-    m_stand.eGrund = plan.m_bFehlt ? EWeglassgrund::PlanFehlt : EWeglassgrund::Planstand;
-    return false;
+    iPlan = -1;
+    (void)Merke(eGrund);
 }
 
 // Takes the patient; his sections are asked once. A patient who cannot be read has no name and passes no section that
@@ -284,9 +316,13 @@ const CLebStruct * CLauf::Behandler(const CString & sLeb) const {
 // ---- the selection
 
 bool CLauf::Passt(EWeglassgrund eGrund, bool bPasst) {
-    if (bPasst || !m_auftrag.bSelektion) return true;
-    m_stand.eGrund = eGrund;
-    return false;
+    return bPasst || !m_auftrag.bSelektion || Merke(eGrund);
+}
+
+// Keeps the first reason, a section's rather than a defect; true if the hit is built on.
+bool CLauf::Merke(EWeglassgrund eGrund) {
+    if (!m_stand.grund || (IstMangel(*m_stand.grund) && !IstMangel(eGrund))) m_stand.grund = eGrund;
+    return IstMangel(eGrund) || m_auftrag.bWeggelasseneBewerten;
 }
 
 // The patient's sections: texts first, then those that read rows.
@@ -312,12 +348,19 @@ bool CLauf::ImZeitraum(const CString & sDatum) const {
     return sDatum >= m_stand.sVon && sDatum <= m_stand.sBis;
 }
 
-// One who is known but not selected stands among all treaters.
+// One who is known but not selected stands among all treaters; where some are selected, an unknown one is not.
 bool CLauf::BehandlerPasst(const CString & sLeb, bool bGewaehlt) {
     if (bGewaehlt || !m_auftrag.bSelektion) return true;
     const bool bBekannt =
+        !m_accu.GetLebs().empty() ||
         std::ranges::find(m_accu.m_vLebAlle, sLeb, &CLebStruct::m_sLeb) != m_accu.m_vLebAlle.end();
     return Passt(bBekannt ? EWeglassgrund::Behandler : EWeglassgrund::BehandlerUnbekannt, false);
+}
+
+// Without a selected owner any will do, but he must be one of the practice's.
+bool CLauf::PraxisPasst(const CString & sPraxis) {
+    return Passt(m_accu.GetMandant().IsEmpty() ? EWeglassgrund::PraxisUnbekannt : EWeglassgrund::Praxis,
+                 m_accu.IsFuerMandant(sPraxis));
 }
 
 bool CLauf::EintragPasst(const CBehHitLine & hit) {
@@ -342,9 +385,10 @@ bool CLauf::KassePasst(const CBehHitLine & hit) {
 }
 
 bool CLauf::LeistungPasst(const CBehHitLine & hit) {
-    return Passt(EWeglassgrund::Leistung, Gleich(m_accu.GetLst(), hit.LSTNR) && m_accu.PwLArtOk(hit.PWLART) &&
-                                              m_accu.OnlyAbrechenbareOk(hit.m_cGoKz) &&
-                                              m_accu.IsTecGoSubArtOK(hit));
+    return Passt(EWeglassgrund::Leistung, Gleich(m_accu.GetLst(), hit.LSTNR)) &&
+           Passt(EWeglassgrund::Punktwertart, m_accu.PwLArtOk(hit.PWLART)) &&
+           Passt(EWeglassgrund::Abrechenbar, m_accu.OnlyAbrechenbareOk(hit.m_cGoKz)) &&
+           Passt(EWeglassgrund::Technik, m_accu.IsTecGoSubArtOK(hit));
 }
 
 // ---- progress

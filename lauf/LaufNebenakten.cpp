@@ -34,18 +34,20 @@ bool CLauf::LaufeNebenakten() {
 bool CLauf::NebenaktePasst(const CString & sDatum, const CString & sPatNr, const CString & sLeb,
                            const CString & sPraxis) {
     const CString sPatient = m_accu.GetPatient();
+    m_stand.grund.reset();
     return ImZeitraum(sDatum) && (sPatient.IsEmpty() || sPatient == sPatNr) &&
            (sLeb.IsEmpty() || BehandlerPasst(sLeb, Behandler(sLeb) != nullptr)) &&
-           (sPraxis.IsEmpty() || Passt(EWeglassgrund::Praxis, m_accu.IsFuerMandant(sPraxis))) &&
-           Passt(EWeglassgrund::Patient, NimmPatient(sPatNr));
+           (sPraxis.IsEmpty() || PraxisPasst(sPraxis)) &&
+           Passt(EWeglassgrund::Patient, NimmPatient(sPatNr)) && !m_stand.grund;
 }
 
 // Takes the hit of a laboratory entry; it has an amount and no fee row.
 void CLauf::NimmLaborhit(CBehHitLine & hit) {
     MovePatient(hit);
     MoveVersicherung(hit);
+    m_stand.grund.reset();
     if (EintragPasst(hit) && RechnungPasst(hit) && AbrechnungsartPasst(hit) && KassePasst(hit) &&
-        LeistungPasst(hit))
+        LeistungPasst(hit) && !m_stand.grund)
         Behalte(hit);
 }
 

@@ -165,6 +165,8 @@ void OptionFormat(CLI::App & befehl, EFormat & eFormat) {
         ->type_name("FORMAT");
 }
 
+std::string Version() { return ORVOSTATBS_VERSION; }
+
 void Beschrifte(CLI::App & app) {
     app.name("orvostat");
     app.description("Statistik einer Zahnarztpraxis");

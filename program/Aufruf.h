@@ -7,6 +7,8 @@
 
 namespace orvostat {
 
+[[nodiscard]] std::string Version();
+
 // Gives the app its description and German help texts. Comes first: commands take them over when they are added.
 void Beschrifte(CLI::App & app);
 

@@ -4,6 +4,7 @@
 #include "Datenbank.h"
 #include "Erlaeuterung.h"
 #include "Praxis.h"
+#include "Selektionsoptionen.h"
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
@@ -18,20 +19,31 @@ namespace orvostat {
 namespace {
 
 struct SErklaerbefehl {
-    std::string sDatei;
-    std::string sPatient;
+    SLaufoptionen optionen;
     std::string sDatum;
     std::string sLeistung;
-    SLaufauftrag auftrag;
 };
 
 // ---- what a service shows
 
-// Why a run leaves out the service of a hit that its plan gate has refused: "der Plan 1 fehlt".
-std::string Gattergrund(const CBehHitLine & hit, EWeglassgrund eGrund) {
-    if (eGrund == EWeglassgrund::OhnePlannummer) return Weglassname(eGrund).Utf8();
-    return "der Plan " + Trim(hit.PLANNR).Utf8() +
-           (eGrund == EWeglassgrund::PlanFehlt ? " fehlt" : " ist nicht im abrechenbaren Stand");
+// Why a run leaves out the treatment of a hit: "der Plan 1 fehlt".
+std::string Grund(const CBehHitLine & hit, EWeglassgrund eGrund) {
+    switch (eGrund) {
+    case EWeglassgrund::BehandlerUnbekannt:
+        return "den Behandler " + Trim(hit.BEHANDLERNR).Utf8() + " gibt es nicht";
+    case EWeglassgrund::PraxisUnbekannt:
+        return "der Behandler " + Trim(hit.BEHANDLERNR).Utf8() + " hat keinen bekannten Praxisinhaber";
+    case EWeglassgrund::OhnePlannummer:
+        return "Leistung ohne Plannummer";
+    case EWeglassgrund::PlanFehlt:
+        return "der Plan " + Trim(hit.PLANNR).Utf8() + " fehlt";
+    case EWeglassgrund::Planstand:
+        return "der Plan " + Trim(hit.PLANNR).Utf8() + " ist nicht im abrechenbaren Stand";
+    case EWeglassgrund::Technik:
+        return "Leistungen der Art 7 zählen nur mit --technik";
+    default:
+        return Weglassname(eGrund).Utf8();
+    }
 }
 
 void ZeigeKopf(const CBehHitLine & hit) {
@@ -41,12 +53,15 @@ void ZeigeKopf(const CBehHitLine & hit) {
 
 void ZeigeLeistung(const CBehHitLine & hit, const CBewertungsspur & spur,
                    const std::optional<EWeglassgrund> & weggelassen) {
-    std::cout << "\nLeistung " << hit.LSTNR.Utf8();
+    if (hit.LSTNR.IsEmpty())
+        std::cout << "\nEintrag ohne Leistung" << (hit.TEXT.IsEmpty() ? "" : ": " + hit.TEXT.Utf8());
+    else
+        std::cout << "\nLeistung " << hit.LSTNR.Utf8();
     if (!hit.TEETH.IsEmpty()) std::cout << ", Zähne " << hit.TEETH.Utf8();
     std::cout << ", Behandler " << Trim(hit.BEHANDLERNR).Utf8();
     if (!hit.KASKUERZEL.IsEmpty()) std::cout << ", Kasse " << hit.KASKUERZEL.Utf8();
     std::cout << '\n';
-    if (weggelassen) std::cout << "  Im Lauf nicht gezählt: " << Gattergrund(hit, *weggelassen) << '\n';
+    if (weggelassen) std::cout << "  Im Lauf nicht gezählt: " << Grund(hit, *weggelassen) << '\n';
     for (const std::string & sZeile : Erlaeutere(spur))
         std::cout << "  " << sZeile << '\n';
     std::cout << "  Ergebnis: " << AlsGeld(hit.BETRAG) << '\n';
@@ -54,20 +69,24 @@ void ZeigeLeistung(const CBehHitLine & hit, const CBewertungsspur & spur,
 
 // ---- the walk
 
-SLaufauftrag OhneGatter(SLaufauftrag auftrag) {
-    auftrag.bPlangatter = false;
+// As a run with these options, but that it tells of each treatment.
+SLaufauftrag Auftrag(const SLaufoptionen & optionen) {
+    SLaufauftrag auftrag = optionen.auftrag;
+    auftrag.bPlangatter = !optionen.bPlangatterAus;
+    auftrag.bWeggelasseneBewerten = true;
     return auftrag;
 }
 
 class CErklaerung {
 public:
-    explicit CErklaerung(const SErklaerbefehl & befehl)
-        : m_lauf(m_accu, befehl.auftrag), m_laufOhneGatter(m_accu, OhneGatter(befehl.auftrag)),
-          m_sTag(LiesDatum(befehl.sDatum)), m_sPatient(PruefePatient(befehl.sPatient)),
-          m_sLeistung(AusUtf8(befehl.sLeistung)) {
-        m_accu.SetPatient(m_sPatient);
-        m_accu.SetIsAbgerechnet(true);
-        m_accu.SetIsErfasst(true);
+    // The run's selection without the patient, who is chosen by his number alone: treatments may be there without him.
+    CErklaerung(const CLI::App & app, const SErklaerbefehl & befehl)
+        : m_lauf(m_accu, Auftrag(befehl.optionen)), m_sTag(LiesDatum(befehl.sDatum)),
+          m_sPatient(befehl.optionen.sPatient), m_sLeistung(AusUtf8(befehl.sLeistung)) {
+        SLaufoptionen optionen = befehl.optionen;
+        optionen.sPatient.clear();
+        SetzeSelektion(app, optionen, m_accu);
+        m_accu.SetPatient(RightFix(AusUtf8(m_sPatient), 10));
     }
 
     // Prints the services. Ends the command where there is none, or where the file cannot be read to the end.
@@ -78,23 +97,22 @@ public:
         m_accu.m_pSpur = &m_spur;
         // All treatments of the patient up to the day: a plan's mixed point value comes from its first service.
         CTBeh & beh = *m_accu.m_pRBeh;
-        int i = beh.GetForPatSel(m_sPatient, ERSTER_TAG, m_sTag, CString(), true);
-        for (; i == ZEILE_OK; i = beh.Next())
+        int i = beh.GetForPatSel(m_accu.GetPatient(), ERSTER_TAG, LETZTER_TAG, CString(), true);
+        const bool bBehandelt = i == ZEILE_OK;
+        for (; i == ZEILE_OK && beh.m_DATUM <= m_sTag; i = beh.Next())
             NimmBehandlung(beh);
         m_lauf.Nachlauf();
         VerweigereNachLesefehler();
+        if (!bBehandelt) (void)PruefePatient(m_sPatient);
         if (m_iHits == 0) Verweigere("An diesem Tag hat der Patient keine solche Leistung.");
     }
 
 private:
-    // Values the treatment as a run does; one that the plan gate refuses, without the gate, which is the same up to
-    // the insurer's share. A plan's services are all counted or all refused, so neither sees the other's mixed value.
     void NimmBehandlung(const CTBeh & beh) {
         m_spur.Leere();
         std::optional<EWeglassgrund> weggelassen;
         if (!m_lauf.BaueHit(beh)) weggelassen = m_lauf.Weglassgrund();
-        if (weggelassen && !m_laufOhneGatter.BaueHit(beh)) return;
-        if (beh.m_DATUM != m_sTag || beh.m_LSTNR.IsEmpty() || !IstLeistung(beh)) return;
+        if (beh.m_DATUM != m_sTag || !IstLeistung(beh)) return;
         if (m_iHits++ == 0) ZeigeKopf(m_accu.m_BehHit);
         ZeigeLeistung(m_accu.m_BehHit, m_spur, weggelassen);
     }
@@ -107,9 +125,8 @@ private:
     CBewertungsspur m_spur;
     CStatAccu m_accu;
     CLauf m_lauf;
-    CLauf m_laufOhneGatter;
     CString m_sTag;
-    CString m_sPatient;
+    std::string m_sPatient;
     CString m_sLeistung;
     int m_iHits = 0;
 };
@@ -119,19 +136,23 @@ private:
 void FuegeExplainHinzu(CLI::App & app) {
     CLI::App * pApp = app.add_subcommand("explain", "Erklärt die Beträge eines Tages Schritt für Schritt");
     const auto pBefehl = std::make_shared<SErklaerbefehl>();
-    SLaufauftrag & auftrag = pBefehl->auftrag;
-    pApp->add_option("DATEI", pBefehl->sDatei, "Die Praxisdatei")->required();
-    pApp->add_option("--patient", pBefehl->sPatient, "Patientennummer")->required();
+    SLaufoptionen & optionen = pBefehl->optionen;
+    SLaufauftrag & auftrag = optionen.auftrag;
+    pApp->add_option("DATEI", optionen.sDatei, "Die Praxisdatei")->required();
     pApp->add_option("--datum", pBefehl->sDatum, "Tag, TT.MM.JJJJ oder JJJJMMTT")->required();
-    pApp->add_option("--lst", pBefehl->sLeistung, "Nur diese Leistungsnummer");
-    pApp->add_flag("--kassenanteil", auftrag.bKassenanteil, "ZE und KFO nur mit dem Anteil der Kasse");
+    pApp->add_option("--lst", pBefehl->sLeistung, "Nur diese Leistungsnummer zeigen");
+    // The options of a run: what it would not count is shown with the reason.
+    FuegeSelektionHinzu(*pApp, optionen);
+    pApp->get_option("--patient")->required();
+    for (const char * pOhneSinn : {"--von", "--bis", "--sort", "--nebenakten", "--ersatz"})
+        pApp->remove_option(pApp->get_option(pOhneSinn));
     const CLI::Option * pErsatz =
         pApp->add_flag("--ersatz{" + std::to_string(auftrag.iErsatzgruppe) + "}", auftrag.iErsatzgruppe,
                        "Leistungen durch ihren Ersatz zählen; mit =GRUPPE aus dieser Gruppe der Parameter");
-    pApp->callback([pBefehl, pErsatz] {
-        pBefehl->auftrag.bErsatz = pErsatz->count() > 0;
-        const CPraxis praxis(pBefehl->sDatei, EModus::Lesen);
-        CErklaerung(*pBefehl).Zeige();
+    pApp->callback([pApp, pBefehl, pErsatz] {
+        pBefehl->optionen.auftrag.bErsatz = pErsatz->count() > 0;
+        const CPraxis praxis(pBefehl->optionen.sDatei, EModus::Lesen);
+        CErklaerung(*pApp, *pBefehl).Zeige();
     });
 }
 

@@ -1,6 +1,7 @@
-#include "HitsBefehl.h"
+#include "Befehle.h"
 
 #include "Aufruf.h"
+#include "Ausgabeziel.h"
 #include "Datenbank.h"
 #include "Hittabelle.h"
 #include "Konsole.h"
@@ -24,7 +25,7 @@ struct SAuswahl {
     std::string sPatient;
     std::string sBehandler;
     int iLimit = 0; // 0 is all
-    EFormat eFormat = EFormat::Tabelle;
+    SAusgabeoptionen ausgabe;
 };
 
 // Every treatment is a hit, with what its rows say and no more.
@@ -48,15 +49,20 @@ int Oeffne(CTBeh & beh, const SAuswahl & auswahl, const CString & sVon, const CS
     return beh.GetByK1(MATCH_ALLE);
 }
 
-void Zeige(const SAuswahl & auswahl) {
+void Zeige(const CLI::App & app, const SAuswahl & auswahl) {
     const CString sVon = Grenze(auswahl.sVon, ERSTER_TAG);
     const CString sBis = Grenze(auswahl.sBis, LETZTER_TAG);
     const CPraxis praxis(auswahl.sDatei, EModus::Lesen);
     const CString sBehandler = auswahl.sBehandler.empty() ? CString() : PruefeBehandler(auswahl.sBehandler);
-    CHittabelle tabelle(std::cout, auswahl.eFormat, EHitspalten::Kurz);
+    CAusgabeziel ziel(auswahl.ausgabe);
     CStatAccu accu;
     CLauf lauf(accu, ROH);
     if (!lauf.Vorlauf()) VerweigereNachLesefehler();
+    const auto pDokument = BeginneDokument(
+        ziel, auswahl.ausgabe,
+        Ausgabekopf(auswahl.sDatei, Grenze(auswahl.sVon, {}), Grenze(auswahl.sBis, {}), Auswahltext(app), {}),
+        {});
+    CHittabelle tabelle(*pDokument, EHitspalten::Kurz);
     CTBeh beh;
     int iHits = 0;
     int i = Oeffne(beh, auswahl, sVon, sBis);
@@ -71,10 +77,11 @@ void Zeige(const SAuswahl & auswahl) {
         ++iHits;
     }
     tabelle.Ende();
-    if (bAbbruch) BrichAb();
+    pDokument->Satz(std::to_string(iHits) + (iHits == 1 ? " Hit" : " Hits"));
+    pDokument->Ende(lauf.Lesefehler() ? UNLESBAR : bAbbruch ? ABGEBROCHEN : "");
     VerweigereNachLesefehler();
-    if (auswahl.eFormat == EFormat::Tabelle)
-        std::cout << '\n' << iHits << (iHits == 1 ? " Hit\n" : " Hits\n");
+    if (bAbbruch) BrichAb();
+    ziel.Fertig();
 }
 
 } // namespace
@@ -90,8 +97,8 @@ void FuegeHitsHinzu(CLI::App & app) {
     pBefehl->add_option("--limit", pAuswahl->iLimit, "Höchstens so viele Hits")
         ->check(Bereich(1, 1'000'000'000))
         ->type_name("ZAHL");
-    OptionFormat(*pBefehl, pAuswahl->eFormat);
-    pBefehl->callback([pAuswahl] { Zeige(*pAuswahl); });
+    FuegeAusgabeHinzu(*pBefehl, pAuswahl->ausgabe);
+    pBefehl->callback([pBefehl, pAuswahl] { Zeige(*pBefehl, *pAuswahl); });
 }
 
 } // namespace orvostat

@@ -49,6 +49,8 @@ const SHitspalte HITSPALTEN[] = {
     {{"PW/Faktor", EZelle::Zahl, 9}, Satz},
     {{"Betrag", EZelle::Zahl, 10}, [](const CBehHitLine & h) { return BetragZelle(h.BETRAG); }},
     {{"Text", EZelle::Text, 34}, Leistungstext},
+    {{"Betrag genau", EZelle::Zahl, 22, "", true},
+     [](const CBehHitLine & h) { return GenauZelle(h.BETRAG); }},
 };
 
 std::vector<SAusgabespalte> Spalten(EHitspalten eSpalten) {
@@ -65,15 +67,14 @@ CString Punktzelle(const CBehHitLine & hit) {
     return Dezimal(hit.PUNKTE, 2);
 }
 
-CHittabelle::CHittabelle(std::ostream & aus, EFormat eFormat, EHitspalten eSpalten)
-    : m_eSpalten(eSpalten), m_vSpalten(Spalten(eSpalten)),
-      m_pAusgabe(CAusgabe::Neu(eFormat, aus, m_vSpalten)) {}
+CHittabelle::CHittabelle(CDokument & dokument, EHitspalten eSpalten)
+    : m_eSpalten(eSpalten), m_vSpalten(Spalten(eSpalten)), m_ausgabe(dokument.Tabelle({}, m_vSpalten)) {}
 
 void CHittabelle::Zeile(const CBehHitLine & hit) {
     std::vector<CString> vZellen;
     for (const SHitspalte & spalte : HITSPALTEN)
         if (spalte.eAb <= m_eSpalten) vZellen.push_back(spalte.pWert(hit));
-    m_pAusgabe->Zeile(vZellen);
+    m_ausgabe.Zeile(vZellen);
 }
 
 } // namespace orvostat

@@ -5,8 +5,6 @@
 
 #include "orvostatbs/records/BehHitLine.h"
 
-#include <iosfwd>
-#include <memory>
 #include <vector>
 
 namespace orvostat {
@@ -22,15 +20,15 @@ enum class EHitspalten {
 
 class CHittabelle {
 public:
-    // Writes the head to aus, which outlives the object.
-    CHittabelle(std::ostream & aus, EFormat eFormat, EHitspalten eSpalten);
+    // Writes the head to the document, which outlives the object.
+    CHittabelle(CDokument & dokument, EHitspalten eSpalten);
     void Zeile(const CBehHitLine & hit);
-    void Ende() { m_pAusgabe->Ende(); }
+    void Ende() { m_ausgabe.Ende(); }
 
 private:
     EHitspalten m_eSpalten;
     std::vector<SAusgabespalte> m_vSpalten;
-    std::unique_ptr<CAusgabe> m_pAusgabe;
+    CAusgabe & m_ausgabe;
 };
 
 } // namespace orvostat

@@ -27,9 +27,15 @@ void Horche(int iArt) {
     sigaction(SIGINT, &art, nullptr);
 }
 
+// The error output as it was at first: the progress box moves the cursor, and cleans its texts itself.
+std::ostream & Roh() {
+    static std::ostream s_roh(std::cerr.rdbuf());
+    return s_roh;
+}
+
 } // namespace
 
-CKonsole::CKonsole() : CTerminal(std::cin, std::cerr, isatty(STDERR_FILENO) != 0) {
+CKonsole::CKonsole() : CTerminal(std::cin, Roh(), isatty(STDERR_FILENO) != 0) {
     Horche(SA_RESTART);
     // A write beyond the user's file size limit shall fail like any other.
     std::signal(SIGXFSZ, SIG_IGN);

@@ -1,11 +1,16 @@
 // The program's terminal: the engine's own, and Ctrl-C is the cancel key. The only place that knows signals.
 #pragma once
 
+#include "Steuerzeichenfilter.h"
+
 #include "orvostatbs/host/Oberflaeche.h"
+
+#include <iostream>
 
 namespace orvostat {
 
-// Prompts and progress go to the error output, answers come from the input. While the object lives, Ctrl-C makes
+// Prompts and progress go to the error output, answers come from the input. While the object lives, no control
+// character passes std::cout and std::cerr but ends of lines, and Ctrl-C makes
 // Fortschritt return false until FrageAbbruch has been asked. A second one before that question counts as its yes;
 // the third without a question ends the program at once, for work that never looks.
 class CKonsole : public CTerminal {
@@ -15,6 +20,10 @@ public:
     [[nodiscard]] bool Fortschritt(long iPos, long iMax) override;
     // To the question of FrageAbbruch also Ctrl-C and the end of the input are yes: a script must be able to stop.
     [[nodiscard]] bool Frage(const CString & sTitel, const CString & sText, int iArt) override;
+
+private:
+    CSauber m_ausgabe{std::cout};
+    CSauber m_fehler{std::cerr};
 };
 
 // True if Ctrl-C was pressed since the last question and the user means it; asks only then, and needs no progress

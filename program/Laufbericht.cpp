@@ -4,118 +4,106 @@
 #include "Konsole.h"
 
 #include "orvostatbs/host/Datum.h"
-#include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/records/BehErrors.h"
 
 #include <iostream>
 #include <map>
-#include <tuple>
-#include <utility>
+#include <string>
+#include <unordered_set>
 
 namespace orvostat {
 
 namespace {
 
-// Amounts in euro of some hits, and the points of the insurers' services among them in hundredths; the points of the
-// private schedule are of another worth and are not added.
-struct SSumme {
-    std::int64_t iHits = 0;
-    std::int64_t iPunkte = 0;
-    CDBetrag betrag{0.0, 'e'};
+constexpr SAusgabespalte BILANZSPALTEN[] = {{"Posten", EZelle::Text, 40}, {"Behandlungen", EZelle::Zahl, 12}};
+constexpr SAusgabespalte ZAEHLSPALTEN[] = {{"Posten", EZelle::Text, 50}, {"Anzahl", EZelle::Zahl, 12}};
+constexpr SAusgabespalte FEHLERSPALTEN[] = {{"Fehler", EZelle::Zahl, 6},
+                                            {"Text", EZelle::Text, 50},
+                                            {"Patient", EZelle::Text, 10},
+                                            {"Datum", EZelle::Datum, 10},
+                                            {"Leistung", EZelle::Text, 8}};
 
-    void Nimm(const CBehHitLine & hit) {
-        ++iHits;
-        if (IstPunktArt(hit.GOART)) iPunkte += static_cast<std::int64_t>(hit.PUNKTE) * hit.ANZAHL / 100;
-        CDBetrag euro(hit.BETRAG);
-        betrag += euro.ToW('e');
-    }
-    SSumme & operator+=(const SSumme & summe) {
-        iHits += summe.iHits;
-        iPunkte += summe.iPunkte;
-        betrag += summe.betrag;
-        return *this;
-    }
+struct SPosten {
+    std::string sText;
+    std::int64_t iAnzahl = 0;
 };
 
-// Sums by a key; its name is asked for once, and keys of one name are one group.
-template <class K> class CGruppen {
-public:
-    template <class F> void Nimm(const K & schluessel, const CBehHitLine & hit, F fName) {
-        const auto [it, bNeu] = m_map.try_emplace(schluessel);
-        if (bNeu) it->second.first = fName();
-        it->second.second.Nimm(hit);
-    }
-    [[nodiscard]] std::map<CString, SSumme> NachNamen() const {
-        std::map<CString, SSumme> map;
-        for (const auto & [schluessel, gruppe] : m_map)
-            map[gruppe.first] += gruppe.second;
-        return map;
-    }
-
-private:
-    std::map<K, std::pair<CString, SSumme>> m_map;
-};
-
-constexpr SAusgabespalte SUMMENSPALTEN[] = {{"Gruppe", EZelle::Text, 34},
-                                            {"Hits", EZelle::Zahl, 10},
-                                            {"Kassenpunkte", EZelle::Zahl, 14},
-                                            {"Betrag EUR", EZelle::Zahl, 16}};
-
-void ZeigeGruppen(std::ostream & aus, const char * pTitel, const std::map<CString, SSumme> & map) {
-    aus << '\n' << pTitel << '\n';
-    const auto pAusgabe = CAusgabe::Neu(EFormat::Tabelle, aus, SUMMENSPALTEN);
-    SSumme gesamt;
-    const auto Gib = [&](const CString & sName, const SSumme & summe) {
-        pAusgabe->Zeile(
-            {sName, itoc(summe.iHits), DezimalZelle(summe.iPunkte, 2), BetragZelle(summe.betrag)});
-    };
-    for (const auto & [sName, summe] : map) {
-        Gib(sName, summe);
-        gesamt += summe;
-    }
-    Gib("Gesamt", gesamt);
-    pAusgabe->Ende();
+// "1 Hit", "2 Hits".
+std::string Anzahl(std::int64_t iAnzahl, const char * pEiner, const char * pMehrere) {
+    return std::to_string(iAnzahl) + ' ' + (iAnzahl == 1 ? pEiner : pMehrere);
 }
 
-void ZeigeFehler(std::ostream & aus, const CStatAccu & accu) {
+// What the treatments read have become; the numbers add up to theirs.
+std::vector<SPosten> Bilanz(const SLaufzahlen & zahlen) {
+    std::vector<SPosten> v{{"gezählt", zahlen.iTreffer}};
+    for (std::size_t i = 0; i < WEGLASSGRUENDE; ++i) {
+        const auto eGrund = static_cast<EWeglassgrund>(i);
+        if (zahlen.Weggelassen(eGrund) != 0)
+            v.push_back({Weglassname(eGrund).Utf8(), zahlen.Weggelassen(eGrund)});
+    }
+    return v;
+}
+
+// Counted words for a person; as names of a table they are always the same.
+std::vector<SPosten> Hinweise(const SLaufzahlen & z, bool bFuerPersonen) {
+    const struct {
+        std::int64_t iAnzahl;
+        const char * pEiner;
+        const char * pMehrere;
+    } aHinweise[] = {
+        {z.iHits - z.iTreffer, "Hit des Labors ohne Behandlung", "Hits des Labors ohne Behandlung"},
+        {z.iOhneBill, "Hit ohne Rechnung", "Hits ohne Rechnung"},
+        {z.iOhnePatient, "Hit ohne lesbaren Patienten", "Hits ohne lesbaren Patienten"},
+        {z.iOhneKasse, "Hit ohne Versicherung oder Kasse am Tag", "Hits ohne Versicherung oder Kasse am Tag"},
+        {z.iLaborrechnungen, "Laborrechnung", "Laborrechnungen"},
+        {z.iSammelrechnungen, "Sammelrechnung", "Sammelrechnungen"},
+        {z.iGipsmodelle, "Gipsmodell", "Gipsmodelle"},
+        {z.iRechnungen, "Rechnung", "Rechnungen"},
+        {z.iVerordnungen, "Verordnung", "Verordnungen"}};
+    std::vector<SPosten> v;
+    for (const auto & h : aHinweise)
+        if (h.iAnzahl != 0) v.push_back({h.iAnzahl == 1 && bFuerPersonen ? h.pEiner : h.pMehrere, h.iAnzahl});
+    return v;
+}
+
+std::int64_t Patienten(const CStatAccu & accu) {
+    std::unordered_set<CString> set;
+    for (const CBehHitLine & hit : accu.m_vBehHits)
+        set.insert(hit.PATNR);
+    return static_cast<std::int64_t>(set.size());
+}
+
+void ZeigeFehler(CDokument & dokument, const CStatAccu & accu) {
     std::map<int, int> mapAnzahl;
     for (const CBehErrors & fehler : accu.m_vBehErrors)
         ++mapAnzahl[fehler.m_iFehler];
     for (const auto & [iFehler, iAnzahl] : mapAnzahl)
-        aus << "  Fehler " << iFehler << ": " << iAnzahl << " x " << BehFehlertext(iFehler).Utf8() << '\n';
+        dokument.Satz("  Fehler " + std::to_string(iFehler) + ": " + std::to_string(iAnzahl) + " x " +
+                      BehFehlertext(iFehler).Utf8());
     constexpr int BEISPIELE = 5;
     int iGezeigt = 0;
     for (const CBehErrors & fehler : accu.m_vBehErrors) {
         if (++iGezeigt > BEISPIELE) break;
-        aus << "    Patient " << Trim(fehler.PATNR).Utf8() << " am " << Db2Date(fehler.DATUM).Utf8()
-            << ", Leistung " << fehler.LSTIN.Utf8() << ": " << BehFehlertext(fehler.m_iFehler).Utf8() << '\n';
+        dokument.Satz("    Patient " + Trim(fehler.PATNR).Utf8() + " am " + Db2Date(fehler.DATUM).Utf8() +
+                      ", Leistung " + fehler.LSTIN.Utf8() + ": " + BehFehlertext(fehler.m_iFehler).Utf8());
     }
 }
 
-CString Behandlername(CStatAccu & accu, const CString & sLeb) {
-    const int i = accu.FindLeb(sLeb);
-    return i < 0 ? sLeb : accu.m_vLeb[static_cast<std::size_t>(i)].GetLebLine();
+void SchreibePosten(CDokument & dokument, const char * pTitel, std::span<const SAusgabespalte> vSpalten,
+                    const std::vector<SPosten> & vPosten) {
+    CAusgabe & tabelle = dokument.Tabelle(pTitel, vSpalten);
+    for (const SPosten & posten : vPosten)
+        tabelle.Zeile({AusUtf8(posten.sText), itoc(posten.iAnzahl)});
+    tabelle.Ende();
 }
 
-// A letter and what it stands for.
-CString MitName(char c, const CString & sName) {
-    const CString sLetter = c == 0 ? CString("-") : CString(c);
-    return sName.IsEmpty() ? sLetter : sLetter + " " + sName;
-}
-
-CString Kostentraeger(CStatAccu & accu, const CBehHitLine & hit) {
-    if (!hit.KASSENABR) return "Privat";
-    if (hit.KASKUERZEL.IsEmpty()) return "(ohne Kasse)"_t;
-    const int i = accu.FindSelectPoolData(accu.m_vSpKassenGrp, CString(hit.KASSENGRP));
-    return "Kassengruppe "_t +
-           MitName(hit.KASSENGRP,
-                   i < 0 ? CString() : accu.m_vSpKassenGrp[static_cast<std::size_t>(i)].m_sText);
-}
-
-// Laboratory services are counted under the letter of their kind.
-CString Statistikart(CStatAccu & accu, char c) {
-    return MitName(c, accu.GetLstGrpName(IstLaborArt(c) ? 'T' : 'K', c));
+void SchreibeFehler(CDokument & dokument, const CStatAccu & accu) {
+    CAusgabe & tabelle = dokument.Tabelle("Fehler", FEHLERSPALTEN);
+    for (const CBehErrors & fehler : accu.m_vBehErrors)
+        tabelle.Zeile({itoc(fehler.m_iFehler), BehFehlertext(fehler.m_iFehler), Trim(fehler.PATNR),
+                       fehler.DATUM, fehler.LSTIN});
+    tabelle.Ende();
 }
 
 // Hundred-millionths of a euro with four decimals, halves away from zero.
@@ -131,44 +119,46 @@ constexpr SAusgabespalte GEGENSPALTEN[] = {{"Beh", EZelle::Text, 4},       {"GO"
 
 } // namespace
 
-void ZeigeZahlen(std::ostream & aus, const CStatAccu & accu, const CLauf & lauf) {
+void ZeigeZahlen(CDokument & dokument, const CStatAccu & accu, const CLauf & lauf) {
     const SLaufzahlen & z = lauf.Zahlen();
-    aus << z.iBehandlungen << " Behandlungen gelesen, " << z.iHits << " Hits, " << accu.m_vPat.size()
-        << (accu.m_vPat.size() == 1 ? " Patient, " : " Patienten, ") << accu.m_vBehErrors.size()
-        << " Fehler\n";
-    const std::pair<std::int64_t, const char *> aHinweise[] = {
-        {z.iOhneBill, " Hits ohne Rechnung"},
-        {z.iOhnePatient, " Hits ohne lesbaren Patienten"},
-        {z.iOhneKasse, " Hits ohne Versicherung oder Kasse am Tag"},
-        {z.Weggelassen(EWeglassgrund::Behandler) + z.Weggelassen(EWeglassgrund::BehandlerUnbekannt),
-         " Behandlungen anderer Behandler"},
-        {z.iLaborrechnungen, " Laborrechnungen"},
-        {z.iSammelrechnungen, " Sammelrechnungen"},
-        {z.iGipsmodelle, " Gipsmodelle"},
-        {z.iRechnungen, " Rechnungen"},
-        {z.iVerordnungen, " Verordnungen"}};
-    for (const auto & [iAnzahl, pText] : aHinweise)
-        if (iAnzahl != 0) aus << "  " << iAnzahl << pText << '\n';
-    ZeigeFehler(aus, accu);
-}
-
-void ZeigeSummen(std::ostream & aus, CStatAccu & accu) {
-    CGruppen<CString> behandler;
-    CGruppen<std::tuple<bool, bool, char>> traeger;
-    CGruppen<char> arten;
-    for (const CBehHitLine & hit : accu.m_vBehHits) {
-        behandler.Nimm(hit.BEHANDLERNR, hit, [&] { return Behandlername(accu, hit.BEHANDLERNR); });
-        traeger.Nimm({hit.KASSENABR, hit.KASKUERZEL.IsEmpty(), hit.KASSENGRP}, hit,
-                     [&] { return Kostentraeger(accu, hit); });
-        arten.Nimm(hit.GOSTATISTIKART, hit, [&] { return Statistikart(accu, hit.GOSTATISTIKART); });
+    const auto iFehler = static_cast<std::int64_t>(accu.m_vBehErrors.size());
+    const std::vector<SPosten> vBilanz = Bilanz(z);
+    std::vector<SPosten> vHinweise = Hinweise(z, dokument.FuerPersonen());
+    if (!dokument.FuerPersonen()) {
+        SchreibePosten(dokument, "Bilanz", BILANZSPALTEN, vBilanz);
+        vHinweise.insert(vHinweise.begin(), {{"Behandlungen gelesen", z.iBehandlungen},
+                                             {"Hits", z.iHits},
+                                             {"Patienten", Patienten(accu)},
+                                             {"Fehler", iFehler}});
+        SchreibePosten(dokument, "Zahlen", ZAEHLSPALTEN, vHinweise);
+        return SchreibeFehler(dokument, accu);
     }
-    ZeigeGruppen(aus, "Nach Behandler", behandler.NachNamen());
-    ZeigeGruppen(aus, "Nach Kostenträger", traeger.NachNamen());
-    ZeigeGruppen(aus, "Nach Statistikart", arten.NachNamen());
+    dokument.Satz(Anzahl(z.iBehandlungen, "Behandlung", "Behandlungen") + " gelesen, " +
+                  Anzahl(z.iHits, "Hit, ", "Hits, ") + Anzahl(Patienten(accu), "Patient, ", "Patienten, ") +
+                  std::to_string(iFehler) + " Fehler");
+    std::string sBilanz;
+    for (const SPosten & posten : vBilanz)
+        sBilanz += (sBilanz.empty() ? " = " : " + ") + std::to_string(posten.iAnzahl) + ' ' + posten.sText;
+    dokument.Satz("  " + std::to_string(z.iBehandlungen) + sBilanz);
+    for (const SPosten & posten : vHinweise)
+        dokument.Satz("  " + std::to_string(posten.iAnzahl) + ' ' + posten.sText);
+    ZeigeFehler(dokument, accu);
 }
 
-bool ZeigeHits(std::ostream & aus, const CStatAccu & accu, EFormat eFormat) {
-    CHittabelle tabelle(aus, eFormat, EHitspalten::Alle);
+void ZeigeSummen(CDokument & dokument, CStatAccu & accu, const std::vector<const SKriterium *> & vNach) {
+    if (!vNach.empty())
+        SchreibeSummen(dokument, accu, vNach);
+    else
+        for (const ENach eNach : {ENach::Behandler, ENach::Kostentraeger, ENach::Art}) {
+            const SKriterium * const apNach[] = {&Kriterium(eNach)};
+            SchreibeSummen(dokument, accu, apNach);
+        }
+    dokument.Satz(
+        "Summen sind vor dem Runden gebildet: die gerundeten Zeilen können um Cents von ihnen abweichen.");
+}
+
+bool ZeigeHits(CDokument & dokument, const CStatAccu & accu) {
+    CHittabelle tabelle(dokument, EHitspalten::Alle);
     bool bWeiter = true;
     for (const CBehHitLine & hit : accu.m_vBehHits) {
         if (!(bWeiter = !AbbruchVerlangt())) break;

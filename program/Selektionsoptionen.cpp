@@ -10,6 +10,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <iterator>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -96,6 +98,23 @@ constexpr SWertart TAGE{"VON..BIS", nullptr, 0, FehlerTage};
 constexpr SWertart GEBURTSTAGE{"VON..BIS", nullptr, 0, FehlerGeburtstage};
 constexpr SWertart ALTER{"VON..BIS", nullptr, 0, FehlerAlter};
 constexpr SWertart RECALLART{"NR", nullptr, 0, FehlerRecallart};
+// The bits of the sub-kinds of the kind "7".
+struct STechnik {
+    const char * pWort;
+    int iBits;
+};
+constexpr STechnik TECHNIKEN[] = {{"ziffern", 1}, {"buchstaben", 2}, {"alle", 3}};
+
+const STechnik * FindeTechnik(const std::string & s) {
+    const auto * const p = std::ranges::find(TECHNIKEN, s, &STechnik::pWort);
+    return p == std::end(TECHNIKEN) ? nullptr : p;
+}
+
+std::string FehlerTechnik(const std::string & s) {
+    return FindeTechnik(s) != nullptr ? "" : '"' + s + "\" ist keines von ziffern, buchstaben, alle";
+}
+
+constexpr SWertart TECHNIK{"WORT", nullptr, 0, FehlerTechnik};
 constexpr SWertart INTERVALL{"ZIFFER", ZIFFERN, 1};
 constexpr SWertart PLANNR{"NR", "0123456789 ", 3};
 constexpr SWertart STATUSZIFFERN{"ZIFFERN", ZIFFERN};
@@ -221,6 +240,10 @@ const SAbschnitt ABSCHNITTE[] = {
      "Leistungsarten des Punktwerts ohne Trenner: " + MitNamen(PUNKTWERTARTEN, "a") + ", c und " +
          MitNamen(PUNKTWERTARTEN, "jfghi") + ", b, d, e andere, p privat, 0 ohne Punktwert; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetPwLArt(Text(sWert)); }},
+    {"--technik", TECHNIK,
+     "Leistungen der Art 7: ziffern (Unterarten 1 bis 7), buchstaben (a, c, i, k, p, s, w) oder alle; ohne "
+     "die Option zählt keine",
+     [](CSelektion & s, const std::string & sWert) { s.SetTecGoSubArten(FindeTechnik(sWert)->iBits); }},
     {"--plan", PLANNR, "Plannummer; leer: alle",
      [](CSelektion & s, const std::string & sWert) {
          const CString sPlan = Trim(Text(sWert));

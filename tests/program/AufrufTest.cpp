@@ -61,7 +61,7 @@ TEST_F(CAufrufTest, EveryKindOfWrongUsageIsSaidInGermanOnly) {
         {"hits a.db --von", "--von: die Angabe dazu fehlt", "orvostat hits"},
         {"hits a.db --von 1 --von", "--von: die Angabe dazu fehlt", "orvostat hits"},
         {"hits a.db --von 1 --von 2", "--von: nur einmal erlaubt, nicht 2-mal", "orvostat hits"},
-        {"run a.db --format csv", "--format geht nur zusammen mit --hits", "orvostat run"},
+        {"run a.db --force", "--force geht nur zusammen mit --ausgabe", "orvostat run"},
         {"naechster 20240101 --land NW --praxis a.db", "--land und --praxis schließen sich aus",
          "orvostat naechster"},
         {"hvm a.db pots c --wert x<y>z", "Nicht lesbar: --wert = x<y>z", "orvostat hvm DATEI pots"},

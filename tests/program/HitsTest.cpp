@@ -24,14 +24,15 @@ std::string Ausgegeben(EFormat eFormat, const std::vector<std::vector<CString>> 
 }
 
 const std::vector<std::vector<CString>> ZEILEN = {
-    {"20240229", "-12.5", "Süß; \"bitter\""_t}, {"", "", "a\nb\\"_t}, {"20240", "x1", " "}};
+    {"20240229", "-12.5", "Süß; \"bitter\""_t}, {"", "", "a\nb\\"_t}, {"20240", "x1", " "}, {"", "-x", "-1"}};
 
 TEST(Ausgabe, TableAlignsCutsAndKeepsALineALine) {
     EXPECT_EQ(Ausgegeben(EFormat::Tabelle, ZEILEN), "Tag         Größe  Wort\n"
                                                     "----------  -----  ------------\n"
                                                     "29.02.2024  -12,5  Süß; \"bit...\n"
                                                     "                   a b\\\n"
-                                                    "20240          x1\n");
+                                                    "20240          x1\n"
+                                                    "               -x  -1\n");
     EXPECT_EQ(Ausgegeben(EFormat::Tabelle, {{"", "-89319305493.25"_t, ""}}), // a number is never cut
               "Tag            Größe  Wort\n"
               "---  ---------------  ----\n"
@@ -60,7 +61,8 @@ TEST(Ausgabe, CsvOpensInASpreadsheet) {
                                                 "Tag;Größe;Wort\r\n"
                                                 "29.02.2024;-12,5;\"Süß; \"\"bitter\"\"\"\r\n"
                                                 ";;a b\\\r\n"
-                                                "20240;x1;\" \"\r\n");
+                                                "20240;x1;\" \"\r\n"
+                                                ";'-x;'-1\r\n");
 }
 
 TEST(Ausgabe, JsonHasNumbersAndNulls) {
@@ -70,7 +72,9 @@ TEST(Ausgabe, JsonHasNumbersAndNulls) {
               "\n"
               R"(  {"Tag": null, "Größe": null, "Wort": "a\u000ab\\"},)"
               "\n"
-              R"(  {"Tag": "20240", "Größe": "x1", "Wort": " "})"
+              R"(  {"Tag": "20240", "Größe": "x1", "Wort": " "},)"
+              "\n"
+              R"(  {"Tag": null, "Größe": "-x", "Wort": "-1"})"
               "\n]\n");
     EXPECT_EQ(Ausgegeben(EFormat::Json, {}), "[]\n");
 }
@@ -106,7 +110,7 @@ protected:
     }
     // The rows of the table, without its head and its last line.
     std::string Zeilen(const std::string & sOptionen) {
-        const SProgrammende ende = Laufe("hits a.db --format csv " + sOptionen);
+        const SProgrammende ende = Laufe("hits a.db --format csv --ohne-kopf " + sOptionen);
         EXPECT_EQ(ende.iCode, 0) << ende.sFehler;
         return ende.sAus.substr(std::min(ende.sAus.size(), ende.sAus.find("\r\n") + 2));
     }
@@ -118,7 +122,7 @@ protected:
 
 TEST_F(CHitsTest, AHitHasWhatItsRowsSay) {
     Behandlung("20240215", "TEETH=36");
-    EXPECT_EQ(Zeilen(""), "15.02.2024;1001;GRÖß ÄNNE;5;AOK01;c;k;13a;36;1;33,00;1,10;;Füllung\r\n");
+    EXPECT_EQ(Zeilen(""), "15.02.2024;1001;GRÖß ÄNNE;5;AOK01;c;k;13a;36;1;33,00;1,10;;Füllung;\r\n");
 }
 
 // One change each, and the line it makes.
@@ -127,17 +131,17 @@ TEST_F(CHitsTest, EachRecordShows) {
         const char *pDatum, *pAnders, *pZeile;
     };
     const SFall FAELLE[] = {
-        {"20231231", "", "c;k;13a;;1;33,00;1,004;;Füllung"}, // the point value before
-        {"20240401", "", "c;k;13a;;1;33,00;1,20;;Füllung"},  // the insurer's new group
-        {"20240215", "DTAGRUND=f", "c;k;13a0;;1;32,00;1,10;;fiktiv"},
-        {"20240215", "PATBILL=\" \"", ";k;13a;;1;33,00;1,10;;Füllung"},    // no bill
-        {"20240215", "PATBILL=\"   9\"", ";k;13a;;1;33,00;1,10;;Füllung"}, // a bill without row
-        {"20240215", "LSTNR=99z", "c;k;99z;;1;;;;"},                       // no fee row
-        {"20240215", "ANZAHL=x250", "c;k;13a;;2,50;33,00;1,10;;Füllung"},
-        {"20240215", "GOART=q LSTNR=0010 BETRAG=e1294", "c;q;0010;;1;100;2,30;12,94;Untersuchung"},
-        {"20240215", "GOART= LSTNR= ANZAHL= TEXTART=t TEXT=\"Anruf; später\"", "c;;;;;;;;\"Anruf; später\""},
-        {"20240215", "GOART= LSTNR= TEXTART=c TEXT=geheim", "c;;;;;;;;"},
-        {"20240215", "BETRAG=Unsinn", "c;k;13a;;1;33,00;1,10;0,00;Füllung"}, // text for a number
+        {"20231231", "", "c;k;13a;;1;33,00;1,004;;Füllung;"}, // the point value before
+        {"20240401", "", "c;k;13a;;1;33,00;1,20;;Füllung;"},  // the insurer's new group
+        {"20240215", "DTAGRUND=f", "c;k;13a0;;1;32,00;1,10;;fiktiv;"},
+        {"20240215", "PATBILL=\" \"", ";k;13a;;1;33,00;1,10;;Füllung;"},    // no bill
+        {"20240215", "PATBILL=\"   9\"", ";k;13a;;1;33,00;1,10;;Füllung;"}, // a bill without row
+        {"20240215", "LSTNR=99z", "c;k;99z;;1;;;;;"},                       // no fee row
+        {"20240215", "ANZAHL=x250", "c;k;13a;;2,50;33,00;1,10;;Füllung;"},
+        {"20240215", "GOART=q LSTNR=0010 BETRAG=e1294", "c;q;0010;;1;100;2,30;12,94;Untersuchung;12,94"},
+        {"20240215", "GOART= LSTNR= ANZAHL= TEXTART=t TEXT=\"Anruf; später\"", "c;;;;;;;;\"Anruf; später\";"},
+        {"20240215", "GOART= LSTNR= TEXTART=c TEXT=geheim", "c;;;;;;;;;"},
+        {"20240215", "BETRAG=Unsinn", "c;k;13a;;1;33,00;1,10;0,00;Füllung;0,00"}, // text for a number
     };
     for (const SFall & fall : FAELLE) {
         Sql("a.db", "DELETE FROM BEH");
@@ -150,7 +154,7 @@ TEST_F(CHitsTest, EachRecordShows) {
 TEST_F(CHitsTest, MissingPatientInsuranceAndTreaterLeaveTheirColumnsEmpty) {
     Behandlung("20221231"); // before the insurance period
     Sql("a.db", "DELETE FROM LEB; DELETE FROM PAT");
-    EXPECT_EQ(Zeilen(""), "31.12.2022;1001;;5;;c;k;13a;;1;33,00;;;Füllung\r\n");
+    EXPECT_EQ(Zeilen(""), "31.12.2022;1001;;5;;c;k;13a;;1;33,00;;;Füllung;\r\n");
 }
 
 TEST_F(CHitsTest, OptionsChooseInTheOrderOfTheKeys) {

@@ -1,11 +1,15 @@
 #include "Programmlauf.h"
 
+#include "Aufruf.h"
+#include "Befehle.h"
 #include "Gegenrechnung.h"
 #include "Praxis.h"
 #include "orvostatbs/lauf/Lauf.h"
 
 #include <algorithm>
-#include <fstream>
+#include <iostream>
+#include <regex>
+#include <sstream>
 
 namespace orvostat {
 namespace {
@@ -23,7 +27,7 @@ protected:
 
     // How many hits a selection has.
     long Hits(const std::vector<std::string> & vWahl) {
-        std::vector<std::string> vArgumente{"run", "a.db", "--hits", "--format", "csv"};
+        std::vector<std::string> vArgumente{"run", "a.db", "--hits", "--format", "csv", "--ohne-kopf"};
         vArgumente.insert(vArgumente.end(), vWahl.begin(), vWahl.end());
         const SProgrammende ende = Laufe(vArgumente);
         EXPECT_EQ(ende.iCode, 0) << ende.sFehler;
@@ -98,7 +102,15 @@ TEST_F(CLaufTest, NonsenseIsRefusedWithWhatIsWrong) {
         {"--mfr Mitglied", 2, "--mfr: \"Mitglied\" hat andere Zeichen als"},
         {"--karte .. --kartenart X", 2, "--kartenart: \"X\" hat andere Zeichen als GgjE"},
         {"--kartenart G", 2, "--kartenart geht nur zusammen mit --karte"},
-        {"--format csv", 2, "--format geht nur zusammen mit --hits"},
+        {"--technik 7", 2, "--technik: \"7\" ist keines von ziffern, buchstaben, alle"},
+        {"--nach kasse,kasse", 2, "--nach: \"kasse\" steht doppelt"},
+        {"--nach kasse,art,monat", 2, "--nach: mehr als zwei Kriterien"},
+        {"--nach jahr", 2, "--nach: \"jahr\" ist keines von behandler, kostentraeger, art, kasse, monat, "},
+        {"--nach art --hits", 2, "--hits und --nach schließen sich aus"},
+        {"-o a.db --force", 1, "\"a.db\" ist eine Datenbank und wird nicht überschrieben."},
+        {"-o nirgends/x.csv", 1,
+         "\"nirgends/x.csv\" lässt sich nicht schreiben: das Verzeichnis gibt es nicht."},
+        {"-o .", 1, "\".\" ist keine gewöhnliche Datei."},
         {"--sort alter", 2, "--sort: \"alter\" ist keines von name, patient"},
         {"--status offen", 2, "--status: \"offen\" ist keines von"},
         {"--unbekannt", 2, "--unbekannt"},
@@ -224,6 +236,17 @@ TEST_F(CLaufTest, ExplainTellsWhereAnAmountComesFrom) {
         {"", "1003 --datum 12.11.2024 --lst 44 --ersatz", "  Ersetzt: X3 wird als 44 gezählt\n"},
         {"", "1003 --datum 12.11.2024 --lst 45 --ersatz=53",
          "  40 Punkte x Anzahl 1 x 1,004 EUR = 40,16 EUR\n"},
+        {"DELETE FROM LEB WHERE LEB = '  12'", "1001 --datum 05.03.2024 --lst 8",
+         "  Im Lauf nicht gezählt: den Behandler 12 gibt es nicht\n  Gebührenzeile 8, "},
+        {"UPDATE LEB SET MDKASSE = ' 9' WHERE LEB = '  12'",
+         "1001 --datum 05.03.2024 --lst 8 --praxis-lassen",
+         "  Im Lauf nicht gezählt: der Behandler 12 hat keinen bekannten Praxisinhaber\n"},
+        {"", "1001 --datum 05.03.2024 --lst 8 --goart q",
+         "  Im Lauf nicht gezählt: Gebührenart nicht gewählt\n"},
+        {"UPDATE BEH SET GOART = '7' WHERE LSTNR = '8'", "1001 --datum 05.03.2024 --lst 8",
+         "  Im Lauf nicht gezählt: Leistungen der Art 7 zählen nur mit --technik\n"},
+        {"DELETE FROM PAT", "1001 --datum 05.03.2024 --lst 8", "x 1,2285 EUR = 7,371 EUR\n"},
+        {"", "1001 --datum 23.01.2024", "Eintrag ohne Leistung: Röntgenbild besprochen: keine a"},
         {"", "1003 --datum 14.03.2024 --lst 24a",
          "  Im Lauf nicht gezählt: Leistung ohne Plannummer\n  Gebührenzeile 24a, "},
         {"", "1035 --datum 09.10.2024 --lst 41a",
@@ -288,6 +311,8 @@ TEST_F(CLaufTest, WhatMissesRowsIsNeverCalledWhole) {
             EXPECT_EQ(ende.iCode, 1) << pSql << pBefehl;
             EXPECT_EQ(ende.sFehler.substr(0, sSchaden.size()), sSchaden) << pSql << pBefehl;
             EXPECT_EQ(ende.sAus.find("Gesamt"), std::string::npos) << pSql << pBefehl;
+            EXPECT_TRUE(!ende.sAus.starts_with("\xEF") ||
+                        ende.sAus.ends_with("nicht vollständig lesbar.\r\n"));
         }
     }
 }
@@ -352,23 +377,108 @@ TEST_F(CLaufTest, WhatARunDoesBesideTheSelectionShows) {
     EXPECT_NE(Laufe("run a.db --par-marken --abrart 67").sAus.find(" Hits"), std::string::npos);
 }
 
-// ---- the README's examples
+// ---- what leaves the terminal
 
-TEST_F(CProgrammTest, TheReadmeShowsWhatTheProgramSays) {
-    std::ifstream ein(std::filesystem::path(ORVOSTATBS_SOURCE_DIR) / "README.md");
-    std::string sZeile;
-    while (std::getline(ein, sZeile) && !sZeile.starts_with("$ orvostat"))
-        ;
-    int iBeispiele = 0;
-    while (sZeile.starts_with("$ orvostat ")) {
-        const std::string sBefehl = sZeile.substr(11);
-        std::string sSoll;
-        while (std::getline(ein, sZeile) && !sZeile.starts_with("$ ") && sZeile != "```")
-            sSoll += sZeile + '\n';
-        EXPECT_EQ(Laufe(sBefehl).sAus, sSoll) << sBefehl;
-        ++iBeispiele;
+// In this process, with a user who stops the run at its first look.
+TEST_F(CLaufTest, ACancelledRunSaysSoInItsOutput) {
+    CRekorder rekorder;
+    const COberflaecheErsatz ersatz(rekorder);
+    const std::string sDatei = Pfad("a.db").string();
+    const std::string sZiel = Pfad("x.csv").string();
+    const struct {
+        std::vector<const char *> vWahl;
+        const char * pSoll; // the end of the output
+    } aFaelle[] = {
+        {{}, "\nUNVOLLSTÄNDIG. Abgebrochen: hier steht, was bis dahin gelesen war.\n"},
+        {{"--format", "csv"}, "\r\nUNVOLLSTÄNDIG. Abgebrochen: hier steht, was bis dahin gelesen war.\r\n"},
+        {{"--format", "json"}, "  \"vollständig\": false\n}\n"},
+        {{"--format", "json", "--hits"}, "  \"vollständig\": false\n}\n"},
+        {{"--format", "csv", "-o", sZiel.c_str()}, ""},
+    };
+    for (const auto & fall : aFaelle) {
+        rekorder.m_iAbbruchAb = static_cast<int>(rekorder.m_vSchritte.size()) + 1;
+        rekorder.m_vAntworten = {true};
+        CLI::App app;
+        Beschrifte(app);
+        FuegeRunHinzu(app);
+        std::vector<const char *> vArgumente{"orvostat", "run", sDatei.c_str()};
+        vArgumente.insert(vArgumente.end(), fall.vWahl.begin(), fall.vWahl.end());
+        std::ostringstream aus;
+        std::streambuf * const pVorher = std::cout.rdbuf(aus.rdbuf());
+        EXPECT_EQ(FuehreAus(app, static_cast<int>(vArgumente.size()), vArgumente.data()), 130);
+        std::cout.rdbuf(pVorher);
+        EXPECT_TRUE(aus.str().ends_with(fall.pSoll)) << aus.str();
+        EXPECT_EQ(aus.str().find("UNVOLLSTÄNDIG") < 200, *fall.pSoll != 0) << "said at the head too";
     }
-    EXPECT_EQ(iBeispiele, 3);
+    for (const auto & eintrag : std::filesystem::directory_iterator(Pfad("")))
+        EXPECT_EQ(eintrag.path().string().find("x.csv"), std::string::npos) << "whole or not at all";
+}
+
+// The head names all that the sums depend on; the exact amounts of a column add up to the last figure.
+TEST_F(CLaufTest, AFileOfSumsSpeaksForItself) {
+    const std::string sWahl = "run a.db --von 01.10.2024 --goart k --nach monat --format csv -o x.csv";
+    ASSERT_EQ(Laufe(sWahl).iCode, 0);
+    std::string s =
+        std::regex_replace(Inhalt("x.csv"), std::regex("Erstellt;[0-9. :]{16}\r"), "Erstellt;jetzt\r");
+    s = std::regex_replace(s, std::regex("Version;[0-9.]+\r"), "Version;1\r");
+    EXPECT_EQ(s.substr(0, s.find("Bilanz")),
+              "\xEF\xBB\xBF"
+              "Datei;a.db\r\nZeitraum;ab 01.10.2024\r\n"
+              "Auswahl;\"goart = \"\"k\"\"\"\r\nVersion;1\r\nErstellt;jetzt\r\n\r\n");
+    std::istringstream zeilen(s.substr(s.find("Betrag genau EUR\r\n") + 18));
+    std::vector<long long> viEinheiten;
+    for (std::string sZeile; std::getline(zeilen, sZeile);) {
+        std::string sGenau = sZeile.substr(sZeile.rfind(';') + 1);
+        const std::size_t iKomma = sGenau.find(',');
+        sGenau = sGenau.substr(0, iKomma) +
+                 (sGenau.substr(iKomma + 1, sGenau.size() - iKomma - 2) + "00000000").substr(0, 8);
+        viEinheiten.push_back(std::stoll(sGenau));
+    }
+    ASSERT_EQ(viEinheiten.size(), 4U);
+    EXPECT_EQ(viEinheiten[0] + viEinheiten[1] + viEinheiten[2], viEinheiten[3]);
+    EXPECT_NE(viEinheiten[3] % 1'000'000, 0) << "nothing was rounded, so nothing is seen";
+
+    const std::string sVorher = Inhalt("x.csv");
+    const SProgrammende verweigert = Laufe(sWahl);
+    EXPECT_EQ(verweigert.sFehler,
+              "\"x.csv\" gibt es schon und wird nicht überschrieben; --force tut auch das.\n");
+    EXPECT_EQ(Inhalt("x.csv"), sVorher);
+    EXPECT_EQ(Laufe("run a.db --format json -o x.csv --force").iCode, 0);
+    EXPECT_TRUE(Inhalt("x.csv").ends_with("\"vollständig\": true\n}\n"));
+}
+
+// Texts of rows reach neither the terminal's control nor a spreadsheet's formulas.
+TEST_F(CLaufTest, ControlCharactersAndFormulasOfRowsAreHarmless) {
+    Kopiere(
+        "UPDATE PAT SET PATNAME = '=1+1' || char(27) || '[31m' || char(157) || char(13), PATVORNAME = ''; "
+        "UPDATE BEH SET LSTIN = char(27) || ']0;x' || char(7), TEXT = char(9) || '@SUM(A1)'; DELETE FROM "
+        "PLAN");
+    for (const char * pBefehl :
+         {"run b.db", "run b.db --hits", "run b.db --nach patient", "run b.db --weggelassen=alle",
+          "hits b.db", "hits b.db --format csv", "hits b.db --format json",
+          "explain b.db --patient 1001 --datum 23.01.2024"}) {
+        const SProgrammende ende = Laufe(pBefehl);
+        const std::string sAlles = ende.sAus + ende.sFehler;
+        EXPECT_EQ(ende.iCode, 0) << pBefehl;
+        for (std::size_t i = 0; i + 1 < sAlles.size(); ++i) {
+            const auto c = static_cast<unsigned char>(sAlles[i]);
+            const auto cNach = static_cast<unsigned char>(sAlles[i + 1]);
+            ASSERT_FALSE((c < 0x20 && c != '\n' && (c != '\r' || cNach != '\n')) || c == 0x7F ||
+                         (c == 0xC2 && cNach < 0xA0))
+                << pBefehl << " at " << i;
+        }
+        if (std::string_view(pBefehl).find("csv") == std::string_view::npos) continue;
+        EXPECT_NE(sAlles.find(";\"'=1+1"), std::string::npos);
+        EXPECT_NE(sAlles.find(";' @SUM"), std::string::npos);
+    }
+}
+
+// ---- examples
+
+TEST_F(CProgrammTest, CommandsAnswerAsTheExamplesSay) {
+    const std::string sQuelle = ORVOSTATBS_SOURCE_DIR;
+    EXPECT_EQ(PruefeBefehle(sQuelle + "/README.md"), 3);
+    EXPECT_GT(PruefeBefehle(sQuelle + "/tests/program/faelle/lauf.txt"), 0);
 }
 
 } // namespace

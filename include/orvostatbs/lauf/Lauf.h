@@ -29,6 +29,38 @@ enum class ELaufstelle {
     Verordnungen,
 };
 
+// Why a treatment that was read is no hit: the first section of the selection that leaves it out, in the order in which
+// they are asked; for one that is selected, its first defect.
+enum class EWeglassgrund {
+    Zeitraum,
+    Patient,
+    Behandler,
+    Gebuehrenart,
+    Erfasser,
+    Status,
+    Plan,
+    Abrechnungsart,
+    Praxis,
+    Versicherung,
+    Kasse,
+    Leistung,
+    Punktwertart,
+    Abrechenbar,
+    Technik,            // a service of the kind "7" whose sub-kind is not among TecGoSubArten
+    BehandlerUnbekannt, // from here on: defects
+    PraxisUnbekannt,
+    OhnePlannummer, // from here on: the plan gate
+    PlanFehlt,
+    Planstand,
+};
+inline constexpr std::size_t WEGLASSGRUENDE = static_cast<std::size_t>(EWeglassgrund::Planstand) + 1;
+// The reason in German, for a report: "Plan fehlt".
+[[nodiscard]] const CString & Weglassname(EWeglassgrund eGrund);
+// The treatment is selected and yet does not count: nobody bills it.
+[[nodiscard]] constexpr bool IstMangel(EWeglassgrund eGrund) {
+    return eGrund >= EWeglassgrund::BehandlerUnbekannt;
+}
+
 // What a run does beside the selection.
 struct SLaufauftrag {
     bool bPlangatter = true; // denture, orthodontic and periodontal services count only with a plan in order
@@ -52,6 +84,13 @@ struct SLaufauftrag {
     // false: of a patient only his name is read, which then needs no address, and all that was read for him, his
     // errors too, is forgotten with him: m_vPat stays empty. His sections of the selection see no values.
     bool bPatienten = true;
+    // true: a treatment of the period that is left out is built and valued too, as far as its rows allow, and the
+    // accumulator's work hit holds it in fWeggelassen and behind BaueHit. It changes no other hit and leaves no more
+    // errors than else.
+    bool bWeggelasseneBewerten = false;
+
+    // Called for each treatment of the run that is no hit, in their order.
+    std::function<void(const CTBeh &, EWeglassgrund)> fWeggelassen = nullptr;
 
     // Called at each ELaufstelle, for a kind that is not wanted not at all: for Patient when the next patient's first
     // treatment comes and behind the last one, whether or not he has hits. May empty the accumulator's tables of hits
@@ -66,29 +105,6 @@ enum class ELauf {
     Unlesbar,    // the store failed, be it in one look-up: the sums are not those of the rows
     Gescheitert, // master data are missing, and the accumulator's message has been shown; or fNach said so
 };
-
-// Why a treatment that was read is no hit: the first reason in the order in which they are asked.
-enum class EWeglassgrund {
-    Zeitraum,
-    Patient,
-    BehandlerUnbekannt,
-    Behandler,
-    Gebuehrenart,
-    Erfasser,
-    Status,
-    Plan,
-    OhnePlannummer, // from here to Planstand: the plan gate
-    PlanFehlt,
-    Planstand,
-    Abrechnungsart,
-    Praxis,
-    Versicherung,
-    Kasse,
-    Leistung,
-};
-inline constexpr std::size_t WEGLASSGRUENDE = static_cast<std::size_t>(EWeglassgrund::Leistung) + 1;
-// The reason in German, for a report.
-[[nodiscard]] const CString & Weglassname(EWeglassgrund eGrund);
 
 // What the run met on its way, for a report. The numbers are those of the whole run, whatever fNach took out of the
 // tables.
@@ -132,7 +148,9 @@ public:
     // Builds the accumulator's work hit of one treatment, whatever its day; false if it is left out, then
     // Weglassgrund() says why. Either is counted. Between Vorlauf and Nachlauf only.
     bool BaueHit(const CTBeh & beh);
-    [[nodiscard]] EWeglassgrund Weglassgrund() const { return m_stand.eGrund; }
+    [[nodiscard]] EWeglassgrund Weglassgrund() const {
+        return m_stand.grund.value_or(EWeglassgrund::Zeitraum);
+    }
     // Start and end by hand, for a caller that walks treatments of its own. A Vorlauf that fails has shown the
     // message, unless Lesefehler. Both may be called again and again; each Vorlauf starts from nothing.
     bool Vorlauf();
@@ -147,13 +165,17 @@ private:
     void Vergiss();
     [[nodiscard]] int LiesStammdaten(); // 0, or the accumulator's code
 
-    bool Baue(const CTBeh & beh);
-    // Whether a section lets pass, or none is asked; the reason is kept where not.
+    void Baue(const CTBeh & beh);
+    void Bewerte(CBehHitLine & hit, const CLebStruct * pLeb, int iPlan);
+    void LasseWeg(const CTBeh & beh, EWeglassgrund eGrund);
+    // Whether a section lets pass, or none is asked; the reason is kept where not. True also where the hit is built on
+    // in spite of it: m_stand.grund says whether it counts.
     [[nodiscard]] bool Passt(EWeglassgrund eGrund, bool bPasst);
-    void Zaehle(EWeglassgrund eGrund) { ++m_stand.zahlen.aiWeggelassen[static_cast<std::size_t>(eGrund)]; }
-    [[nodiscard]] bool PlanPasst(CBehHitLine & hit, int & iPlan);
+    [[nodiscard]] bool Merke(EWeglassgrund eGrund);
+    void FragePlan(CBehHitLine & hit, int & iPlan);
     // Whether a hit passes the sections of the selection that look at what the named steps have given.
     [[nodiscard]] bool BehandlerPasst(const CString & sLeb, bool bGewaehlt);
+    [[nodiscard]] bool PraxisPasst(const CString & sPraxis);
     [[nodiscard]] bool EintragPasst(const CBehHitLine & hit);
     [[nodiscard]] bool RechnungPasst(const CBehHitLine & hit);
     [[nodiscard]] bool AbrechnungsartPasst(const CBehHitLine & hit);
@@ -206,8 +228,9 @@ private:
         ELauf eLauf = ELauf::Fertig;
         std::uint64_t iFehlschlaege = 0; // of both handles before the first read
         SLaufzahlen zahlen;
-        EWeglassgrund eGrund = EWeglassgrund::Zeitraum; // of the last treatment that was left out
-        std::int64_t iZeile = 0;                        // of iZeilen, for the progress box
+        std::optional<EWeglassgrund> grund; // why the hit at hand is left out
+        std::size_t iFehlerNachGatter = 0;  // what the plan gate has left behind
+        std::int64_t iZeile = 0;            // of iZeilen, for the progress box
         std::int64_t iZeilen = 0;
         CString sVon;
         CString sBis;

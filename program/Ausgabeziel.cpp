@@ -1,0 +1,188 @@
+#include "Ausgabeziel.h"
+
+#include "Aufruf.h"
+#include "Datenbank.h"
+#include "Praxis.h"
+
+#include "orvostatbs/host/Datum.h"
+#include "orvostatbs/host/Umgebung.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+namespace orvostat {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view DATENBANKANFANG = "SQLite format 3";
+
+bool IstDatenbank(const std::string & sDatei) {
+    std::array<char, DATENBANKANFANG.size()> ac{};
+    std::ifstream(sDatei, std::ios::binary).read(ac.data(), ac.size());
+    return std::string_view(ac.data(), ac.size()) == DATENBANKANFANG;
+}
+
+void PruefeZiel(const SAusgabeoptionen & optionen) {
+    const std::string sName = '"' + optionen.sDatei + '"';
+    std::error_code fehler;
+    if (!fs::path(optionen.sDatei).has_filename()) Verweigere(sName + " ist kein Dateiname.");
+    const fs::file_status status = fs::symlink_status(optionen.sDatei, fehler);
+    if (!fs::exists(status)) return;
+    if (!fs::is_regular_file(status)) Verweigere(sName + " ist keine gewöhnliche Datei.");
+    if (IstDatenbank(optionen.sDatei))
+        Verweigere(sName + " ist eine Datenbank und wird nicht überschrieben.");
+    if (!optionen.bErsetzen)
+        Verweigere(sName + " gibt es schon und wird nicht überschrieben; --force tut auch das.");
+}
+
+std::string Grund(int iErrno) {
+    switch (iErrno) {
+    case ENOSPC:
+    case EDQUOT:
+        return "der Datenträger ist voll";
+    case EFBIG:
+        return "die Datei würde größer als erlaubt";
+    case EROFS:
+        return "der Datenträger ist schreibgeschützt";
+    case EACCES:
+    case EPERM:
+        return "vermutlich fehlt die Berechtigung";
+    case ENOENT:
+    case ENOTDIR:
+        return "das Verzeichnis gibt es nicht";
+    default:
+        return fmt::format("Fehler {} des Betriebssystems", iErrno);
+    }
+}
+
+[[noreturn]] void Scheitere(const std::string & sDatei, int iErrno) {
+    Verweigere('"' + sDatei + "\" lässt sich nicht schreiben: " + Grund(iErrno) + '.');
+}
+
+// Without bErsetzen a name that has been taken meanwhile is left alone.
+bool GibNamen(const std::string & sVon, const std::string & sNach, bool bErsetzen) {
+    if (bErsetzen) return std::rename(sVon.c_str(), sNach.c_str()) == 0;
+    if (link(sVon.c_str(), sNach.c_str()) == 0) return unlink(sVon.c_str()) == 0;
+    std::error_code fehler;
+    if (errno == EEXIST || fs::exists(fs::symlink_status(sNach, fehler)))
+        Verweigere('"' + sNach + "\" gibt es schon.");
+    return std::rename(sVon.c_str(), sNach.c_str()) == 0;
+}
+
+// The options that select: neither file nor period, which the head names by themselves, nor what belongs to the output.
+bool IstAuswahl(const CLI::Option & option) {
+    return !option.get_positional() && option.get_group() != AUSGABEGRUPPE && option.get_name() != "--von" &&
+           option.get_name() != "--bis";
+}
+
+} // namespace
+
+void FuegeAusgabeHinzu(CLI::App & app, SAusgabeoptionen & optionen) {
+    OptionFormat(app, optionen.eFormat);
+    app.get_option("--format")->group(AUSGABEGRUPPE);
+    CLI::Option * pDatei =
+        app.add_option("-o,--ausgabe", optionen.sDatei, "In diese Datei, ganz oder gar nicht")
+            ->type_name("NAME");
+    pDatei->group(AUSGABEGRUPPE)
+        ->check(CLI::Validator(
+            [](const std::string & s) {
+                return s.empty() ? std::string("der Dateiname ist leer") : std::string();
+            },
+            ""));
+    app.add_flag("--force", optionen.bErsetzen, "Eine Datei dieses Namens ersetzen")
+        ->needs(pDatei)
+        ->group(AUSGABEGRUPPE);
+    app.add_flag("--ohne-kopf", optionen.bOhneKopf, "Ohne Datei, Zeitraum, Auswahl, Version und Zeit davor")
+        ->group(AUSGABEGRUPPE);
+}
+
+CAusgabeziel::CAusgabeziel(const SAusgabeoptionen & optionen) : m_optionen(optionen) {
+    if (!IstDatei()) return;
+    PruefeZiel(optionen);
+    std::string sName = optionen.sDatei + ".neu-XXXXXX";
+    m_iHandle = mkstemp(sName.data());
+    if (m_iHandle < 0) Scheitere(optionen.sDatei, errno);
+    m_sVorlaeufig = sName;
+    m_datei.open(m_sVorlaeufig, std::ios::binary);
+    m_sauber.emplace(m_datei);
+}
+
+CAusgabeziel::~CAusgabeziel() {
+    m_sauber.reset();
+    if (!m_sVorlaeufig.empty()) unlink(m_sVorlaeufig.c_str());
+    if (m_iHandle >= 0) close(m_iHandle);
+}
+
+std::ostream & CAusgabeziel::Strom() { return IstDatei() ? m_datei : std::cout; }
+
+void CAusgabeziel::Fertig() {
+    if (!IstDatei()) return;
+    errno = 0;
+    m_datei.flush();
+    const int iErrno = errno == 0 ? EIO : errno;
+    m_sauber.reset();
+    if (!m_datei) Scheitere(m_optionen.sDatei, iErrno);
+    m_datei.close();
+    if (fsync(m_iHandle) != 0 || !GibNamen(m_sVorlaeufig, m_optionen.sDatei, m_optionen.bErsetzen))
+        Scheitere(m_optionen.sDatei, errno);
+    m_sVorlaeufig.clear();
+}
+
+void MeldeAbbruch(const CAusgabeziel & ziel) {
+    if (!ziel.IstDatei()) {
+        std::cerr << "Abgebrochen. Gezeigt wird, was bis dahin gelesen war.\n";
+        return;
+    }
+    std::cerr << "Abgebrochen. Die Ausgabedatei ist nicht geschrieben.\n";
+    throw CLI::RuntimeError(ENDE_ABBRUCH);
+}
+
+std::string Auswahltext(const CLI::App & app) {
+    std::string s;
+    for (const CLI::Option * pOption : app.get_options()) {
+        if (pOption->count() == 0 || !IstAuswahl(*pOption)) continue;
+        s += (s.empty() ? "" : ", ") + pOption->get_name().substr(2);
+        if (pOption->get_items_expected_max() != 0)
+            s += " = \"" + CLI::detail::join(pOption->results()) + '"';
+    }
+    return s;
+}
+
+std::vector<SKopfzeile> Ausgabekopf(const std::string & sPraxisdatei, const CString & sVon,
+                                    const CString & sBis, const std::string & sAuswahl,
+                                    const std::string & sUnvollstaendig) {
+    std::string sZeitraum = sVon.IsEmpty() ? "" : (sBis.IsEmpty() ? "ab " : "") + Db2Date(sVon).Utf8();
+    if (!sBis.IsEmpty()) sZeitraum += (sVon.IsEmpty() ? "bis " : " bis ") + Db2Date(sBis).Utf8();
+    const SZeitpunkt jetzt = Uhr().Jetzt();
+    std::vector<SKopfzeile> v = {
+        {"Datei", sPraxisdatei},
+        {"Zeitraum", sZeitraum.empty() ? "alle Tage" : sZeitraum},
+        {"Auswahl", sAuswahl.empty() ? "alles" : sAuswahl},
+        {"Version", Version()},
+        {"Erstellt", fmt::format("{:02}.{:02}.{} {:02}:{:02}", jetzt.iTag, jetzt.iMonat, jetzt.iJahr,
+                                 jetzt.iStunde, jetzt.iMinute)}};
+    if (!sUnvollstaendig.empty()) v.push_back({"Stand", sUnvollstaendig});
+    return v;
+}
+
+std::unique_ptr<CDokument> BeginneDokument(CAusgabeziel & ziel, const SAusgabeoptionen & optionen,
+                                           const std::vector<SKopfzeile> & vKopf,
+                                           const std::string & sUnvollstaendig) {
+    std::unique_ptr<CDokument> pDokument = CDokument::Neu(optionen.eFormat, ziel.Strom());
+    const bool bSchirm = optionen.eFormat == EFormat::Tabelle && !ziel.IstDatei();
+    if (bSchirm && !sUnvollstaendig.empty()) pDokument->Satz(sUnvollstaendig);
+    if (!bSchirm && !optionen.bOhneKopf) pDokument->Kopf(vKopf);
+    return pDokument;
+}
+
+} // namespace orvostat

@@ -1,4 +1,0 @@
-// The command hits stands with the others.
-#pragma once
-
-#include "Befehle.h"
