@@ -6,6 +6,7 @@
 #include "Gegenrechnung.h"
 #include "Konsole.h"
 #include "Laufbericht.h"
+#include "Laufrahmen.h"
 #include "Praxis.h"
 #include "Selektionsoptionen.h"
 #include "Summentabelle.h"
@@ -29,10 +30,8 @@ struct SLaufbefehl {
     bool bPruefe = false;
 };
 
-// The auftrag of the flags that say the opposite.
 SLaufauftrag Auftrag(const SLaufbefehl & befehl, CWeggelassenes & weggelassenes) {
-    SLaufauftrag auftrag = befehl.optionen.auftrag;
-    auftrag.bPlangatter = !befehl.optionen.bPlangatterAus;
+    SLaufauftrag auftrag = Laufauftrag(befehl.optionen);
     if (befehl.sWeggelassen.empty()) return auftrag;
     auftrag.bWeggelasseneBewerten = true;
     auftrag.fWeggelassen = [&](const CTBeh & beh, EWeglassgrund eGrund) { weggelassenes.Nimm(beh, eGrund); };
@@ -66,37 +65,18 @@ void Pruefe(const SLaufbefehl & befehl, const CStatAccu & accu) {
     if (!ZeigeGegenrechnung(bFrei ? std::cout : std::cerr, rechnung)) throw CLI::RuntimeError(ENDE_FEHLER);
 }
 
-// Whatever the moment of a cancel, what was collected until then is shown; but a file is whole.
 void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     const CPraxis praxis(befehl.optionen.sDatei, EModus::Lesen);
     CStatAccu accu;
-    SetzeSelektion(app, befehl.optionen, accu);
-    CAusgabeziel ziel(befehl.ausgabe);
     CWeggelassenes weggelassenes(accu, befehl.sWeggelassen == "alle");
-    CLauf lauf(accu, Auftrag(befehl, weggelassenes));
-    const ELauf eLauf = lauf.Laufe();
-    if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
-    VerweigereNachLesefehler();
-    std::string sUnvollstaendig = eLauf == ELauf::Abgebrochen || AbbruchVerlangt() ? ABGEBROCHEN : "";
-    if (!sUnvollstaendig.empty()) MeldeAbbruch(ziel);
-
-    const std::unique_ptr<CDokument> pDokument =
-        BeginneDokument(ziel, befehl.ausgabe,
-                        Ausgabekopf(befehl.optionen.sDatei, accu.GetAbDatum(), accu.GetBisDatum(),
-                                    Auswahltext(app), sUnvollstaendig),
-                        sUnvollstaendig);
-    if ((!ZeigeErgebnis(befehl, *pDokument, accu, lauf, weggelassenes) || AbbruchVerlangt()) &&
-        sUnvollstaendig.empty()) {
-        sUnvollstaendig = ABGEBROCHEN;
-        MeldeAbbruch(ziel);
-    }
-    if (lauf.Lesefehler()) sUnvollstaendig = UNLESBAR; // names in the tables are read too
-    pDokument->Ende(sUnvollstaendig);
-    VerweigereNachLesefehler();
-    lauf.Nachlauf();
-    if (!sUnvollstaendig.empty()) throw CLI::RuntimeError(ENDE_ABBRUCH);
-    ziel.Fertig();
-    if (befehl.bPruefe) Pruefe(befehl, accu);
+    const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf & lauf) {
+        return ZeigeErgebnis(befehl, dokument, accu, lauf, weggelassenes);
+    };
+    const auto Danach = [&](CStatAccu &) {
+        if (befehl.bPruefe) Pruefe(befehl, accu);
+    };
+    FuehreLaufAus({app, befehl.optionen, befehl.ausgabe, Zeige, Danach}, accu,
+                  Auftrag(befehl, weggelassenes));
 }
 
 // One or two criteria with a comma between them.

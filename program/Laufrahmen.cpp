@@ -15,7 +15,6 @@ SLaufauftrag Laufauftrag(const SLaufoptionen & optionen) {
 }
 
 void FuehreLaufAus(const SLaufrahmen & rahmen, CStatAccu & accu, const SLaufauftrag & auftrag) {
-    const CPraxis praxis(rahmen.optionen.sDatei, EModus::Lesen);
     SetzeSelektion(rahmen.app, rahmen.optionen, accu);
     CAusgabeziel ziel(rahmen.ausgabe);
     CLauf lauf(accu, auftrag);

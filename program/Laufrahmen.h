@@ -1,5 +1,5 @@
-// What the commands on top of a run have in common: the practice, the selection, the run, the document, and what a
-// cancel or a failed read makes of it.
+// What the commands on top of a run have in common: the selection, the run, the document, and what a cancel or a
+// failed read makes of it.
 #pragma once
 
 #include "Ausgabeziel.h"
@@ -24,8 +24,8 @@ struct SLaufrahmen {
 // The run's orders without those that need the accumulator.
 [[nodiscard]] SLaufauftrag Laufauftrag(const SLaufoptionen & optionen);
 
-// Runs over the practice file. Whatever the moment of a cancel, what was collected until then is shown; but a file is
-// whole. auftrag may hold hooks on accu, which belongs to the caller and has no selection yet.
+// Runs over the practice, which the caller has opened before he made accu. Whatever the moment of a cancel, what was
+// collected until then is shown; but a file is whole. auftrag may hold hooks on accu; the selection is set here.
 void FuehreLaufAus(const SLaufrahmen & rahmen, CStatAccu & accu, const SLaufauftrag & auftrag);
 
 } // namespace orvostat

@@ -55,6 +55,7 @@ void ZeigePruefung(const SSummenpruefung & pruefung) {
 template <class FRechne, class FZeige, class FPruefe>
 void FuehreStatistikAus(const CLI::App & app, const SLeistungsbefehl & befehl, FRechne fRechne, FZeige fZeige,
                         FPruefe fPruefe) {
+    const CPraxis praxis(befehl.optionen.sDatei, EModus::Lesen);
     CLSSum sum;
     CStatAccu accu;
     CString sPraxis;
