@@ -19,10 +19,13 @@ namespace orvostat {
 
 namespace {
 
+// In the order of ELeistungNach.
+const std::vector<std::string> NACHWORTE = {"art", "zahler", "behandler", "leistung"};
+
 struct SLeistungsbefehl {
     SLaufoptionen optionen;
     SAusgabeoptionen ausgabe;
-    ELeistungNach eNach = ELeistungNach::Art;
+    std::string sNach = "art";
     SHundertauftrag auftrag;
     SHundertwahl hundert;
     SKassenwahl kassen;
@@ -79,7 +82,8 @@ void FuehreLeistungenAus(const CLI::App & app, const SLeistungsbefehl & befehl) 
             sum.Analyse(sPraxis, accu.m_vBehHits, nullptr);
         },
         [&](CDokument & dokument, CStatAccu & accu, const CLSSum & sum, const CString & sPraxis) {
-            SchreibeLeistungen(dokument, accu, sum, sPraxis, befehl.eNach);
+            const auto iNach = std::ranges::find(NACHWORTE, befehl.sNach) - NACHWORTE.begin();
+            SchreibeLeistungen(dokument, accu, sum, sPraxis, static_cast<ELeistungNach>(iNach));
         },
         PruefeLeistungen);
 }
@@ -102,6 +106,7 @@ void FuehreHundertAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
         app, befehl,
         [&](CLSSum & sum, CStatAccu & accu, const CString & sPraxis) {
             LadeVerhaeltnisse();
+            dbMKGVersion = a.bZweiterSatz; // else the second norms are not read
             LadeNormen(sum.m_100F, accu);
             sum.Analyse100Fall(sPraxis, accu.m_vBehHits, a.bFesteFallzahl, a.iFallzahl, a.bMitGruppe9,
                                a.bGruppe9Extra, a.bZweiterSatz);
@@ -201,13 +206,8 @@ void FuegeLeistungenHinzu(CLI::App & app) {
     CLI::App * pApp = FuegeStatistikHinzu(
         app, "leistungen", "Die Leistungsstatistik: Praxis, Behandler und Gruppen mit ihren Anteilen",
         *pBefehl);
-    pApp->add_option("--nach", pBefehl->eNach, "Gruppen nach art, zahler, behandler oder leistung")
-        ->transform(CLI::CheckedTransformer(
-            std::vector<std::pair<std::string, ELeistungNach>>{{"art", ELeistungNach::Art},
-                                                               {"zahler", ELeistungNach::Zahler},
-                                                               {"behandler", ELeistungNach::Behandler},
-                                                               {"leistung", ELeistungNach::Leistung}},
-            CLI::ignore_case))
+    pApp->add_option("--nach", pBefehl->sNach, "Gruppen nach art, zahler, behandler oder leistung")
+        ->check(EinesVon(NACHWORTE))
         ->type_name("WORT")
         ->group(AUSGABEGRUPPE);
     pApp->callback([pApp, pBefehl] { FuehreLeistungenAus(*pApp, *pBefehl); });

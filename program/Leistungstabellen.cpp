@@ -119,15 +119,16 @@ const SAusgabespalte GRUPPENSPALTEN[] = {
     {"Kostenträger", EZelle::Text, BREITE_NAME},
     {"Statistikart", EZelle::Text, BREITE_NAME},
     {"Anzahl", EZelle::Zahl, BREITE_ZAHL},
-    {"Punkte", EZelle::Zahl, BREITE_ZAHL},
+    {"Kassenpunkte", EZelle::Zahl, BREITE_ZAHL},
     {"Betrag", EZelle::Zahl, BREITE_ZAHL, "EUR"},
     {"Betrag genau", EZelle::Zahl, BREITE_ZAHL, "EUR", true},
     {"Anteil Praxis", EZelle::Zahl, BREITE_ZAHL, "%"},
 };
 
-std::vector<CString> Werte(const CLSLst & lst) {
-    return {Hundertstel(lst.ANZAHL), Hundertstel(lst.PUNKTE), BetragZelle(lst.BETRAG),
-            GenauZelle(lst.BETRAG)};
+// Points of the insurers' services only: those of private schedules are of another worth.
+std::vector<CString> Werte(const CLSLst & lst, char cZahler = 0) {
+    return {Hundertstel(lst.ANZAHL), cZahler == '0' ? Hundertstel(lst.PUNKTE) : CString(),
+            BetragZelle(lst.BETRAG), GenauZelle(lst.BETRAG)};
 }
 
 std::vector<CString> Reihe(std::vector<CString> vKopf, const std::vector<CString> & vWerte,
@@ -140,7 +141,7 @@ std::vector<CString> Reihe(std::vector<CString> vKopf, const std::vector<CString
 void SchreibeNachArt(CDokument & dokument, CStatAccu & accu, const CLSPxLstGrp & px) {
     CAusgabe & tabelle = dokument.Tabelle("Nach Statistikart", GRUPPENSPALTEN);
     for (const CLSLstGrp & grp : px.m_vLstGrp)
-        tabelle.Zeile(Reihe({Zahlername(grp.m_cZahler), Artname(accu, grp)}, Werte(grp.m_Sum),
+        tabelle.Zeile(Reihe({Zahlername(grp.m_cZahler), Artname(accu, grp)}, Werte(grp.m_Sum, grp.m_cZahler),
                             {Hundertstel(grp.m_Sum.ANTEILPRAXIS)}));
     tabelle.Summe(Reihe({"Gesamt", ""}, Werte(px.m_Gesamt), {CString()}));
     tabelle.Ende();
@@ -151,7 +152,7 @@ void SchreibeNachZahler(CDokument & dokument, const CLSPxLstGrp & px) {
     static const SAusgabespalte SPALTEN[] = {{"Kostenträger", EZelle::Text, BREITE_NAME},
                                              {"Bereich", EZelle::Text, BREITE_NAME},
                                              {"Anzahl", EZelle::Zahl, BREITE_ZAHL},
-                                             {"Punkte", EZelle::Zahl, BREITE_ZAHL},
+                                             {"Kassenpunkte", EZelle::Zahl, BREITE_ZAHL},
                                              {"Betrag", EZelle::Zahl, BREITE_ZAHL, "EUR"},
                                              {"Betrag genau", EZelle::Zahl, BREITE_ZAHL, "EUR", true},
                                              {"Anteil Praxis", EZelle::Zahl, BREITE_ZAHL, "%"}};
@@ -172,7 +173,7 @@ void SchreibeNachZahler(CDokument & dokument, const CLSPxLstGrp & px) {
     for (const auto & zahler : aZahler)
         for (std::size_t i = 0; i < asBereich.size(); ++i)
             if (const CLSLst & lst = *zahler.apSummen[i]; lst.ANZAHL != 0)
-                tabelle.Zeile(Reihe({Zahlername(zahler.cZahler), asBereich[i]}, Werte(lst),
+                tabelle.Zeile(Reihe({Zahlername(zahler.cZahler), asBereich[i]}, Werte(lst, zahler.cZahler),
                                     {Hundertstel(lst.ANTEILPRAXIS)}));
     tabelle.Ende();
 }
@@ -182,7 +183,7 @@ void SchreibeNachBehandler(CDokument & dokument, CStatAccu & accu, const CLSSum 
                                              {"Kostenträger", EZelle::Text, BREITE_NAME},
                                              {"Statistikart", EZelle::Text, BREITE_NAME},
                                              {"Anzahl", EZelle::Zahl, BREITE_ZAHL},
-                                             {"Punkte", EZelle::Zahl, BREITE_ZAHL},
+                                             {"Kassenpunkte", EZelle::Zahl, BREITE_ZAHL},
                                              {"Betrag", EZelle::Zahl, BREITE_ZAHL, "EUR"},
                                              {"Betrag genau", EZelle::Zahl, BREITE_ZAHL, "EUR", true},
                                              {"Anteil Behandler", EZelle::Zahl, BREITE_ZAHL, "%"},
@@ -190,9 +191,10 @@ void SchreibeNachBehandler(CDokument & dokument, CStatAccu & accu, const CLSSum 
     CAusgabe & tabelle = dokument.Tabelle("Nach Behandler und Statistikart", SPALTEN);
     for (const CLSBehLstGrp & beh : sum.m_vBeh)
         for (const CLSLstGrp & grp : beh.m_vLstGrp)
-            tabelle.Zeile(Reihe(
-                {Behandlername(accu, beh.BEHANDLERNR), Zahlername(grp.m_cZahler), Artname(accu, grp)},
-                Werte(grp.m_Sum), {Hundertstel(grp.m_Sum.ANTEILBEH), Hundertstel(grp.m_Sum.ANTEILPRAXIS)}));
+            tabelle.Zeile(
+                Reihe({Behandlername(accu, beh.BEHANDLERNR), Zahlername(grp.m_cZahler), Artname(accu, grp)},
+                      Werte(grp.m_Sum, grp.m_cZahler),
+                      {Hundertstel(grp.m_Sum.ANTEILBEH), Hundertstel(grp.m_Sum.ANTEILPRAXIS)}));
     tabelle.Summe(Reihe({"Gesamt", "", ""}, Werte(sum.m_Praxis.m_Gesamt), {CString(), CString()}));
     tabelle.Ende();
 }
@@ -203,7 +205,7 @@ void SchreibeNachLeistung(CDokument & dokument, CStatAccu & accu, const CLSPxLst
                                              {"Leistung", EZelle::Text, BREITE_NAME},
                                              {"Kürzel", EZelle::Text, BREITE_NAME},
                                              {"Anzahl", EZelle::Zahl, BREITE_ZAHL},
-                                             {"Punkte", EZelle::Zahl, BREITE_ZAHL},
+                                             {"Kassenpunkte", EZelle::Zahl, BREITE_ZAHL},
                                              {"Betrag", EZelle::Zahl, BREITE_ZAHL, "EUR"},
                                              {"Betrag genau", EZelle::Zahl, BREITE_ZAHL, "EUR", true},
                                              {"Anteil Praxis", EZelle::Zahl, BREITE_ZAHL, "%"}};
@@ -211,7 +213,7 @@ void SchreibeNachLeistung(CDokument & dokument, CStatAccu & accu, const CLSPxLst
     for (const CLSLstGrp & grp : px.m_vLstGrp)
         for (const CLSLst & lst : grp.m_vLst)
             tabelle.Zeile(Reihe({Zahlername(grp.m_cZahler), Artname(accu, grp), lst.LSTNR, lst.LSTKUERZEL},
-                                Werte(lst), {Hundertstel(lst.ANTEILPRAXIS)}));
+                                Werte(lst, grp.m_cZahler), {Hundertstel(lst.ANTEILPRAXIS)}));
     tabelle.Summe(Reihe({"Gesamt", "", "", ""}, Werte(px.m_Gesamt), {CString()}));
     tabelle.Ende();
 }
