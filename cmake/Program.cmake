@@ -10,7 +10,7 @@ if(sources)
     orvo_compiler(orvo_program)
     target_include_directories(orvo_program
         PUBLIC ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/muster PRIVATE ${PROJECT_SOURCE_DIR}/include)
-    target_link_libraries(orvo_program PUBLIC CLI11::CLI11 fmt::fmt)
+    target_link_libraries(orvo_program PUBLIC CLI11::CLI11 fmt::fmt OpenSSL::Crypto)
     set_source_files_properties(${PROJECT_SOURCE_DIR}/program/Aufruf.cpp
         PROPERTIES COMPILE_DEFINITIONS ORVOSTATBS_VERSION="${PROJECT_VERSION}")
 endif()
@@ -20,6 +20,6 @@ if(EXISTS ${main})
     orvo_compiler(orvostat)
     target_include_directories(orvostat PRIVATE
         ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/muster ${PROJECT_SOURCE_DIR}/include)
-    target_link_libraries(orvostat PRIVATE CLI11::CLI11 fmt::fmt ${CMAKE_DL_LIBS})
+    target_link_libraries(orvostat PRIVATE CLI11::CLI11 fmt::fmt OpenSSL::Crypto ${CMAKE_DL_LIBS})
     orvo_link_folders(orvostat program muster ${ORVO_ENGINE} ${ORVO_STORES})
 endif()

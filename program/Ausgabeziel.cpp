@@ -158,6 +158,19 @@ std::string Auswahltext(const CLI::App & app) {
     return s;
 }
 
+std::vector<std::string> Auswahlworte(const CLI::App & app) {
+    std::vector<std::string> v;
+    for (const CLI::Option * pOption : app.get_options()) {
+        if (pOption->count() == 0 || pOption->get_positional() || pOption->get_group() == AUSGABEGRUPPE)
+            continue;
+        const std::vector<std::string> vWerte =
+            pOption->get_items_expected_max() == 0 ? std::vector<std::string>() : pOption->results();
+        v.push_back(pOption->get_name());
+        v.insert(v.end(), vWerte.begin(), vWerte.end());
+    }
+    return v;
+}
+
 std::vector<SKopfzeile> Ausgabekopf(const std::string & sPraxisdatei, const CString & sVon,
                                     const CString & sBis, const std::string & sAuswahl,
                                     const std::string & sUnvollstaendig) {

@@ -61,6 +61,8 @@ void MeldeAbbruch(const CAusgabeziel & ziel);
 
 // What the command line selects: behandler = "1,3", rsa.
 [[nodiscard]] std::string Auswahltext(const CLI::App & app);
+// The same word by word with the period, as the command line can be given them again.
+[[nodiscard]] std::vector<std::string> Auswahlworte(const CLI::App & app);
 
 // What an output says of itself when it leaves the terminal: file, period (an empty side is open), selection, version,
 // time; and, where it is known already, that it is not whole.

@@ -8,6 +8,7 @@
 #include "Laufbericht.h"
 #include "Laufrahmen.h"
 #include "Praxis.h"
+#include "Saetze.h"
 #include "Selektionsoptionen.h"
 #include "Summentabelle.h"
 #include "Weggelassenes.h"
@@ -15,7 +16,7 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
-#include <sstream>
+#include <optional>
 
 namespace orvostat {
 
@@ -28,6 +29,9 @@ struct SLaufbefehl {
     std::string sWeggelassen; // "maengel", "alle", or empty
     bool bHits = false;
     bool bPruefe = false;
+    std::string sName; // to be saved under; empty: not at all
+    std::string sLayout = Layoutworte().front();
+    SSatzoptionen satzort;
 };
 
 SLaufauftrag Auftrag(const SLaufbefehl & befehl, CWeggelassenes & weggelassenes) {
@@ -66,50 +70,44 @@ void Pruefe(const SLaufbefehl & befehl, const CStatAccu & accu) {
 }
 
 void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
-    const CPraxis praxis(befehl.optionen.sDatei, EModus::Lesen);
+    const CPraxis praxis(befehl.optionen.sDatei,
+                         befehl.satzort.bImBestand ? EModus::Schreiben : EModus::Lesen);
+    std::optional<CSatz> satz;
+    if (!befehl.sName.empty()) satz.emplace(befehl.optionen.sDatei, befehl.satzort, befehl.sName);
     CStatAccu accu;
     CWeggelassenes weggelassenes(accu, befehl.sWeggelassen == "alle");
-    const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf & lauf) {
-        return ZeigeErgebnis(befehl, dokument, accu, lauf, weggelassenes);
+    const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf * pLauf) {
+        return ZeigeErgebnis(befehl, dokument, accu, *pLauf, weggelassenes);
     };
     const auto Danach = [&](CStatAccu &) {
         if (befehl.bPruefe) Pruefe(befehl, accu);
+        if (satz) satz->Schreibe(accu, befehl.sLayout, Auswahlworte(app));
     };
     FuehreLaufAus({app, befehl.optionen, befehl.ausgabe, Zeige, Danach}, accu,
                   Auftrag(befehl, weggelassenes));
 }
 
-// One or two criteria with a comma between them.
-std::string LiesKriterien(const std::string & sWert, std::vector<const SKriterium *> & vNach) {
-    vNach.clear();
-    std::istringstream ein(sWert + ',');
-    for (std::string sWort; std::getline(ein, sWort, ',');) {
-        const SKriterium * const pKriterium = FindeKriterium(sWort);
-        if (pKriterium == nullptr) return EinesVon(Kriterienworte())(sWort);
-        if (std::ranges::find(vNach, pKriterium) != vNach.end()) return '"' + sWort + "\" steht doppelt";
-        vNach.push_back(pKriterium);
-    }
-    return vNach.size() > 2 ? "mehr als zwei Kriterien" : "";
-}
-
 void FuegeErgebnisHinzu(CLI::App & app, SLaufbefehl & befehl) {
     CLI::Option * pHits = app.add_flag("--hits", befehl.bHits, "Die bewerteten Hits statt der Summen");
-    std::string sWorte;
-    for (const std::string & sWort : Kriterienworte())
-        sWorte += (sWorte.empty() ? "" : ", ") + sWort;
-    const auto Lies = [&befehl](const std::string & sWert) { return LiesKriterien(sWert, befehl.vNach); };
-    app.add_option_function<std::string>(
-           "--nach", [](const std::string &) {}, "Summen nach einem oder zwei mit Komma: " + sWorte)
-        ->check(CLI::Validator(Lies, ""))
-        ->excludes(pHits)
-        ->type_name("WORT")
-        ->group(AUSGABEGRUPPE);
+    FuegeNachHinzu(app, befehl.vNach)->excludes(pHits);
     app.add_flag("--weggelassen{maengel}", befehl.sWeggelassen,
                  "Auch, was gewählt und doch nicht gezählt ist; mit =alle auch das nicht Gewählte")
         ->check(EinesVon({"maengel", "alle"}))
         ->group(AUSGABEGRUPPE);
     pHits->group(AUSGABEGRUPPE);
     FuegeAusgabeHinzu(app, befehl.ausgabe);
+    CLI::Option * pName =
+        app.add_option("--speichern", befehl.sName, "Die Statistik unter diesem Namen speichern")
+            ->type_name("NAME");
+    pName->group(AUSGABEGRUPPE);
+    app.add_option("--layout", befehl.sLayout, "Ihre Spalten: alles, oder die einer Statistik des Systems")
+        ->check(EinesVon(Layoutworte()))
+        ->needs(pName)
+        ->type_name("WORT")
+        ->group(AUSGABEGRUPPE);
+    FuegeSatzortHinzu(app, befehl.satzort);
+    for (const char * pOption : {"--daten", "--im-bestand"})
+        app.get_option(pOption)->needs(pName);
 }
 
 } // namespace

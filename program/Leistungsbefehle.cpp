@@ -5,6 +5,7 @@
 #include "Laufrahmen.h"
 #include "Leistungstabellen.h"
 #include "Praxis.h"
+#include "Saetze.h"
 #include "Summenpruefung.h"
 
 #include "orvostatbs/host/Datum.h"
@@ -31,6 +32,8 @@ struct SLeistungsbefehl {
     SKassenwahl kassen;
     std::string sKasse;
     bool bPruefe = false;
+    std::string sAus; // the name of a saved statistic; empty: a run
+    SSatzoptionen satzort;
 };
 
 // Cases are counted quarter by quarter; within a quarter the order of the run stays.
@@ -62,7 +65,7 @@ void FuehreStatistikAus(const CLI::App & app, const SLeistungsbefehl & befehl, F
     CLSSum sum;
     CStatAccu accu;
     CString sPraxis;
-    const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf &) {
+    const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf *) {
         sPraxis = Praxisnummer(befehl.optionen);
         OrdneNachQuartalen(accu.m_vBehHits);
         fRechne(sum, accu, sPraxis);
@@ -72,7 +75,14 @@ void FuehreStatistikAus(const CLI::App & app, const SLeistungsbefehl & befehl, F
     const auto Pruefe = [&](CStatAccu &) {
         if (befehl.bPruefe) ZeigePruefung(fPruefe(accu.m_vBehHits, sPraxis, sum));
     };
-    FuehreLaufAus({app, befehl.optionen, befehl.ausgabe, Zeige, Pruefe}, accu, Laufauftrag(befehl.optionen));
+    const SLaufrahmen rahmen{app, befehl.optionen, befehl.ausgabe, Zeige, Pruefe};
+    if (befehl.sAus.empty()) {
+        FuehreLaufAus(rahmen, accu, Laufauftrag(befehl.optionen));
+        return;
+    }
+    const CSatz satz(befehl.optionen.sDatei, befehl.satzort, befehl.sAus);
+    satz.Lies(accu);
+    ZeigeOhneLauf(rahmen, accu, satz.Abfragetext());
 }
 
 void FuehreLeistungenAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
@@ -146,6 +156,13 @@ CLI::App * FuegeStatistikHinzu(CLI::App & app, const char * pName, const char * 
     pApp->add_option("DATEI", befehl.optionen.sDatei, "Die Praxisdatei")->required();
     FuegeSelektionHinzu(*pApp, befehl.optionen);
     FuegeAusgabeHinzu(*pApp, befehl.ausgabe);
+    CLI::Option * pAus =
+        pApp->add_option("--aus", befehl.sAus, "Aus dieser gespeicherten Statistik statt aus einem Lauf")
+            ->type_name("NAME");
+    pAus->group(AUSGABEGRUPPE);
+    FuegeSatzortHinzu(*pApp, befehl.satzort);
+    for (const char * pOption : {"--daten", "--im-bestand"})
+        pApp->get_option(pOption)->needs(pAus);
     pApp->add_flag("--check", befehl.bPruefe, "Rechnet alle Werte mit SQL nach; Ende 1 bei Abweichungen")
         ->group(AUSGABEGRUPPE);
     return pApp;

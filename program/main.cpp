@@ -22,6 +22,10 @@ int Fuehre(int argc, char ** argv) {
     orvostat::FuegeHundertHinzu(app);
     orvostat::FuegeKassenHinzu(app);
     orvostat::FuegeZeplanHinzu(app);
+    orvostat::FuegeGespeichertHinzu(app);
+    orvostat::FuegeOeffnenHinzu(app);
+    orvostat::FuegeVergleichenHinzu(app);
+    orvostat::FuegePruefenHinzu(app);
     orvostat::FuegeExplainHinzu(app);
     orvostat::FuegePruefungHinzu(app);
     orvostat::FuegeKopieHinzu(app);
