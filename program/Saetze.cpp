@@ -1,11 +1,13 @@
 #include "Saetze.h"
 
 #include "Ausgabeziel.h"
+#include "Datenbank.h"
 #include "Praxis.h"
 #include "Pruefsumme.h"
 
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/host/Umgebung.h"
+#include "orvostatbs/lauf/Lauf.h"
 
 #include <algorithm>
 #include <array>
@@ -50,8 +52,7 @@ struct SLayout {
     int * pStruct; // null: the program's own
 };
 const SLayout LAYOUTS[] = {{"alles", nullptr},    {"fs", iFS_SICHERUNG}, {"ts", iTS_SICHERUNG},
-                           {"tp", iTP_SICHERUNG}, {"ls", iLS_SICHERUNG}, {"kzv", iKZV_SICHERUNG},
-                           {"su", iSU_SICHERUNG}, {"ga", iGA_SICHERUNG}, {"goz", iGOZ_SICHERUNG}};
+                           {"tp", iTP_SICHERUNG}, {"ls", iLS_SICHERUNG}, {"kzv", iKZV_SICHERUNG}};
 
 // Finds titles; the catalogue is the evaluator's.
 class CTitel : public CStatEval<CStdioFile> {
@@ -80,6 +81,11 @@ std::size_t Spaltenzahl(const int * pStruct) {
     while (pStruct[i] >= 0)
         ++i;
     return i;
+}
+
+bool HatSpalte(const int * pStruct, const char * pTitel) {
+    const int * const pEnde = pStruct + Spaltenzahl(pStruct);
+    return std::find(pStruct, pEnde, CTitel().Suche(pTitel).front()) != pEnde;
 }
 
 // ---- names and places
@@ -287,15 +293,13 @@ private:
 
 // What the layout lacks and the master data know: the insurer's kinds, the fee row's text.
 void Ergaenze(CStatAccu & accu, const int * pStruct) {
-    const int iGruppe = CTitel().Suche("KASSENGRP").front();
-    const bool bMitGruppe =
-        std::find(pStruct, pStruct + Spaltenzahl(pStruct), iGruppe) != pStruct + Spaltenzahl(pStruct);
+    const bool bMitGruppe = HatSpalte(pStruct, "KASSENGRP");
     for (CBehHitLine & hit : accu.m_vBehHits) {
         if (const int i = accu.FindGO(hit.LSTNR, hit.GOART); i >= 0)
             hit.m_sGoText = accu.m_vGO[static_cast<std::size_t>(i)].m_sGoText;
         if (bMitGruppe || hit.KASKUERZEL.IsEmpty()) continue;
-        if (const int i = accu.FindKas(hit.KASKUERZEL, hit.DATUM); i >= 0)
-            hit.MoveKas(accu.m_vKas[static_cast<std::size_t>(i)]);
+        if (accu.GetKasFromVDesc(hit.KASKUERZEL, hit.DATUM, {}))
+            hit.MoveKas(accu.m_vKas[static_cast<std::size_t>(accu.FindKas(hit.KASKUERZEL, hit.DATUM))]);
     }
 }
 
@@ -372,8 +376,8 @@ void CSatz::VerlangeFertig() const {
 void CSatz::Lies(CStatAccu & accu) const {
     VerlangeFertig();
     int * const pStruct = Layout(Wert(ABSCHNITT, "Layout").Utf8());
-    accu.GetAllMd(true, false); // whose names the tables show; the numbers do without
-    accu.GetAllLeb(false, true);
+    CLauf lauf(accu, {}); // brings the master data, whose names the tables show
+    if (!lauf.Vorlauf()) throw CLI::RuntimeError(ENDE_FEHLER);
     const bool bOk = MitFamilie(m_bImBestand, [&]<class T>() {
         CSatzleser<T> leser(accu, m_sPfad, pStruct);
         return leser.ReadSelektionsFile(leser.GetIniFilename()) && leser.ReadDaten();
@@ -394,6 +398,15 @@ std::vector<std::string> CSatz::Abfrage() const {
         if (s == "\x01") return v;
         v.push_back(s.Utf8());
     }
+}
+
+std::vector<std::string> CSatz::FehlendeSpalten() const {
+    const int * const pStruct = Layout(Wert(ABSCHNITT, "Layout").Utf8());
+    std::vector<std::string> v;
+    for (const char * pTitel : {"BEHANDLERNR", "PRAXISNR", "GOART", "LSTNR", "ANZAHL", "PUNKTE", "BETRAG",
+                                "ZUSCHLAG", "KASSENABR", "KASKUERZEL", "GOSTATISTIKART", "ABRMERKMAL"})
+        if (!HatSpalte(pStruct, pTitel)) v.emplace_back(pTitel);
+    return v;
 }
 
 std::string CSatz::Abfragetext() const {

@@ -51,6 +51,9 @@ public:
     [[nodiscard]] std::vector<std::string> Abfrage() const;
     [[nodiscard]] std::string Abfragetext() const;
 
+    // The columns of sums that its layout does not have, by their titles.
+    [[nodiscard]] std::vector<std::string> FehlendeSpalten() const;
+
     // What a test of the files finds.
     struct SPruefung {
         long lZeile = 0;           // from which on the data file is not as written; 0 where it is

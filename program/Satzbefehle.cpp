@@ -97,6 +97,12 @@ void ZeigeSatz(const SSatzbefehl & befehl) {
         dokument.Satz(std::to_string(accu.m_vBehHits.size()) + " Hits, " +
                       std::to_string(accu.m_vBehErrors.size()) + " Fehler");
         ZeigeSummen(dokument, accu, befehl.vNach);
+        std::string sFehlend;
+        for (const std::string & sTitel : satz.FehlendeSpalten())
+            sFehlend += (sFehlend.empty() ? "" : ", ") + sTitel;
+        if (!sFehlend.empty())
+            dokument.Satz("Das Layout hat diese Spalten nicht, und was aus ihnen summiert wird, fehlt: " +
+                          sFehlend + '.');
         return true;
     });
 }
@@ -107,13 +113,18 @@ void ZeigeUnterschiede(const SSatzbefehl & befehl) {
     CStatAccu neu;
     const CSatz satz(befehl.sDatei, befehl.ort, befehl.sName);
     satz.Lies(alt);
+    std::vector<std::string> vOhne = satz.FehlendeSpalten();
     if (befehl.sZweiter.empty())
         LaufeFrisch(befehl, satz, neu);
-    else
-        CSatz(befehl.sDatei, befehl.ort, befehl.sZweiter).Lies(neu);
+    else {
+        const CSatz zweiter(befehl.sDatei, befehl.ort, befehl.sZweiter);
+        zweiter.Lies(neu);
+        const std::vector<std::string> v = zweiter.FehlendeSpalten();
+        vOhne.insert(vOhne.end(), v.begin(), v.end());
+    }
     SUnterschiede u;
     ZeigeDokument(befehl, Kopf(befehl, satz, alt), [&](CDokument & dokument) {
-        u = ZeigeVergleich(dokument, alt, neu);
+        u = ZeigeVergleich(dokument, alt, neu, vOhne);
         dokument.Satz(u.Keine() ? "Kein Unterschied."
                                 : std::to_string(u.iDazu) + " dazu, " + std::to_string(u.iFort) + " fort, " +
                                       std::to_string(u.iAnders) + " anders.");
@@ -138,7 +149,7 @@ void PruefeSatz(const SSatzbefehl & befehl) {
     CStatAccu neu;
     satz.Lies(alt);
     LaufeFrisch(befehl, satz, neu);
-    const SUnterschiede u = Vergleiche(alt, neu);
+    const SUnterschiede u = Vergleiche(alt, neu, satz.FehlendeSpalten());
     if (u.Keine()) {
         std::cout << "Die Praxis ergibt heute dasselbe.\n";
         return;

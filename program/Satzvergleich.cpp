@@ -4,6 +4,7 @@
 
 #include "orvostatbs/host/Textfunktionen.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <map>
@@ -25,26 +26,29 @@ CString Schluessel(const CBehHitLine & hit) {
 
 const struct {
     const char * pName;
+    const char * pTitel; // of its column in a set
     CString (*fWert)(const CBehHitLine &);
 } SPALTEN[] = {
-    {"Leistung", [](const CBehHitLine & h) { return Zeichen(h.GOART) + " " + h.LSTNR; }},
-    {"Betrag", [](const CBehHitLine & h) { return GenauZelle(h.BETRAG); }},
-    {"Menge", [](const CBehHitLine & h) { return DezimalZelle(h.ANZAHL, 2); }},
-    {"Punkte", [](const CBehHitLine & h) { return itoc(h.PUNKTE); }},
-    {"Behandler", [](const CBehHitLine & h) { return h.BEHANDLERNR; }},
-    {"Praxis", [](const CBehHitLine & h) { return h.PRAXISNR; }},
-    {"Kasse", [](const CBehHitLine & h) { return h.KASKUERZEL; }},
-    {"Zahler", [](const CBehHitLine & h) { return CString(h.KASSENABR ? 'K' : 'P'); }},
-    {"Statistikart", [](const CBehHitLine & h) { return Zeichen(h.GOSTATISTIKART); }},
-    {"Zuschlag", [](const CBehHitLine & h) { return GenauZelle(h.ZUSCHLAG); }},
-    {"Merkmal", [](const CBehHitLine & h) { return Zeichen(h.ABRMERKMAL); }},
+    {"Leistung", "LSTNR", [](const CBehHitLine & h) { return Zeichen(h.GOART) + " " + h.LSTNR; }},
+    {"Betrag", "BETRAG", [](const CBehHitLine & h) { return GenauZelle(h.BETRAG); }},
+    {"Menge", "ANZAHL", [](const CBehHitLine & h) { return DezimalZelle(h.ANZAHL, 2); }},
+    {"Punkte", "PUNKTE", [](const CBehHitLine & h) { return itoc(h.PUNKTE); }},
+    {"Behandler", "BEHANDLERNR", [](const CBehHitLine & h) { return h.BEHANDLERNR; }},
+    {"Praxis", "PRAXISNR", [](const CBehHitLine & h) { return h.PRAXISNR; }},
+    {"Kasse", "KASKUERZEL", [](const CBehHitLine & h) { return h.KASKUERZEL; }},
+    {"Zahler", "KASSENABR", [](const CBehHitLine & h) { return CString(h.KASSENABR ? 'K' : 'P'); }},
+    {"Statistikart", "GOSTATISTIKART", [](const CBehHitLine & h) { return Zeichen(h.GOSTATISTIKART); }},
+    {"Zuschlag", "ZUSCHLAG", [](const CBehHitLine & h) { return GenauZelle(h.ZUSCHLAG); }},
+    {"Merkmal", "ABRMERKMAL", [](const CBehHitLine & h) { return Zeichen(h.ABRMERKMAL); }},
 };
 
 // "Betrag 12,34" of each column that differs.
-std::string Werte(const CBehHitLine & hit, const CBehHitLine & andere) {
+std::string Werte(const CBehHitLine & hit, const CBehHitLine & andere,
+                  const std::vector<std::string> & vOhne) {
     std::string s;
     for (const auto & spalte : SPALTEN)
-        if (const CString sWert = spalte.fWert(hit); sWert != spalte.fWert(andere))
+        if (const CString sWert = spalte.fWert(hit);
+            sWert != spalte.fWert(andere) && std::ranges::find(vOhne, spalte.pTitel) == vOhne.end())
             s += (s.empty() ? std::string() : ", ") + spalte.pName + ' ' + sWert.Utf8();
     return s;
 }
@@ -57,7 +61,8 @@ using CNimm = std::function<void(const char * pWas, const CBehHitLine & hit, con
                                  const std::string & sNeu)>;
 
 // Entries of one key stand against each other in their order.
-SUnterschiede Gehe(const CStatAccu & alt, const CStatAccu & neu, const CNimm & fNimm) {
+SUnterschiede Gehe(const CStatAccu & alt, const CStatAccu & neu, const std::vector<std::string> & vOhne,
+                   const CNimm & fNimm) {
     std::map<CString, std::array<std::vector<const CBehHitLine *>, 2>> map;
     for (const CBehHitLine & hit : alt.m_vBehHits)
         map[Schluessel(hit)][0].push_back(&hit);
@@ -73,9 +78,9 @@ SUnterschiede Gehe(const CStatAccu & alt, const CStatAccu & neu, const CNimm & f
             } else if (i >= vNeu.size()) {
                 ++u.iFort;
                 fNimm("fort", *vAlt[i], Alles(*vAlt[i]), "");
-            } else if (const std::string sAlt = Werte(*vAlt[i], *vNeu[i]); !sAlt.empty()) {
+            } else if (const std::string sAlt = Werte(*vAlt[i], *vNeu[i], vOhne); !sAlt.empty()) {
                 ++u.iAnders;
-                fNimm("anders", *vNeu[i], sAlt, Werte(*vNeu[i], *vAlt[i]));
+                fNimm("anders", *vNeu[i], sAlt, Werte(*vNeu[i], *vAlt[i], vOhne));
             }
         }
     }
@@ -123,11 +128,14 @@ void ZeigeSummen(CDokument & dokument, CStatAccu & alt, CStatAccu & neu) {
 
 } // namespace
 
-SUnterschiede Vergleiche(CStatAccu & alt, CStatAccu & neu) {
-    return Gehe(alt, neu, [](const char *, const CBehHitLine &, const std::string &, const std::string &) {});
+SUnterschiede Vergleiche(const CStatAccu & alt, const CStatAccu & neu,
+                         const std::vector<std::string> & vOhne) {
+    return Gehe(alt, neu, vOhne,
+                [](const char *, const CBehHitLine &, const std::string &, const std::string &) {});
 }
 
-SUnterschiede ZeigeVergleich(CDokument & dokument, CStatAccu & alt, CStatAccu & neu) {
+SUnterschiede ZeigeVergleich(CDokument & dokument, CStatAccu & alt, CStatAccu & neu,
+                             const std::vector<std::string> & vOhne) {
     static const SAusgabespalte EINTRAGSSPALTEN[] = {{"Was", EZelle::Text, 6},
                                                      {"Patient", EZelle::Text, 10},
                                                      {"Datum", EZelle::Datum, 10},
@@ -136,7 +144,7 @@ SUnterschiede ZeigeVergleich(CDokument & dokument, CStatAccu & alt, CStatAccu & 
     ZeigeSummen(dokument, alt, neu);
     CAusgabe & tabelle = dokument.Tabelle("Einträge, die sich unterscheiden", EINTRAGSSPALTEN);
     const SUnterschiede u = Gehe(
-        alt, neu,
+        alt, neu, vOhne,
         [&](const char * pWas, const CBehHitLine & hit, const std::string & sAlt, const std::string & sNeu) {
             tabelle.Zeile(
                 {CString(std::string_view(pWas)), hit.PATNR, hit.DATUM, AusUtf8(sAlt), AusUtf8(sNeu)});

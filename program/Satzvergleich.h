@@ -6,6 +6,8 @@
 #include "orvostatbs/accu/StatAccu.h"
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 namespace orvostat {
 
@@ -17,9 +19,12 @@ struct SUnterschiede {
 };
 
 // Compares the hits entry by entry: the same patient, day, session and number, and for laboratory entries the same
-// block and service. What differs between two states of one entry are the columns that sums are formed of.
-[[nodiscard]] SUnterschiede Vergleiche(CStatAccu & alt, CStatAccu & neu);
+// block and service. What differs between two states of one entry are the columns that sums are formed of, but those of
+// vOhne, which one of the two does not have.
+[[nodiscard]] SUnterschiede Vergleiche(const CStatAccu & alt, const CStatAccu & neu,
+                                       const std::vector<std::string> & vOhne);
 // Shows the sums by treater, payer and statistic kind that differ, and each entry with both values.
-SUnterschiede ZeigeVergleich(CDokument & dokument, CStatAccu & alt, CStatAccu & neu);
+SUnterschiede ZeigeVergleich(CDokument & dokument, CStatAccu & alt, CStatAccu & neu,
+                             const std::vector<std::string> & vOhne);
 
 } // namespace orvostat
