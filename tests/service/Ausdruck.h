@@ -10,43 +10,43 @@
 
 namespace orvostat {
 
-// "01 U 200 125,00 3600 b5952 p4762": number, short code, unit, count, amount, points, shares; of the other
-// fields those that are not 0.
-inline std::string Text(const CLSLst & lst) {
-    std::string s = (lst.LSTNR + ' ' + lst.LSTKUERZEL + lst.EINHEIT + ' ').Utf8() +
-                    std::to_string(lst.ANZAHL) + ' ' + lst.BETRAG.ToExt(0, false).Utf8() + ' ' +
-                    std::to_string(lst.PUNKTE);
-    const auto Feld = [&](const char * pName, int iWert) {
-        if (iWert != 0) s += std::string(" ") + pName + std::to_string(iWert);
-    };
-    Feld("b", lst.ANTEILBEH);
-    if (lst.ANTEILKAS != lst.ANTEILBEH) Feld("!k", lst.ANTEILKAS);
-    Feld("p", lst.ANTEILPRAXIS);
-    Feld("soll", lst.m_iF100Soll);
-    Feld("abw", lst.m_iF100Abweichung);
-    Feld("anz", lst.m_iAnteilAnz);
-    Feld("je100:", lst.m_iAnzJe100Fall);
-    Feld("diff", lst.m_iAnzDiff);
-    Feld("g4:", lst.m_iAnzGrund4);
-    Feld("g5:", lst.m_iAnzGrund5);
+// "01 U 200 125,00 3600": number, short code, unit, count, amount, points.
+inline std::string Zahlen(const CLSLst & lst) {
+    return (lst.LSTNR + ' ' + lst.LSTKUERZEL + lst.EINHEIT + ' ').Utf8() + std::to_string(lst.ANZAHL) + ' ' +
+           lst.BETRAG.ToExt(0, false).Utf8() + ' ' + std::to_string(lst.PUNKTE);
+}
+// " b5952 p4762", the shares; of the other fields those that are not 0.
+inline std::string Anteile(const CLSLst & lst) {
+    std::string s;
+    for (const auto & [pName, iWert] : {std::pair{" b", lst.ANTEILBEH},
+                                        {" k", lst.ANTEILKAS == lst.ANTEILBEH ? 0 : lst.ANTEILKAS},
+                                        {" p", lst.ANTEILPRAXIS},
+                                        {" soll", lst.m_iF100Soll},
+                                        {" abw", lst.m_iF100Abweichung},
+                                        {" anz", lst.m_iAnteilAnz},
+                                        {" je100:", lst.m_iAnzJe100Fall},
+                                        {" diff", lst.m_iAnzDiff},
+                                        {" g4:", lst.m_iAnzGrund4},
+                                        {" g5:", lst.m_iAnzGrund5}})
+        if (iWert != 0) s += pName + std::to_string(iWert);
     return s;
 }
+inline std::string Text(const CLSLst & lst) { return Zahlen(lst) + Anteile(lst); }
 
-inline const std::string FRISCH = Text(CLSLst());
-
+// A line of its own for each; only " |" and the shares, where it has the figures of its group.
 inline std::string Text(const std::vector<CLSLstGrp> & vGrp) {
     std::string s;
     for (const CLSLstGrp & grp : vGrp) {
-        s += std::string("  [") + grp.m_cZahler + grp.m_cGoTyp + grp.m_cStatArt + "] " + Text(grp.m_Sum) +
-             '\n';
+        s += std::string("  [") + grp.m_cZahler + grp.m_cGoTyp + grp.m_cStatArt + "] " + Text(grp.m_Sum);
         for (const CLSLst & lst : grp.m_vLst)
-            s += "    " + Text(lst) + '\n';
+            s += Zahlen(lst) == Zahlen(grp.m_Sum) ? " |" + Anteile(lst) : "\n    " + Text(lst);
+        s += '\n';
     }
     return s;
 }
 
 inline void Summe(std::string & s, const char * pName, const CLSLst & lst) {
-    if (Text(lst) != FRISCH) s += std::string("  ") + pName + " " + Text(lst) + '\n';
+    if (Text(lst) != Text(CLSLst())) s += std::string("  ") + pName + " " + Text(lst) + '\n';
 }
 
 template <class T> std::string Zahlersummen(const T & t) {
