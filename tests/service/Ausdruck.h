@@ -4,7 +4,10 @@
 
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/service/LSSum.h"
+#include "support/Hitfelder.h"
 
+#include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -114,31 +117,24 @@ inline std::string Text(const std::vector<CFallJeQuartal> & vFaelle) {
     return s;
 }
 
-// A hit of the given service; quantity 1, billed to the insurer, owner " 1".
-struct SLeistung {
-    char cGoArt;
-    CString sLst;
-    CString sBetrag;
-    char cStatArt = 'a';
-    char cGoSubArt = 0;
-    int iPunkte = 0;
-};
-inline CBehHitLine Hit(const CString & sDatum, const CString & sBeh, const CString & sPat,
-                       const CString & sKasse, const SLeistung & l) {
+// A hit by its fields, "_" for a blank: "GOART=p LSTNR=2060 PRAXISNR=_2". What is not named is as it stands here.
+inline CBehHitLine Hit(const std::string & sFelder) {
     CBehHitLine hit;
-    hit.PRAXISNR = " 1";
-    hit.DATUM = sDatum;
-    hit.BEHANDLERNR = sBeh;
-    hit.PATNR = sPat;
-    hit.KASKUERZEL = sKasse;
-    hit.GOART = l.cGoArt;
-    hit.LSTNR = hit.LSTIN = l.sLst;
-    hit.LSTKUERZEL = "K" + l.sLst;
-    hit.BETRAG = CDBetrag(l.sBetrag);
-    hit.GOSTATISTIKART = l.cStatArt;
-    hit.GOSUBART = l.cGoSubArt;
-    hit.PUNKTE = l.iPunkte;
-    hit.ANZAHL = 100;
+    std::istringstream ein(
+        "PRAXISNR=_1 PATNR=1 BEHANDLERNR=1 DATUM=20240101 GOART=k GOSTATISTIKART=a ANZAHL=100 "
+        "LSTNR=1 BETRAG=e100 " +
+        sFelder);
+    for (std::string sFeld; ein >> sFeld;) {
+        std::replace(sFeld.begin(), sFeld.end(), '_', ' ');
+        const auto iGleich = sFeld.find('=');
+        bool bOk = false;
+        JedesFeld(hit, [&](const std::string & sName, auto & wert) {
+            if (sName == sFeld.substr(0, iGleich)) bOk = Lies(sFeld.substr(iGleich + 1), wert);
+        });
+        EXPECT_TRUE(bOk) << sFeld;
+    }
+    if (sFelder.find("LSTIN=") == std::string::npos) hit.LSTIN = hit.LSTNR;
+    hit.LSTKUERZEL = "K" + hit.LSTNR;
     return hit;
 }
 

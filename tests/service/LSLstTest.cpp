@@ -1,6 +1,5 @@
 // The records that a statistic adds up in: what a hit adds, which group takes it, the derived figures.
 #include "Ausdruck.h"
-#include "support/Wert.h"
 
 #include <limits>
 
@@ -13,42 +12,29 @@ namespace {
 constexpr int GRENZE = std::numeric_limits<std::int32_t>::max();
 
 TEST(LSLst, WhatAHitAdds) {
-    const struct {
-        int iAnzahl, iPunkte, iMwst;
-        CString sBetrag, sZuschlag;
-        char cMerkmal, cGrund;
-        const char * pZweimal;
-    } aFaelle[] = {
-        {150, 33, 0, "e1", "", 0, '4', "1 K1 300 0,02 98 g4:300"},
-        {150, -33, 0, "e-1", "", 0, '5', "1 K1 300 -0,02 -98 g5:300"},
-        {100, 0, 19, "e10000", "e500", 0, 0, "1 K1 200 248,00 0"},
-        {100, 5, 19, "", "e500", 0, 0, "1 K1 200 10,00 10"},
-        {100, 5, 7, "e100", "e9", 'o', '4', "1 K1 200  0 g4:200"},
-        {100, 5, 7, "e100", "e9", 'n', 0, "1 K1 200  0"},
-        {100, 5, 0, "e100", " 196", 'N', 0, "1 K1 200 4,00 10"},
-        {GRENZE, GRENZE, 0, "", "", 0, '4', "1 K1 2147483647  2147483647 g4:2147483647"},
+    const std::pair<const char *, const char *> aFaelle[] = {
+        {"ANZAHL=150 PUNKTE=33 BETRAG=e1 DTAGRUND=4", "1 K1 300 0,02 98 g4:300"},
+        {"ANZAHL=150 PUNKTE=-33 BETRAG=e-1 DTAGRUND=5", "1 K1 300 -0,02 -98 g5:300"},
+        {"MWSTSATZ=19 BETRAG=e10000 ZUSCHLAG=e500", "1 K1 200 248,00 0"},
+        {"PUNKTE=5 MWSTSATZ=19 BETRAG= ZUSCHLAG=e500", "1 K1 200 10,00 10"},
+        {"PUNKTE=5 MWSTSATZ=7 ZUSCHLAG=e9 ABRMERKMAL=o DTAGRUND=4", "1 K1 200  0 g4:200"},
+        {"PUNKTE=5 MWSTSATZ=7 ABRMERKMAL=n", "1 K1 200  0"},
+        {"PUNKTE=5 ZUSCHLAG=_196 ABRMERKMAL=N", "1 K1 200 4,00 10"},
+        {"ANZAHL=2147483647 PUNKTE=2147483647 BETRAG= DTAGRUND=4",
+         "1 K1 2147483647  2147483647 g4:2147483647"},
     };
-    for (const auto & f : aFaelle) {
-        CBehHitLine hit = Hit("20240101", "1", "1", "", {'k', "1", f.sBetrag});
-        hit.ANZAHL = f.iAnzahl;
-        hit.PUNKTE = f.iPunkte;
-        hit.MWSTSATZ = f.iMwst;
-        hit.ZUSCHLAG = CDBetrag(f.sZuschlag);
-        hit.ABRMERKMAL = f.cMerkmal;
-        hit.DTAGRUND = f.cGrund;
+    for (const auto & [pHit, pZweimal] : aFaelle) {
         CLSLst lst, summe;
-        lst.MoveLst(hit);
-        lst.MoveLst(hit);
-        EXPECT_EQ(Text(lst), f.pZweimal);
+        lst.MoveLst(Hit(pHit));
+        lst.MoveLst(Hit(pHit));
+        EXPECT_EQ(Text(lst), pZweimal);
         lst.ANTEILBEH = summe.ANTEILKAS = 7;
         summe.MoveLst(lst);
         EXPECT_EQ(Text(summe), Zahlen(lst) + " k7") << "the rest does not move";
     }
     CLSLst lst; // each part of a hit comes in the currency of the sum
-    lst.MoveLst(Hit("20011231", "1", "1", "", {'k', "1", " 195583"}));
-    CBehHitLine hit = Hit("20020101", "1", "1", "", {'k', "1", "e100"});
-    hit.ZUSCHLAG = CDBetrag(" 5");
-    lst.MoveLst(hit);
+    lst.MoveLst(Hit("DATUM=20011231 BETRAG=_195583"));
+    lst.MoveLst(Hit("DATUM=20020101 ZUSCHLAG=_5"));
     EXPECT_EQ(lst.BETRAG.Round().ToDb(0, true, false, 0, 0), CString(" 195784"));
     lst.Clear();
     EXPECT_TRUE(lst.BETRAG.IsEmpty());
@@ -126,7 +112,8 @@ TEST(LSLstGrp, TheKeyOfAGroupIsThatOfItsFirstHit) {
                    {'u', true, true, "0Pl"},  {'x', true, true, "0xl"},  {'1', true, true, "0T1"},
                    {'9', false, true, "1T9"}, {'0', true, true, "00l"}};
     for (const auto & f : aFaelle) {
-        CBehHitLine hit = Hit("", "", "", "", {f.cGoArt, "1", "e100", 'l'});
+        CBehHitLine hit = Hit("GOSTATISTIKART=l");
+        hit.GOART = f.cGoArt;
         hit.KASSENABR = f.bKasse;
         hit.ISPRIVATPATIENT = f.bPrivat;
         CLSLstGrp grp;
@@ -143,9 +130,9 @@ TEST(LSLstGrp, TheKeyOfAGroupIsThatOfItsFirstHit) {
         EXPECT_FALSE(grp == hit) << f.cGoArt << ": another payer";
     }
     CLSLstGrp k, p;
-    k.MoveLstGrp(Hit("", "", "", "", {'k', "1", "e100"}));
-    p.MoveLstGrp(Hit("", "", "", "", {'p', "2", "e50"}));
-    p.MoveLstGrp(Hit("", "", "", "", {'p', "1", "e25"}));
+    k.MoveLstGrp(Hit(""));
+    p.MoveLstGrp(Hit("GOART=p LSTNR=2 BETRAG=e50"));
+    p.MoveLstGrp(Hit("GOART=p BETRAG=e25"));
     p.m_Sum.ANZAHL = 4711; // not read
     EXPECT_TRUE(k.IstGleicheLstGrp(p) && k == p);
     k.MoveLstGrp(p);
@@ -153,10 +140,10 @@ TEST(LSLstGrp, TheKeyOfAGroupIsThatOfItsFirstHit) {
     p.m_cStatArt = 'b';
     EXPECT_FALSE(k == p);
     CPxLstGrp art; // the kinds of the practice
-    art.MoveLstGrp(Hit("", "", "", "", {'7', "1", "", 'l'}));
+    art.MoveLstGrp(Hit("GOART=7 GOSTATISTIKART=l"));
     EXPECT_EQ((std::string{art.m_cZahler, art.m_cStatArt}), "T7");
-    EXPECT_TRUE(art == Hit("", "", "", "", {'k', "1", "", '7'})) << "only the kind is compared";
-    EXPECT_FALSE(art == Hit("", "", "", "", {'1', "1", "", '7'}));
+    EXPECT_TRUE(art == Hit("GOSTATISTIKART=7")) << "only the kind is compared";
+    EXPECT_FALSE(art == Hit("GOART=1 GOSTATISTIKART=7"));
     k.m_cGoTyp = k.m_cStatArt = 'x';
     art.MoveLstGrp(k);
     EXPECT_TRUE(art.m_cZahler == '0' && art == k) << "class and kind are one letter";
@@ -166,27 +153,24 @@ TEST(LSLstGrp, TheKeyOfAGroupIsThatOfItsFirstHit) {
 
 // Where a hit is among the sums beside m_Gesamt.
 TEST(LSLstGrp, BucketsAndTheDeductedSet) {
-    const struct {
-        char cGoArt, cSub, cStat;
-        const char * pSummen;
-    } aFaelle[] = {
-        {'k', 0, 'a', "KasseStd SumStd KasseGes KasseNetto SumNetto "},
-        {'k', '6', 'a', "KasseStd SumStd KasseGes "},
-        {'g', '6', 'k', "KasseK SumK KasseGes "},
-        {'g', '6', 'l', "KasseGes KasseAbz "},
-        {'q', 'o', 'm', "KasseGes KasseAbz "},
-        {'p', 'q', 'l', "KasseGes KasseAbz "},
-        {'p', '6', 'l', "KasseLM SumLM KasseGes KasseNetto SumNetto "},
-        {'k', 'o', 'm', "KasseLM SumLM KasseGes KasseNetto SumNetto "},
-        {'a', 'o', 'm', "KasseLM SumLM KasseGes KasseNetto SumNetto "},
-        {'7', '6', 'a', "KasseLM SumLM KasseGes KasseNetto SumNetto "},
-        {'1', 0, 'k', "KasseK SumK KasseGes KasseNetto SumNetto "},
-        {'u', 0, 'n', "KasseStd SumStd KasseGes KasseNetto SumNetto "},
+    const std::pair<const char *, const char *> aFaelle[] = {
+        {"GOART=k", "KasseStd SumStd KasseGes KasseNetto SumNetto "},
+        {"GOART=k GOSUBART=6", "KasseStd SumStd KasseGes "},
+        {"GOART=g GOSUBART=6 GOSTATISTIKART=k", "KasseK SumK KasseGes "},
+        {"GOART=g GOSUBART=6 GOSTATISTIKART=l", "KasseGes KasseAbz "},
+        {"GOART=q GOSUBART=o GOSTATISTIKART=m", "KasseGes KasseAbz "},
+        {"GOART=p GOSUBART=q GOSTATISTIKART=l", "KasseGes KasseAbz "},
+        {"GOART=p GOSUBART=6 GOSTATISTIKART=l", "KasseLM SumLM KasseGes KasseNetto SumNetto "},
+        {"GOART=k GOSUBART=o GOSTATISTIKART=m", "KasseLM SumLM KasseGes KasseNetto SumNetto "},
+        {"GOART=a GOSUBART=o GOSTATISTIKART=m", "KasseLM SumLM KasseGes KasseNetto SumNetto "},
+        {"GOART=7 GOSUBART=6", "KasseLM SumLM KasseGes KasseNetto SumNetto "},
+        {"GOART=1 GOSTATISTIKART=k", "KasseK SumK KasseGes KasseNetto SumNetto "},
+        {"GOART=u GOSTATISTIKART=n", "KasseStd SumStd KasseGes KasseNetto SumNetto "},
     };
-    for (const auto & f : aFaelle) {
+    for (const auto & [pHit, pSummen] : aFaelle) {
         CLSPxLstGrp px;
         CLSBehLstGrp beh;
-        const CBehHitLine hit = Hit("", "1", "", "", {f.cGoArt, "1", "e100", f.cStat, f.cSub});
+        const CBehHitLine hit = Hit(pHit);
         px.MovePxLstGrp(hit, "7", true);
         beh.MoveBehLstGrp(hit);
         std::string sSummen = Zahlersummen(px);
@@ -194,7 +178,7 @@ TEST(LSLstGrp, BucketsAndTheDeductedSet) {
         for (const std::string s : {"  ", "Gesamt ", "1 K1 100 1,00 0\n"})
             while (sSummen.find(s) != std::string::npos)
                 sSummen.erase(sSummen.find(s), s.size());
-        EXPECT_EQ(sSummen, f.pSummen) << f.cGoArt << f.cSub << f.cStat;
+        EXPECT_EQ(sSummen, pSummen) << pHit;
         EXPECT_EQ(px.m_iAnzFaelle * 10 + beh.m_iAnzFaelle, 10);
         EXPECT_TRUE(px == CString("7") && beh == hit);
     }
@@ -203,9 +187,10 @@ TEST(LSLstGrp, BucketsAndTheDeductedSet) {
 // The orders of groups, kinds, lines and treaters; capitals before small letters, behind folding.
 TEST(LSLstGrp, Orders) {
     CLSSum sum;
-    for (const char c : {'b', 'a', 'B', '\xE4', 'A'})
-        for (const char cGoArt : {'u', '2'})
-            sum.Analyse("", {Hit("20240101", CString(c), "1", "", {cGoArt, CString(c), "e1", c})}, nullptr);
+    for (const std::string c : {"b", "a", "B", "ä", "A"})
+        for (const std::string sGoArt : {" GOART=u", " GOART=2"})
+            sum.Analyse("", {Hit("BEHANDLERNR=" + c + " LSTNR=" + c + " GOSTATISTIKART=" + c + sGoArt)},
+                        nullptr);
     std::string s;
     for (const CLSLstGrp & grp : sum.m_Praxis.m_vLstGrp)
         s += {grp.m_cGoTyp, grp.m_cStatArt, ' '};

@@ -2,9 +2,7 @@
 // change nothing.
 #include "Ausdruck.h"
 #include "support/Rekorder.h"
-#include "support/Wert.h"
 
-#include <algorithm>
 #include <random>
 
 namespace orvostat {
@@ -18,29 +16,23 @@ protected:
 
 // Three payers, three buckets, the deducted set in a bucket and outside of any, two treaters, two quarters.
 std::vector<CBehHitLine> SechsHits() {
-    std::vector<CBehHitLine> v{
-        Hit("20240110", "  1", "1", "AOK", {'k', "01", "e10000", 'a', 0, 1800}),
-        Hit("20240110", "  1", "1", "AOK", {'7', "0010", "e2000", 'l'}),
-        Hit("20240212", "  2", "2", "DKV", {'p', "2060", "e8000"}),
-        Hit("20240410", "  2", "2", "DKV", {'q', "M1", "e3000", 'm', 'o'}),
-        Hit("20240411", "  1", "1", "AOK", {'g', "k1", "e5000", 'k', 0, 33}),
-        Hit("20240411", "  2", "3", "BKK", {'k', "01", "e2500", 'a', '6', 1800}),
-    };
-    v[1].ANZAHL = 200;
-    v[1].MWSTSATZ = 7;
-    v[2].KASSENABR = v[3].KASSENABR = false;
-    v[2].ISPRIVATPATIENT = true;
-    v[2].ZUSCHLAG = CDBetrag("e500");
-    v[4].ANZAHL = 150;
-    v[4].DTAGRUND = '4';
-    for (CBehHitLine & hit : v) {
-        hit.KASSENART = CString(hit.KASKUERZEL == "BKK" ? '8' : 'p');
-        hit.KASSENGRP = hit.KASKUERZEL == "AOK" ? '1' : hit.KASKUERZEL == "BKK" ? '2' : '9';
-        hit.FREMDKASSE = hit.KASKUERZEL == "BKK";
-        hit.KASSTATISTIKART = "s" + hit.KASKUERZEL;
-        hit.KASMEDSTATISTIKART = "m" + hit.KASKUERZEL;
-    }
-    return v;
+    const std::string AOK =
+        " KASKUERZEL=AOK KASSENART=p KASSENGRP=1 KASSTATISTIKART=sAOK KASMEDSTATISTIKART=mAOK "
+        "PATNR=1 BEHANDLERNR=__1";
+    const std::string DKV =
+        " KASKUERZEL=DKV KASSENART=p KASSENGRP=9 KASSTATISTIKART=sDKV KASMEDSTATISTIKART=mDKV "
+        "PATNR=2 BEHANDLERNR=__2 KASSENABR=0";
+    const std::string BKK =
+        " KASKUERZEL=BKK KASSENART=8 KASSENGRP=2 KASSTATISTIKART=sBKK KASMEDSTATISTIKART=mBKK "
+        "PATNR=3 BEHANDLERNR=__2 FREMDKASSE=1";
+    return {
+        Hit("DATUM=20240110 LSTNR=01 BETRAG=e10000 PUNKTE=1800" + AOK),
+        Hit("DATUM=20240110 GOART=7 LSTNR=0010 BETRAG=e2000 GOSTATISTIKART=l ANZAHL=200 MWSTSATZ=7" + AOK),
+        Hit("DATUM=20240212 GOART=p LSTNR=2060 BETRAG=e8000 ZUSCHLAG=e500 ISPRIVATPATIENT=1" + DKV),
+        Hit("DATUM=20240410 GOART=q LSTNR=M1 BETRAG=e3000 GOSTATISTIKART=m GOSUBART=o" + DKV),
+        Hit("DATUM=20240411 GOART=g LSTNR=k1 BETRAG=e5000 GOSTATISTIKART=k PUNKTE=33 ANZAHL=150 DTAGRUND=4" +
+            AOK),
+        Hit("DATUM=20240411 LSTNR=01 BETRAG=e2500 GOSUBART=6 PUNKTE=1800" + BKK)};
 }
 
 TEST_F(LSSumTest, SixHitsByHand) {
@@ -225,8 +217,11 @@ TEST_F(LSSumTest, HitsOfTheStatistic) {
     std::string s;
     for (const char * pHit : {"ak01", "\0k01", "nk01", "ng01", "np01", "nq01", "nu01", "ab31", "ae31", "af31",
                               "ah31", "ak31", "ak0"}) {
-        CBehHitLine hit = Hit("20240101", "1", "1", "", {pHit[1], "01", "e1", pHit[0], pHit[2]});
-        if (pHit[0] != 0) hit.LSTIN = CString(pHit + 3);
+        CBehHitLine hit = Hit("");
+        hit.GOSTATISTIKART = pHit[0];
+        hit.GOART = pHit[1];
+        hit.GOSUBART = pHit[2];
+        hit.LSTIN = CString(pHit + 3);
         s += m_sum.TestBehSelOk(hit, "") ? '1' : '0';
     }
     EXPECT_EQ(s, "1000001000010");
@@ -314,10 +309,17 @@ std::vector<CBehHitLine> Zufallshits(unsigned iSaat, bool bMark) {
     const auto W = [&](unsigned n) { return static_cast<int>(zufall() % n); };
     std::vector<CBehHitLine> v;
     for (int i = 0; i < 900; ++i) {
-        const CString sDatum = itoc(20010101 + i / 300 * 300 + W(3) * 100 + W(28));
-        CBehHitLine hit = Hit(sDatum, RightFix(itoc(W(5)), 3), itoc(i % 300 / 4), "K" + itoc(W(4)),
-                              {"kgpqubT7129"[W(11)], itoc(W(40)), "e" + itoc(W(9000)), "acklmnx7"[W(8)],
-                               "6oq "[W(4)], W(5000)});
+        CBehHitLine hit;
+        hit.DATUM = itoc(20010101 + i / 300 * 300 + W(3) * 100 + W(28));
+        hit.BEHANDLERNR = RightFix(itoc(W(5)), 3);
+        hit.PATNR = itoc(i % 300 / 4);
+        hit.KASKUERZEL = "K" + itoc(W(4));
+        hit.GOART = "kgpqubT7129"[W(11)];
+        hit.LSTNR = hit.LSTIN = itoc(W(40));
+        hit.BETRAG = CDBetrag("e" + itoc(W(9000)));
+        hit.GOSTATISTIKART = "acklmnx7"[W(8)];
+        hit.GOSUBART = "6oq "[W(4)];
+        hit.PUNKTE = W(5000);
         hit.ANZAHL = W(300);
         hit.KASSENABR = W(2) == 0;
         hit.ISPRIVATPATIENT = W(2) == 0;
@@ -369,20 +371,18 @@ TEST_F(LSSumTest, InsurersAreFoundWhateverHappensToTheVectors) {
     int i = 0;
     for (const CBehHitLine & hit : Zufallshits(7, true)) {
         m_sum.AddKasData(hit);
-        int iKas = schlicht.FindKas(schlicht.m_vKasData, hit);
-        if (iKas < 0) iKas = static_cast<int>(schlicht.m_vKasData.size());
-        if (iKas == static_cast<int>(schlicht.m_vKasData.size())) schlicht.m_vKasData.emplace_back();
-        schlicht.m_vKasData[static_cast<std::size_t>(iKas)].MoveKasLstGrp(
-            hit, FindFallImQuartal(schlicht.m_vFaelle, hit) == -1);
+        auto & vKas = schlicht.m_vKasData;
+        const int iKas = schlicht.FindKas(vKas, hit);
+        CLSKasLstGrp & kas = iKas < 0 ? vKas.emplace_back() : vKas[static_cast<std::size_t>(iKas)];
+        kas.MoveKasLstGrp(hit, FindFallImQuartal(schlicht.m_vFaelle, hit) == -1);
         for (CLSSum * pSum : {&m_sum, &schlicht}) {
             auto & v = pSum->m_vKasData;
             if (i % 50 == 10) std::reverse(v.begin(), v.end());
             if (i % 50 == 20) std::reverse(v[0].m_vLstGrp.begin(), v[0].m_vLstGrp.end());
             if (i % 50 == 30) std::reverse(v[0].m_vLstGrp[0].m_vLst.begin(), v[0].m_vLstGrp[0].m_vLst.end());
             if (i % 50 == 35)
-                for (CLSKasLstGrp & kas : v)
-                    for (CLSLstGrp & grp : kas.m_vLstGrp)
-                        grp.m_vLst.clear();
+                for (CLSLstGrp & grp : v.back().m_vLstGrp)
+                    grp.m_vLst.clear();
             if (i % 50 == 40) v.push_back(v.front());
             if (i % 50 == 41) v.erase(v.begin());
             if (i % 50 == 45) pSum->m_vFaelle.clear();
@@ -397,54 +397,41 @@ TEST_F(LSSumTest, InsurersAreFoundWhateverHappensToTheVectors) {
 
 // ---- Cases
 
-TEST_F(LSSumTest, CasesAreCountedOnceInAQuarter) {
-    const SLeistung lst{'k', "01", "e100"};
-    m_sum.Analyse("",
-                  {Hit("20240101", "1", "1", "A", lst), Hit("20240331", "1", "2", "A", lst),
-                   Hit("20240201", "2", "1", "A", lst), Hit("20240401", "1", "1", "A", lst),
-                   Hit("20240331", "1", "1", "A", lst), Hit("20240201", "1", "1", "A", lst)},
-                  nullptr);
-    EXPECT_EQ(m_sum.m_Praxis.m_iAnzFaelle, 4) << "hits of another quarter wipe the list";
-    EXPECT_EQ(Text(m_sum.m_vFaelle), "20241/1/1/A// ");
-}
-
 TEST(Fall, WhatMakesACaseAndAnEntry) {
     const struct {
-        CString sDatum, sPraxis, sPat, sKasse, sMfr, sWso;
-        char cAbrArt;
+        std::string sFelder;
         int iFall, iMitAbrArt;
     } aHits[] = {
-        {"20240101", "1", "4711", "A", "1", "1", 'c', -1, -2},
-        {"20240331", " 01", " 4711 ", "A", "1", "1", 'c', 0, 0},
-        {"20240101", "1", "4711", "A", "1", "1", 'z', 0, -1},
-        {"20240101", "65537", "4711", "A", "1", "1", 'c', 0, 0},
-        {"20240101", "1", "4711", "A", "1", "1", 'z', 0, 1},
-        {"20240101", "2", "4711", "A", "1", "1", 'c', -1, -2},
-        {"20240101", "1", "4711", "a", "1", "1", 'c', -1, -2},
-        {"20240101", "1", "4711", "A", "3", "1", 'c', -1, -2},
-        {"20240101", "1", "4711", "A", "1", "9", 'c', -1, -2},
-        {"20240101", "1", "4294971007", "A", "1", "1", 'c', -1, -2},
-        {"20240401", "1", "4711", "A", "1", "1", 'c', -1, -2},
-        {"kaputt", "1", "4294971007", "A", "1", "1", 'c', -1, -2},
+        {"", -1, -2},
+        {"DATUM=20240331 PRAXISNR=_01 PATNR=_4711_", 0, 0},
+        {"ABRART=z PRAXISNR=65537", 0, -1},
+        {"ABRART=z", 0, 1},
+        {"PRAXISNR=2", -1, -2},
+        {"KASKUERZEL=a", -1, -2},
+        {"MFRDIG=3", -1, -2},
+        {"WSO=9", -1, -2},
+        {"PATNR=4294971007", -1, -2},
+        {"DATUM=20240401", -1, -2},
+        {"DATUM=kaputt PATNR=4294971007", -1, -2},
     };
     std::vector<CFallJeQuartal> vFaelle, vMitAbrArt;
-    for (const auto & h : aHits) {
-        CBehHitLine hit = Hit(h.sDatum, "1", h.sPat, h.sKasse, {'k', "01", "e1"});
-        hit.PRAXISNR = h.sPraxis;
-        hit.MFRDIG = h.sMfr;
-        hit.WSO = h.sWso;
-        hit.ABRART = h.cAbrArt;
-        EXPECT_EQ(FindFallImQuartal(vFaelle, hit), h.iFall) << &h - aHits;
-        EXPECT_EQ(FindFallImQuartalMitAbrArt(vMitAbrArt, hit), h.iMitAbrArt) << &h - aHits;
-        EXPECT_TRUE(h.iFall == 0 || vFaelle.back().m_Fall == hit);
+    CLSSum sum;
+    for (const auto & f : aHits) {
+        const CBehHitLine hit = Hit("PATNR=4711 KASKUERZEL=A MFRDIG=1 WSO=1 ABRART=c " + f.sFelder);
+        EXPECT_EQ(FindFallImQuartal(vFaelle, hit), f.iFall) << f.sFelder;
+        EXPECT_EQ(FindFallImQuartalMitAbrArt(vMitAbrArt, hit), f.iMitAbrArt) << f.sFelder;
+        EXPECT_TRUE(f.iFall == 0 || vFaelle.back().m_Fall == hit);
+        sum.m_Praxis.m_iAnzFaelle = 0;
+        sum.Analyse("", {hit}, nullptr);
+        EXPECT_EQ(sum.m_Praxis.m_iAnzFaelle, f.iFall == 0 ? 0 : 1) << f.sFelder;
     }
     EXPECT_EQ(Text(vFaelle), "/1/4294971007/A/1/1c ") << "a date without quarter is a quarter";
     CLastFall fall;
     fall.m_iMerker1 = 1;
     fall.m_bMerker = true;
     fall.m_iMerker2 = 2;
-    fall.MoveNewFall(Hit("", "", "5", "", {'k', "", ""}));
-    EXPECT_TRUE(fall.m_iMerker1 == 1 && fall.m_bMerker && fall.m_iMerker2 == 2 && fall.PATNR == 5);
+    fall.MoveNewFall(Hit("PATNR=5"));
+    EXPECT_EQ(Werte(fall.m_iMerker1, fall.m_bMerker, fall.m_iMerker2, fall.PATNR), "1|1|2|5");
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // The hundred-case columns: norms by date, columns, ratios, bad input.
 #include "Ausdruck.h"
 #include "support/Praxis.h"
-#include "support/Wert.h"
 
 namespace orvostat {
 
@@ -26,14 +25,6 @@ protected:
 
     CLSSum m_sum;
 };
-
-CBehHitLine Kassenhit(const CString & sDatum, const CString & sPat, char cKasArt, char cKasGrp, bool bFremd) {
-    CBehHitLine hit = Hit(sDatum, "1", sPat, "A", {'k', "01", "e100"});
-    hit.KASSENART = CString(cKasArt, cKasArt == 0 ? 0 : 1);
-    hit.KASSENGRP = cKasGrp;
-    hit.FREMDKASSE = bFremd;
-    return hit;
-}
 
 TEST_F(Px100FTest, NormsAreThoseOfTheHitsDateUnlessThePeriodRunsOverAChange) {
     for (const char * pZeile :
@@ -72,7 +63,8 @@ TEST_F(Px100FTest, NormsAreThoseOfTheHitsDateUnlessThePeriodRunsOverAChange) {
         sum.m_100F.LoadBudgets(f.sVon, f.sBis);
         EXPECT_EQ(m_rekorder.m_vPrompts, std::vector<SPrompt>(f.bMeldung ? 1 : 0, meldung));
         sum.ClearAll(); // leaves norms and flag
-        CBehHitLine hit = Kassenhit(f.sDatum, "1", '1', '1', false);
+        CBehHitLine hit = Hit("LSTNR=01 KASSENART=1 KASSENGRP=1");
+        hit.DATUM = f.sDatum;
         hit.GOART = f.cGoArt;
         sum.Analyse100Fall("", {hit}, false, 0, true, false, f.bZweiter);
         EXPECT_EQ(Elemente<int>({sum.m_100F.m_aSpalten[SPALTE_GESAMT].m_vLst[0].m_iF100Soll,
@@ -88,24 +80,22 @@ TEST_F(Px100FTest, Columns) {
                                       {"K01", "", "100", "200", "300", "1", "2", "3"},
                                       {"K01", "", "8", "8", "8", {}, {}, {}}};
     const struct {
-        CString sArt;
-        char cGrp;
-        bool bFremd, bMit9, b9Extra;
+        const char * pHit;
+        bool bMit9, b9Extra;
         const char * pSpalten;
     } aFaelle[] = {
-        {"1", '1', false, false, false, "0:300 4:100 5:100 "},
-        {"1", '1', true, false, true, "0:300 4:100 6:100 "},
-        {"7", '2', false, true, true, "0:300 1:200 2:200 "},
-        {"8", '2', true, true, true, "0:300 1:200 3:200 "},
-        {"78", '1', false, true, true, "0:300 4:100 5:100 "},
-        {"1", '9', false, false, true, ""},
-        {"1", '9', false, true, false, "0:300 4:100 5:100 "},
-        {"1", '9', true, true, true, "0:300 7:100 "},
-        {"7", '9', false, true, true, "0:300 1:200 2:200 "},
+        {"KASSENART=1 KASSENGRP=1", false, false, "0:300 4:100 5:100 "},
+        {"KASSENART=1 KASSENGRP=1 FREMDKASSE=1", false, true, "0:300 4:100 6:100 "},
+        {"KASSENART=7 KASSENGRP=2", true, true, "0:300 1:200 2:200 "},
+        {"KASSENART=8 KASSENGRP=2 FREMDKASSE=1", true, true, "0:300 1:200 3:200 "},
+        {"KASSENART=78 KASSENGRP=1", true, true, "0:300 4:100 5:100 "},
+        {"KASSENART=1 KASSENGRP=9", false, true, ""},
+        {"KASSENART=1 KASSENGRP=9", true, false, "0:300 4:100 5:100 "},
+        {"KASSENART=1 KASSENGRP=9 FREMDKASSE=1", true, true, "0:300 7:100 "},
+        {"KASSENART=7 KASSENGRP=9", true, true, "0:300 1:200 2:200 "},
     };
     for (const auto & f : aFaelle) {
-        CBehHitLine hit = Kassenhit("20240301", "1", '1', f.cGrp, f.bFremd);
-        hit.KASSENART = f.sArt;
+        const CBehHitLine hit = Hit(std::string("LSTNR=01 ") + f.pHit);
         m_sum.m_vFaelle.clear();
         for (const bool bSchlicht : {false, true}) {
             px.Clear();
@@ -127,14 +117,14 @@ TEST_F(Px100FTest, CountsCasesAndDeviations) {
     m_sum.m_100F.m_mBudgets['k']["20240101"] = {{"K01", "", "8000", "x", "-5", {}, {}, {}}};
     m_sum.m_100F.m_mBudgets['k']["20240103"] = {
         {"K01", "", "1", "1", "1", {}, {}, {}}}; // too late for the lines
-    std::vector<CBehHitLine> v{
-        Kassenhit("20240101", "1", '1', '1', false), Kassenhit("20240102", "2", '7', '2', true),
-        Kassenhit("20240103", "1", '1', '1', false), Kassenhit("20231231", "3", '1', '1', true),
-        Kassenhit("20240104", "1", '1', '1', false), Kassenhit("20240104", "9", '1', '1', false)};
-    v[2].GOSTATISTIKART = 0; // counts here
-    v[3].LSTNR = "00";
-    v[4].LSTIN.Empty();
-    v[5].PRAXISNR = "9";
+    const std::string s = "LSTNR=01 KASSENART=1 KASSENGRP=1 ";
+    std::vector<CBehHitLine> v{Hit(s),
+                               Hit(s + "DATUM=20240102 PATNR=2 KASSENART=7 KASSENGRP=2 FREMDKASSE=1"),
+                               Hit(s + "DATUM=20240103 GOSTATISTIKART="), // counts here
+                               Hit(s + "DATUM=20231231 PATNR=3 FREMDKASSE=1"),
+                               Hit(s + "LSTIN="),
+                               Hit(s + "PRAXISNR=9")};
+    v[3].LSTNR = "00"; // with the same short code
     m_sum.Analyse100Fall(" 1", v, false, 0, false, false, false);
     EXPECT_EQ(
         Spalten(),
@@ -165,7 +155,10 @@ TEST_F(Px100FTest, MainAndSubsidiaryServicesAndRatios) {
         for (const char cSub : std::string("5678turnsopq4")) {
             CKasArt100F spalte;
             spalte.Clear();
-            spalte.MoveKasArt100F(Hit("", "", "", "", {cGoArt, "01", "", 'a', cSub}), false, 0);
+            CBehHitLine hit = Hit("LSTNR=01");
+            hit.GOART = cGoArt;
+            hit.GOSUBART = cSub;
+            spalte.MoveKasArt100F(hit, false, 0);
             EXPECT_EQ(spalte.m_Nebenleistung.ANZAHL + spalte.m_Hauptleistung.ANZAHL, 100);
             if (spalte.m_Nebenleistung.ANZAHL == 100) sNeben += {cGoArt, cSub, ' '};
             if (std::string("123478").find(cGoArt) != std::string::npos) sSoll += {cGoArt, cSub, ' '};
@@ -175,11 +168,10 @@ TEST_F(Px100FTest, MainAndSubsidiaryServicesAndRatios) {
         << "5, 6 and 9 are main services";
     CKasArt100F spalte;
     spalte.Clear();
-    const CBehHitLine hit = Hit("", "", "", "", {'k', "1", ""});
     for (const std::size_t iVerh : {1u, 3u}) { // the shorter list counts
         vVerh.resize(iVerh);
         vVerh.back().m_sNenner = " K2 K1 ";
-        spalte.MoveKasArt100F(hit, false, 0);
+        spalte.MoveKasArt100F(Hit(""), false, 0);
     }
     EXPECT_EQ(Text(spalte.m_vVerh), "200:200 0:0 ");
 }
