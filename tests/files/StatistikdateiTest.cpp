@@ -99,6 +99,7 @@ TYPED_TEST(StatistikdateiTest, SelektionMitLuecken) {
                    {"", "Sortierung=*\nErweiterung=*\nNurMitMwSt=0\nTecMitMwSt=0\nProzPrivatSachkosten=0\n"},
                    {"Praxisinhaber=x\n", "Praxisinhaber= 0\n"},
                    {"Behandler=12\n", "Behandler=\n"},
+                   {"Behandler=  5\n", "Behandler=\"  5\"\n"},
                    {"Behandler=  51234\n", "Behandler=\"  5123  4\"\n"},
                    {"Sortierung=\n", "Sortierung=\n"},
                    {"NurMitMwSt=7\nTecMitMwSt=x\n", "NurMitMwSt=1\nTecMitMwSt=0\n"},
@@ -247,11 +248,7 @@ TYPED_TEST(StatistikdateiTest, Zwischensichern) {
     EXPECT_TRUE(accu.m_vBehHits.empty());
     EXPECT_NE(this->Gesagt(), "");
     this->Stoere();
-    this->m_leser.m_pLayout = iFS_SICHERUNG;
-    EXPECT_TRUE(this->m_leser.ReadDaten());
-    ASSERT_EQ(this->m_gelesen.m_vBehHits.size(), 5u);
-    EXPECT_EQ(this->m_gelesen.m_vBehHits[2].BETRAG, MakeHit(2).BETRAG);
-    EXPECT_EQ(this->m_gelesen.m_vBehHits[3].BETRAG, MakeHit(0).BETRAG);
+    EXPECT_TRUE(Inhalt<CDBStdioFile>(zw.GetDatFilename()).starts_with("H;      1000;"));
     for (int i = 0; i < 2; ++i) {
         zw.DeleteZwFiles();
         EXPECT_FALSE(FileExistsDB(zw.GetDatFilename()));

@@ -132,6 +132,13 @@ TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
         return AZahlen{accu.m_vBehHits.size(), accu.m_vGlabHits.size(), accu.m_vGipsHits.size(),
                        accu.m_vRechHits.size(), accu.m_vVerordnungHits.size()};
     };
+    CTLBlockEntry eintrag(dbDatabase); // of a block that a patient's treatments are in
+    ASSERT_EQ(eintrag.GetAll(), ZEILE_OK);
+    Aendere<CTBeh>([&](CTBeh & beh) {
+        if (beh.m_PATNR != eintrag.m_PATNR) return;
+        beh.m_LFDLBLOCK = eintrag.m_LFDLBLOCK;
+        beh.m_LSTNR = eintrag.m_LSTNR;
+    });
     CStatAccu alle;
     Waehle(alle);
     const AZahlen aAlle = Laufe(alle);
@@ -180,6 +187,9 @@ TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
     for (const CRechHitLine & hit : praxis.m_vRechHits)
         EXPECT_EQ(hit.PRAXISNR, " 2"_t);
 
+    praxis.SetZeitraum("29990101", "");
+    EXPECT_EQ(Laufe(praxis), AZahlen());
+    praxis.SetZeitraum("", "");
     praxis.SetSelektion("zzz");
     EXPECT_EQ(Laufe(praxis), AZahlen());
 }

@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 namespace orvostat {
 
 // "01 U 200 125,00 3600": number, short code, unit, count, amount, points.

@@ -3,8 +3,6 @@
 
 #include <limits>
 
-#include <gtest/gtest.h>
-
 namespace orvostat {
 
 namespace {
