@@ -145,17 +145,18 @@ TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
     for (const auto & [iPos, iMax] : m_rekorder.m_vSchritte)
         EXPECT_LE(iPos, iMax);
     EXPECT_FALSE(alle.m_vGlabFaktHits.empty());
-    std::set<std::tuple<CString, CString, CString>> setBehandelt;
+    std::set<CString> setBehandelt;
     int iBloecke = 0;
-    for (const CBehHitLine & hit : alle.m_vBehHits)
-        if (!hit.ISORVOPAT && !hit.LFDLBLOCK.IsEmpty())
-            setBehandelt.emplace(hit.PATNR, hit.LFDLBLOCK, hit.LSTNR);
-    for (const CBehHitLine & hit : alle.m_vBehHits) {
-        if (!hit.ISELAB) continue;
+    for (const CBehHitLine & hit :
+         alle.m_vBehHits) { // those of blocks come last and have no number of an entry
+        const CString sLeistung = hit.PATNR + "/" + hit.LFDLBLOCK + "/" + hit.LSTNR;
+        if (!hit.LFDBEHEINTRAG.IsEmpty() && !hit.LFDLBLOCK.IsEmpty()) setBehandelt.insert(sLeistung);
+        if (!hit.LFDBEHEINTRAG.IsEmpty() || hit.LFDLBLOCK.IsEmpty()) continue;
         ++iBloecke;
-        EXPECT_FALSE(setBehandelt.contains({hit.PATNR, hit.LFDLBLOCK, hit.LSTNR}));
+        EXPECT_FALSE(setBehandelt.contains(sLeistung));
         EXPECT_FALSE(hit.PATNAME.IsEmpty() || hit.VDABDATUM.IsEmpty());
     }
+    EXPECT_FALSE(setBehandelt.empty());
     EXPECT_GT(iBloecke, 0);
 
     AZahlen aSumme = {};
