@@ -78,15 +78,14 @@ TEST_F(CLaufImSpeicher, EachStepOfAHitLeavesItsTrace) {
     ASSERT_EQ(CLauf(accu, {}).Laufe(), ELauf::Fertig);
     const std::vector<CBehHitLine> & vHits = accu.m_vBehHits;
     EXPECT_FALSE(std::ranges::is_sorted(vHits, {}, &CBehHitLine::PATNR)) << "sorted by name";
-    bool bBefund = false, bAbschlag = false, bProvision = false, bPrivat = false;
-    for (const CBehHitLine & hit : vHits) {
-        bBefund |= !hit.BEFUND.IsEmpty();
-        bAbschlag |= hit.m_iLebAbschlag != 0;
-        bProvision |= hit.PROVISONSWERT != 0;
-        bPrivat |= hit.ISPRIVATPATIENT;
+    const auto Einer = [&](auto pFeld) {
+        return std::ranges::any_of(vHits, [&](auto & hit) { return hit.*pFeld != CBehHitLine().*pFeld; });
+    };
+    using H = CBehHitLine;
+    EXPECT_TRUE(Einer(&H::BEFUND) && Einer(&H::m_iLebAbschlag) && Einer(&H::PROVISONSWERT));
+    EXPECT_TRUE(Einer(&H::ISPRIVATPATIENT));
+    for (const CBehHitLine & hit : vHits)
         EXPECT_EQ(hit.ISPRIVATPATIENT, hit.VDABDATUM.IsEmpty() || IstPrivatNachweis(hit.VNACHWEIS));
-    }
-    EXPECT_TRUE(bBefund && bAbschlag && bProvision && bPrivat);
 }
 
 // The plan gate knows orthodontics by its letter "k"; only behind it multiband treatment gets its own.
@@ -142,8 +141,7 @@ TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
     CStatAccu alle;
     Waehle(alle);
     const AZahlen aAlle = Laufe(alle);
-    for (const auto & [iPos, iMax] : m_rekorder.m_vSchritte)
-        EXPECT_LE(iPos, iMax);
+    EXPECT_TRUE(std::ranges::all_of(m_rekorder.m_vSchritte, [](auto & s) { return s.first <= s.second; }));
     EXPECT_FALSE(alle.m_vGlabFaktHits.empty());
     std::set<CString> setBehandelt;
     int iBloecke = 0;
@@ -288,11 +286,8 @@ TEST_F(CLaufImSpeicher, AnObserverMayEmptyTheTables) {
 
 // Nothing of what is missing stands in the way, and a second run does not find the hits of the first.
 TEST_F(CLaufImSpeicher, RawHitsNeedNoMasterData) {
-    const SLaufauftrag roh = {.bPlangatter = false,
-                              .bSelektion = false,
-                              .bBewertung = false,
-                              .bStammdatenNoetig = false,
-                              .bPatienten = false};
+    SLaufauftrag roh;
+    roh.bPlangatter = roh.bSelektion = roh.bBewertung = roh.bStammdatenNoetig = roh.bPatienten = false;
     const auto Alle = [](auto &) { return true; };
     Loesche<CTLeb>(Alle);
     Loesche<CTMandant>(Alle);
