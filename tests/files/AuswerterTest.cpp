@@ -229,6 +229,10 @@ TYPED_TEST(AuswerterTest, JedeUrsacheHatIhrenText) {
         this->Stoere();
     }
     EXPECT_TRUE(eval.DeleteFileA(Dat()) && eval.DeleteFileA(Dat()));
+    eval.m_iWirft = -1;
+    this->Stoere(CFehlerdateien::SCHLIESSEN, 10);
+    EXPECT_FALSE(eval.WriteDaten()); // all is written, but the file cannot be closed
+    EXPECT_EQ(this->Gesagt(), Soll("WriteDaten", "HARDWAREFEHLER!"));
 }
 
 // The default DoData: a step without line writes none, only a cancel ends it, and that is a silent failure.

@@ -333,6 +333,7 @@ TEST_F(ExcelTest, UebergabeUndStart) {
                                sZiel.Utf8() + "\"\n");
         EXPECT_EQ(Inhalt<CStdioFile>(sZiel), "neu");
         excel.m_sVorlage.Empty();
+        if (i == 0) m_pfade.sTemp += '\\';
     }
     EXPECT_EQ(Gesagt(), "");
     s_sRufe.clear();
