@@ -44,10 +44,10 @@ class CDateiTest : public CAccuTest {
 protected:
     CDateiTest() {
         std::filesystem::create_directories(m_verzeichnis / "daten" / "stat" / "01");
-        for (const char * pPool : {"gostattyp", "gostattyp2", "gostattyp3", "gostattyp4", "statistikspalte",
-                                   "medstatistikspalte", "kassenarttyp", "techlsttyp", "kassengrptyp"})
+        for (const char * pPool :
+             {"gostattyp", "gostattyp2", "gostattyp3", "gostattyp4", "statistikspalte", "medstatistikspalte",
+              "kassenarttyp", "techlsttyp", "kassengrptyp", "hvmbudget"})
             Schreibe(std::string("SELECTPOOL SPLFD=1 SPKEY=k SPPOOL=") + pPool);
-        Schreibe("SELECTPOOL SPLFD=1 SPKEY=k SPPOOL=hvmbudget");
     }
 
     // Lets an operation of the files of both kinds fail from now on; none without one.

@@ -2,7 +2,6 @@
 #include "files/DateiTest.h"
 
 #include <string>
-#include <vector>
 
 namespace orvostat {
 namespace {
