@@ -145,10 +145,11 @@ Kasse  1 DKV sDKV mDKV p 9, 2 Fälle
   [0Ka] 01 K01 200 125,00 3600 b4014 p4014 | b4014 p10000
 )");
     const std::string sPraxis = Text(m_sum.m_Praxis);
+    m_sum.m_vKasData.insert(m_sum.m_vKasData.begin(), CLSKasLstGrp())->PRAXISNR = " 2"; // of no interest
     m_sum.AnalyseKasDataSum(m_sum.m_Praxis.m_sPraxis, m_sum.m_vKasData);
     EXPECT_EQ(Text(m_sum.m_Praxis), sPraxis) << "the practice is begun anew";
     EXPECT_EQ(m_sum.m_KasSum.m_Gesamt.ANZAHL, 1500) << "the total of the insurers is not";
-    m_sum.AnalyseKasDataSum("2", m_sum.m_vKasData);
+    m_sum.AnalyseKasDataSum("3", m_sum.m_vKasData);
     EXPECT_EQ(Alle(m_sum.m_vKas) + Text(m_sum.m_Praxis), Text(CLSPxLstGrp()));
     EXPECT_FALSE(m_rekorder.m_bWartezeiger);
 }
