@@ -24,6 +24,16 @@ struct SBestand {
     static CDateispeicher & Dateien() { return Bestandsdateien(); }
 };
 
+// What a call throws; 0 where it does not.
+template <class F> int UrsacheVon(F f) {
+    try {
+        f();
+    } catch (const CFileException & fehler) {
+        return fehler.m_cause;
+    }
+    return 0;
+}
+
 class CDateienTest : public CPraxisTest {
 protected:
     CDateienTest() { m_praxis.ZaehleAlles(); }
@@ -55,6 +65,11 @@ protected:
             s += '[' + std::string(sZeile.Sicht().Text()) + ']';
         return s;
     }
+    // Why a file cannot be opened; 0 where it can.
+    [[nodiscard]] int Ursache(const CString & sPfad, unsigned iModus) {
+        CFileException fehler;
+        return CDatei().Open(sPfad, iModus, &fehler) ? 0 : fehler.m_cause;
+    }
     [[nodiscard]] std::string Namen(const CString & sMuster) {
         std::string s;
         typename F::CSuche suche;
@@ -70,22 +85,15 @@ using CFamilien = ::testing::Types<SPlatte, SBestand>;
 TYPED_TEST_SUITE(DateienTest, CFamilien);
 
 TYPED_TEST(DateienTest, ZeilenMitBeidenEnden) {
-    struct SFall {
-        std::string_view sText, sZeilen;
-    };
-    for (const auto & [sText, sZeilen] :
-         std::initializer_list<SFall>{{"", ""},
-                                      {"\n", "[]"},
-                                      {"a", "[a]"},
-                                      {"a\nb\n", "[a][b]"},
-                                      {"a\r\n\r\nb\r\n", "[a][][b]"},
-                                      {"a\rb\n", "[a\rb]"},
-                                      {"a\r", "[a\r]"},
-                                      {"\xE4;\xDF\n", "[\xE4;\xDF]"},
-                                      {std::string_view("a\0b\n", 4), std::string_view("[a\0b]", 5)}}) {
+    std::string s;
+    for (const std::string_view sText :
+         {"", "\n", "a\nb\n", "a\r\n\r\nb\r\n", "a\rb\n", "a\r", "\xE4;\xDF\n"}) {
         this->Schreibe("x", sText);
-        EXPECT_EQ(this->Zeilen("x"), sZeilen) << sText;
+        s += this->Zeilen("x") + "|";
     }
+    EXPECT_EQ(s, "|[]|[a][b]|[a][][b]|[a\rb]|[a\r]|[\xE4;\xDF]|");
+    this->Schreibe("x", std::string_view("a\0b\n", 4));
+    EXPECT_EQ(this->Zeilen("x"), std::string_view("[a\0b]", 5));
 }
 
 // Lines longer than the buffer, lines across its end, files longer than a piece of the store.
@@ -128,19 +136,13 @@ TYPED_TEST(DateienTest, LesenUndSchreibenAnJederStelle) {
     EXPECT_THROW(datei.WriteString("x"), CFileException);
 }
 
-TYPED_TEST(DateienTest, UrsachenDesOeffnens) {
-    CFileException fehler;
-    typename TypeParam::CDatei datei;
-    EXPECT_FALSE(datei.Open(this->Pfad("fehlt"), datei.modeRead, &fehler));
-    EXPECT_EQ(fehler.m_cause, 2);
-    EXPECT_FALSE(datei.Open(this->Pfad("fehlt"), datei.modeWrite, &fehler));
-    EXPECT_EQ(fehler.m_cause, 2);
-    EXPECT_FALSE(datei.Open(this->Pfad(CString('n', 256)), TestFixture::NEU, &fehler));
-    EXPECT_EQ(fehler.m_cause, 3);
-    EXPECT_EQ(TypeParam::Dateien().Loesche(this->Pfad(CString('n', 256))), 3);
-    EXPECT_EQ(TypeParam::Dateien().Loesche(this->Pfad("fehlt")), 2);
-    EXPECT_FALSE(datei.Open(CString(), datei.modeRead, &fehler));
-    EXPECT_EQ(fehler.m_cause, 2);
+TYPED_TEST(DateienTest, UrsachenDesOeffnensUndLoeschens) {
+    const CString sZuLang = this->Pfad(CString('n', 256));
+    EXPECT_EQ(Werte(this->Ursache(this->Pfad("fehlt"), CFile::modeRead),
+                    this->Ursache(this->Pfad("fehlt"), CFile::modeWrite), this->Ursache("", CFile::modeRead),
+                    this->Ursache(sZuLang, TestFixture::NEU),
+                    TypeParam::Dateien().Loesche(this->Pfad("fehlt")), TypeParam::Dateien().Loesche(sZuLang)),
+              "2|2|2|3|2|3");
 }
 
 TYPED_TEST(DateienTest, SuchenUndLoeschen) {
@@ -191,37 +193,30 @@ TYPED_TEST(DateienTest, JedeUrsacheAnJederStelle) {
     CFehlerdateien dateien(TypeParam::Dateien());
     const CPlattendateienErsatz platte(dateien);
     const CBestandsdateienErsatz bestand(dateien);
-    const auto Ursache = [&](auto eWo, auto fTu) {
+    const auto Pruefe = [&](auto eWo, auto fTu) {
         this->Schreibe("x", "abc");
-        typename TypeParam::CDatei datei;
-        EXPECT_TRUE(
-            datei.Open(this->Pfad("x"), eWo == CFehlerdateien::LESEN ? datei.modeRead : TestFixture::NEU));
         for (const int iUrsache : {1, 2, 3, 5, 10, 13, 99}) {
+            typename TypeParam::CDatei datei;
+            EXPECT_TRUE(
+                datei.Open(this->Pfad("x"), eWo == CFehlerdateien::LESEN ? datei.modeRead : datei.modeWrite));
             dateien.FehlerBei(eWo, iUrsache);
-            try {
-                fTu(datei);
-                ADD_FAILURE() << eWo << " " << iUrsache;
-            } catch (const CFileException & fehler) {
-                EXPECT_EQ(fehler.m_cause, iUrsache);
-            }
+            EXPECT_EQ(UrsacheVon([&] { fTu(datei); }), iUrsache) << eWo;
             datei.Close(); // has nothing left to fail with
             dateien.FehlerBei(CFehlerdateien::NIRGENDS);
-            EXPECT_TRUE(datei.Open(this->Pfad("x"),
-                                   eWo == CFehlerdateien::LESEN ? datei.modeRead : TestFixture::NEU));
         }
     };
     CString s;
-    Ursache(CFehlerdateien::LESEN, [&](auto & datei) { datei.ReadString(s); });
-    Ursache(CFehlerdateien::SCHREIBEN, [&](auto & datei) {
+    Pruefe(CFehlerdateien::LESEN, [&](auto & datei) { datei.ReadString(s); });
+    Pruefe(CFehlerdateien::SCHREIBEN, [&](auto & datei) {
         datei.WriteString("x");
         datei.Flush();
     });
-    Ursache(CFehlerdateien::SCHREIBEN, [&](auto & datei) {
+    Pruefe(CFehlerdateien::SCHREIBEN, [&](auto & datei) {
         datei.WriteString("x");
         datei.Close();
     });
-    Ursache(CFehlerdateien::SICHERN, [&](auto & datei) { datei.Flush(); });
-    Ursache(CFehlerdateien::SCHLIESSEN, [&](auto & datei) { datei.Close(); });
+    Pruefe(CFehlerdateien::SICHERN, [&](auto & datei) { datei.Flush(); });
+    Pruefe(CFehlerdateien::SCHLIESSEN, [&](auto & datei) { datei.Close(); });
     // A settings file that could not be written whole is gone; one that cannot be read is not written.
     for (const auto eWo : {CFehlerdateien::OEFFNEN, CFehlerdateien::SCHREIBEN, CFehlerdateien::SCHLIESSEN}) {
         typename TypeParam::CIni ini(this->Pfad("x.ISV"));
@@ -247,39 +242,29 @@ TYPED_TEST(DateienTest, JedeUrsacheAnJederStelle) {
 using PlatteTest = DateienTest<SPlatte>;
 
 TEST_F(PlatteTest, UrsachenDesBetriebssystems) {
-    const auto Oeffne = [&](const CString & sPfad, unsigned iModus) {
-        CFileException fehler;
-        return CStdioFile().Open(sPfad, iModus, &fehler) ? 0 : fehler.m_cause;
-    };
-    std::filesystem::create_directory(m_verzeichnis / "daten" / "ordner");
+    const auto daten = m_verzeichnis / "daten";
+    std::filesystem::create_directory(daten / "ordner");
     Schreibe("datei", "x");
     Schreibe("nurles", "x");
-    std::filesystem::permissions(m_verzeichnis / "daten" / "nurles", std::filesystem::perms::owner_read);
+    std::filesystem::permissions(daten / "nurles", std::filesystem::perms::owner_read);
     const COhneRootrechte ersatz(m_verzeichnis);
-    EXPECT_EQ(Oeffne(Pfad("ordner"), CFile::modeRead), 5);
-    EXPECT_EQ(Oeffne(Pfad("ordner"), NEU), 5);
-    EXPECT_EQ(Oeffne(Pfad("weg\\x"), CFile::modeRead), 3);
-    EXPECT_EQ(Oeffne(Pfad("weg\\x"), NEU), 3);
-    EXPECT_EQ(Oeffne(Pfad("datei\\x"), NEU), 3);
-    EXPECT_EQ(Oeffne(Pfad("nurles"), NEU), 5);
-    EXPECT_EQ(Oeffne(Pfad("nurles"), CFile::modeRead), 0);
-    EXPECT_EQ(Plattendateien().Loesche(Pfad("ordner")), 5);
-    EXPECT_EQ(Plattendateien().Loesche(Pfad("weg\\x")), 3);
-    EXPECT_NO_THROW(CFile::Remove(Pfad("nurles"))); // its folder decides
+    EXPECT_EQ(Werte(Ursache(Pfad("ordner"), CFile::modeRead), Ursache(Pfad("ordner"), NEU),
+                    Ursache(Pfad("weg\\x"), CFile::modeRead), Ursache(Pfad("weg\\x"), NEU),
+                    Ursache(Pfad("datei\\x"), NEU), Ursache(Pfad("nurles"), NEU),
+                    Ursache(Pfad("nurles"), CFile::modeRead)),
+              "5|5|3|3|3|5|");
     Schreibe("ordner\\x"_t, "x");
-    std::filesystem::permissions(m_verzeichnis / "daten" / "ordner",
+    std::filesystem::permissions(daten / "ordner",
                                  std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
-    EXPECT_EQ(Plattendateien().Loesche(Pfad("ordner\\x"_t)), 5);
-    std::filesystem::permissions(m_verzeichnis / "daten" / "ordner", std::filesystem::perms::owner_all);
+    EXPECT_EQ(Werte(Plattendateien().Loesche(Pfad("ordner")), Plattendateien().Loesche(Pfad("weg\\x")),
+                    Plattendateien().Loesche(Pfad("ordner\\x"_t))),
+              "5|3|5");
+    std::filesystem::permissions(daten / "ordner", std::filesystem::perms::owner_all);
+    EXPECT_NO_THROW(CFile::Remove(Pfad("nurles"))); // its folder decides
     CStdioFile voll;
     ASSERT_TRUE(voll.Open("\\dev\\full"_t, CFile::modeWrite));
     voll.WriteString("x");
-    try {
-        voll.Flush();
-        ADD_FAILURE();
-    } catch (const CFileException & fehler) {
-        EXPECT_EQ(fehler.m_cause, 13);
-    }
+    EXPECT_EQ(UrsacheVon([&] { voll.Flush(); }), 13);
 }
 
 // ---- what only the practice's store does
@@ -292,15 +277,14 @@ TEST_F(BestandTest, EineSchlechteSchreibgruppeLaesstDieAlteDatei) {
         Schreibe("x", "alt");
         m_pSpeicher->FehlerBei(iBei);
         bool bGut = false;
-        try {
+        const int iUrsache = UrsacheVon([&] {
             CDBStdioFile datei;
             bGut = datei.Open(Pfad("x"), NEU);
             if (bGut) datei.WriteString(std::string_view(sNeu));
             datei.Close();
-        } catch (const CFileException & fehler) {
-            EXPECT_EQ(fehler.m_cause, 1);
-            bGut = false;
-        }
+        });
+        EXPECT_LE(iUrsache, 1);
+        bGut = bGut && iUrsache == 0;
         m_pSpeicher->FehlerBei(0);
         EXPECT_TRUE(Zeilen("x") == (bGut ? '[' + sNeu + ']' : "[alt]")) << iBei;
         EXPECT_EQ(m_pSpeicher->OffeneWege(), 0);
@@ -326,10 +310,7 @@ TEST_F(BestandTest, WandertMitDerPraxisUndVerweigertOhneRecht) {
     EXPECT_EQ(Zeilen("stat\\01\\x"_t), "[a]");
     EXPECT_TRUE(FileExistsDB("stat\\01\\x"_t));
     dbDatabase.Verbinde(nullptr); // only reading is left
-    CFileException fehler;
-    CDBStdioFile datei;
-    EXPECT_FALSE(datei.Open(Pfad("y"), NEU, &fehler));
-    EXPECT_EQ(fehler.m_cause, 5);
+    EXPECT_EQ(Ursache(Pfad("y"), NEU), 5);
     EXPECT_EQ(DeleteFileDB("stat\\01\\x"_t), 0);
     EXPECT_EQ(Zeilen("stat\\01\\x"_t), "[a]");
 }
@@ -341,12 +322,7 @@ TEST_F(BestandTest, EinFehlendesStueckIstEinSchaden) {
     zeile.m_STUECK = "00000002";
     ASSERT_EQ(zeile.GetByK1(), 0);
     ASSERT_EQ(zeile.Delete(), 0);
-    try {
-        static_cast<void>(Zeilen("x"));
-        ADD_FAILURE();
-    } catch (const CFileException & fehler) {
-        EXPECT_EQ(fehler.m_cause, 10);
-    }
+    EXPECT_EQ(UrsacheVon([&] { static_cast<void>(Zeilen("x")); }), 10);
 }
 
 // ---- the workstation
