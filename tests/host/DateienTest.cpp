@@ -73,10 +73,10 @@ protected:
     [[nodiscard]] std::string Namen(const CString & sMuster) {
         std::string s;
         typename F::CSuche suche;
-        for (bool bMehr = suche.FindFile(sMuster); bMehr;) {
+        for (bool bMehr = suche.FindFile(Pfad(sMuster)); bMehr;) {
             bMehr = suche.FindNextFile();
             s += suche.GetFileName().Utf8() + (suche.IsDirectory() ? "\\ " : " ");
-            EXPECT_EQ(suche.GetFilePath(), Ordnerteil(sMuster) + suche.GetFileName());
+            EXPECT_EQ(suche.GetFilePath(), Ordnerteil(Pfad(sMuster)) + suche.GetFileName());
         }
         return s;
     }
@@ -124,15 +124,12 @@ TYPED_TEST(DateienTest, LesenUndSchreibenAnJederStelle) {
     EXPECT_EQ(datei.Seek(-1, datei.current), 65'537u);
     datei.Write("X", 1);
     EXPECT_EQ(datei.GetLength(), 100'000u);
-    datei.Close();
     ASSERT_TRUE(datei.Open(this->Pfad("x"), datei.modeRead));
     char ac[6] = {};
-    EXPECT_EQ(datei.Seek(65'534, datei.begin), 65'534u);
-    EXPECT_EQ(datei.Read(ac, 5), 5u);
+    EXPECT_TRUE(datei.Seek(65'534, datei.begin) == 65'534u && datei.Read(ac, 5) == 5u);
     EXPECT_STREQ(ac, ".abX.");
     EXPECT_EQ(datei.Seek(0, datei.current), 65'539u);
-    EXPECT_EQ(datei.Seek(99, datei.end), 100'000u);
-    EXPECT_EQ(datei.Read(ac, 5), 0u);
+    EXPECT_TRUE(datei.Seek(99, datei.end) == 100'000u && datei.Read(ac, 5) == 0u);
     EXPECT_THROW(datei.WriteString("x"), CFileException);
 }
 
@@ -149,40 +146,31 @@ TYPED_TEST(DateienTest, SuchenUndLoeschen) {
     std::filesystem::create_directory(this->m_verzeichnis / "daten" / "unter");
     for (const CString & sName : {"a.SVE"_t, "b.ISV"_t, "ohne"_t, "ä.SVE"_t, "unter\\c.SVE"_t})
         this->Schreibe(sName, "x");
-    EXPECT_EQ(this->Namen(this->Pfad("*.*")), "a.SVE b.ISV ohne unter\\ ä.SVE ");
-    EXPECT_EQ(this->Namen(this->Pfad("*.SVE")), "a.SVE ä.SVE ");
-    EXPECT_EQ(this->Namen(this->Pfad("?.?S*V")), "b.ISV ");
-    EXPECT_EQ(this->Namen(this->Pfad("unter\\*"_t)), "c.SVE ");
-    EXPECT_EQ(this->Namen(this->Pfad("fehlt\\*"_t)), "");
+    EXPECT_EQ(Werte(this->Namen("*.*"), this->Namen("*.SVE"), this->Namen("?.?S*V"),
+                    this->Namen("unter\\*"_t), this->Namen("fehlt\\*"_t)),
+              "a.SVE b.ISV ohne unter\\ ä.SVE |a.SVE ä.SVE |b.ISV |c.SVE |");
     CDateispeicher & dateien = TypeParam::Dateien();
-    EXPECT_FALSE(dateien.Existiert(this->Pfad("unter")));
-    EXPECT_TRUE(dateien.Existiert(this->Pfad("a.SVE")));
-    EXPECT_EQ(dateien.Loesche(this->Pfad("a.SVE")), 0);
-    EXPECT_FALSE(dateien.Existiert(this->Pfad("a.SVE")));
+    EXPECT_TRUE(dateien.Existiert(this->Pfad("a.SVE")) && dateien.Loesche(this->Pfad("a.SVE")) == 0);
+    EXPECT_FALSE(dateien.Existiert(this->Pfad("a.SVE")) || dateien.Existiert(this->Pfad("unter")));
     EXPECT_EQ(this->Zeilen("ohne"), "[x]");
 }
 
 TYPED_TEST(DateienTest, Inidatei) {
     using CIni = typename TypeParam::CIni;
     const CString sDatei = this->Pfad("x.ISV");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "k", "*"), "*"_t);
+    const auto Gelesen = [&](const CString & s, const CString & sK) {
+        return CIni::ReadOneString(sDatei, s, sK, "*");
+    };
+    EXPECT_EQ(Gelesen("A", "k"), "*"_t);
     CIni ini(sDatei);
-    for (const auto & [sA, sK, sW] : std::initializer_list<std::array<CString, 3>>{{"A", "k", " 1 "},
-                                                                                   {"A", "q", "\"  5 12\""_t},
-                                                                                   {"B", "k", ""},
-                                                                                   {"A", "z", "a\nb\r"},
-                                                                                   {"A", "k", "2"}})
-        EXPECT_TRUE(ini.WriteString(sA, sK, sW));
-    EXPECT_TRUE(ini.Save());
+    EXPECT_TRUE(ini.WriteString("A", "k", " 1 ") && ini.WriteString("A", "q", "\"  5 12\""_t) &&
+                ini.WriteString("B", "k", "") && ini.WriteString("A", "z", "a\nb\r") &&
+                ini.WriteString("A", "k", "2") && ini.Save());
     EXPECT_EQ(this->Zeilen("x.ISV"), "[[A]][k=2][q=\"  5 12\"][z=a b ][[B]][k=]");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "q", "*"), "  5 12"_t);
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "B", "k", "*"), ""_t);
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "a", "k", "*"), "*"_t);
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "K", "*"), "*"_t);
-
+    EXPECT_EQ(Werte(Gelesen("A", "q"), Gelesen("B", "k"), Gelesen("a", "k"), Gelesen("A", "K")),
+              "  5 12||*|*");
     this->Schreibe("x.ISV", "k=vor\n\n[A]\r\nk=1\nkeine Zeile\nk=2\n[B]\nk = 3\n");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "k", "*"), "1"_t);
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "B", "k", "*"), "*"_t);
+    EXPECT_EQ(Werte(Gelesen("A", "k"), Gelesen("B", "k")), "1|*");
     CIni dazu(sDatei);
     EXPECT_TRUE(dazu.WriteString("A", "n", "x") && dazu.WriteString("C", "m", "y") && dazu.Save());
     EXPECT_EQ(this->Zeilen("x.ISV"), "[k=vor][[A]][k=1][keine Zeile][k=2][n=x][[B]][k = 3][[C]][m=y]");
@@ -207,14 +195,8 @@ TYPED_TEST(DateienTest, JedeUrsacheAnJederStelle) {
     };
     CString s;
     Pruefe(CFehlerdateien::LESEN, [&](auto & datei) { datei.ReadString(s); });
-    Pruefe(CFehlerdateien::SCHREIBEN, [&](auto & datei) {
-        datei.WriteString("x");
-        datei.Flush();
-    });
-    Pruefe(CFehlerdateien::SCHREIBEN, [&](auto & datei) {
-        datei.WriteString("x");
-        datei.Close();
-    });
+    Pruefe(CFehlerdateien::SCHREIBEN, [&](auto & datei) { datei.WriteString("x"), datei.Flush(); });
+    Pruefe(CFehlerdateien::SCHREIBEN, [&](auto & datei) { datei.WriteString("x"), datei.Close(); });
     Pruefe(CFehlerdateien::SICHERN, [&](auto & datei) { datei.Flush(); });
     Pruefe(CFehlerdateien::SCHLIESSEN, [&](auto & datei) { datei.Close(); });
     // A settings file that could not be written whole is gone; one that cannot be read is not written.
@@ -230,8 +212,7 @@ TYPED_TEST(DateienTest, JedeUrsacheAnJederStelle) {
     for (const auto eWo : {CFehlerdateien::OEFFNEN, CFehlerdateien::LESEN}) {
         dateien.FehlerBei(eWo, 5);
         typename TypeParam::CIni ini(this->Pfad("x.ISV"));
-        EXPECT_EQ(ini.ReadString("A", "k", "*"), "*"_t);
-        EXPECT_FALSE(ini.WriteString("A", "k", "2") || ini.Save());
+        EXPECT_TRUE(ini.ReadString("A", "k", "*") == "*" && !ini.WriteString("A", "k", "2") && !ini.Save());
         dateien.FehlerBei(CFehlerdateien::NIRGENDS);
     }
     EXPECT_EQ(this->Zeilen("x.ISV"), "[[A]][k=1]");
@@ -293,17 +274,6 @@ TEST_F(BestandTest, EineSchlechteSchreibgruppeLaesstDieAlteDatei) {
     ADD_FAILURE() << "never written";
 }
 
-TEST_F(BestandTest, OhneCloseGiltDerLetzteFlush) {
-    {
-        CDBStdioFile datei;
-        ASSERT_TRUE(datei.Open(Pfad("x"), NEU));
-        datei.WriteString("bleibt");
-        datei.Flush();
-        datei.WriteString(" nicht"_t);
-    }
-    EXPECT_EQ(Zeilen("x"), "[bleibt]");
-}
-
 TEST_F(BestandTest, WandertMitDerPraxisUndVerweigertOhneRecht) {
     Schreibe("stat\\01\\x"_t, "a");
     m_pfade.sDaten = "\\anderswo\\"_t;
@@ -315,13 +285,19 @@ TEST_F(BestandTest, WandertMitDerPraxisUndVerweigertOhneRecht) {
     EXPECT_EQ(Zeilen("stat\\01\\x"_t), "[a]");
 }
 
+TEST_F(BestandTest, OhneCloseGiltDerLetzteFlush) {
+    {
+        CDBStdioFile datei;
+        ASSERT_TRUE(datei.Open(Pfad("x"), NEU));
+        datei.WriteString("bleibt"), datei.Flush(), datei.WriteString(" nicht"_t);
+    }
+    EXPECT_EQ(Zeilen("x"), "[bleibt]");
+}
+
 TEST_F(BestandTest, EinFehlendesStueckIstEinSchaden) {
     Schreibe("x", std::string(200'000, 'n'));
     CTDatei zeile(dbDatabase);
-    zeile.m_DATEINAME = "x";
-    zeile.m_STUECK = "00000002";
-    ASSERT_EQ(zeile.GetByK1(), 0);
-    ASSERT_EQ(zeile.Delete(), 0);
+    ASSERT_EQ(zeile.GetRecByParam({"x", "00000002"}) + zeile.Delete(), 0);
     EXPECT_EQ(UrsacheVon([&] { static_cast<void>(Zeilen("x")); }), 10);
 }
 
