@@ -1,5 +1,7 @@
 #include "orvostatbs/host/CString.h"
 
+#include "support/Wert.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -24,67 +26,44 @@ std::string Lies(const CString & s) { return std::string(s.Sicht().Text()); }
 void PruefeText(const CString & s, const std::string & sSoll) {
     const CString frisch = Bytes(sSoll);
     ASSERT_EQ(Lies(s), sSoll);
-    ASSERT_EQ(s.Sicht().c_str()[sSoll.size()], '\0');
-    ASSERT_EQ(s.GetLength(), static_cast<int>(sSoll.size()));
-    ASSERT_EQ(s.IsEmpty(), sSoll.empty());
-    ASSERT_TRUE(s == frisch && s.Compare(frisch) == 0 && s.Hash() == frisch.Hash()) << "'" << sSoll << "'";
-    ASSERT_EQ(s.Erstes(), sSoll.empty() ? '\0' : sSoll[0]);
+    ASSERT_TRUE(s == frisch && s.Compare(frisch) == 0 && s.Hash() == frisch.Hash()) << sSoll;
+    ASSERT_TRUE(s.Sicht().c_str()[sSoll.size()] == '\0' && s.GetLength() == static_cast<int>(sSoll.size()))
+        << sSoll;
+    ASSERT_TRUE(s.IsEmpty() == sSoll.empty() && s.Erstes() == (sSoll.empty() ? '\0' : sSoll[0])) << sSoll;
     ASSERT_EQ(s.GetAt(s.GetLength() - 1), sSoll.empty() ? '\0' : sSoll.back());
 }
 
-// Every operation at its ends. Left of the arrow the text before, right of it the text after; UTF-8.
-TEST(CStringTest, OperationenAnIhrenEnden) {
-    struct SFall {
-        const char * pVorher;
-        CString (*pOperation)(CString);
-        const char * pNachher;
-    };
-    const SFall faelle[] = {
-        {"Zähne", [](CString s) { return s.Left(-1); }, ""},
-        {"Zähne", [](CString s) { return s.Right(2147483647); }, "Zähne"},
-        {"Zähne", [](CString s) { return s.Mid(99); }, ""},
-        {"Zähne", [](CString s) { return s.Mid(1, 3); }, "ähn"},
-        {"Zähne", [](CString s) { return s.Mid(1, 2147483647); }, "ähne"},
-        {"Zähne", [](CString s) { return s.Mid(1, -1); }, ""},
-        {"Zähne", [](CString s) { return s.Mid(-2147483647 - 1, 1); }, "Z"},
-        {"Behandler 20240131", [](CString s) { return s.Mid(10); }, "20240131"},
-
-        {" \t\r\n\v\fa b\n ", [](CString s) { return s.Trim(); }, "a b"},
-        {"\u00A0a\u00A0", [](CString s) { return s.Trim(); }, "\u00A0a\u00A0"},
-        {"a\\b\\\\", [](CString s) { return s.TrimRight('\\'); }, "a\\b"},
-
-        {"abc", [](CString s) { return s.Delete(2, 2147483647), s; }, "ab"},
-        {"abc", [](CString s) { return s.Delete(3), s; }, "abc"},
-        {"abc", [](CString s) { return s.Delete(-1), s; }, "abc"},
-
-        {"aabb", [](CString s) { return s.Replace("ab", ""), s; }, "ab"},
-        {"a", [](CString s) { return s.Replace("a", "aa"), s; }, "aa"},
-        {"abc", [](CString s) { return s.Replace("", "x"), s; }, "abc"},
-
-        {"Zähne", [](CString s) { return s += s; }, "ZähneZähne"},
-        {"bc", [](CString s) { return 'a' + s + 'd' + "e"; }, "abcde"},
-        {"alt", [](CString) { return CString('x', 0) + CString('x', -1); }, ""},
-    };
-    for (const SFall & f : faelle) {
-        const CString sVorher = AusUtf8(f.pVorher);
-        const CString sNachher = f.pOperation(sVorher);
-        EXPECT_EQ(sNachher.Utf8(), f.pNachher) << "aus '" << f.pVorher << "'";
-        EXPECT_EQ(sVorher.Utf8(), f.pVorher) << "a copy was changed";
-        ASSERT_NO_FATAL_FAILURE(PruefeText(sNachher, Lies(AusUtf8(f.pNachher))));
-    }
+// Results as UTF-8 with "|" between them.
+template <class... T> std::string Alle(const T &... texte) {
+    (PruefeText(texte, Lies(texte)), ...);
+    return Werte(texte...);
 }
 
-TEST(CStringTest, SuchenUndZaehlen) {
-    CString s("aXbXc");
-    EXPECT_EQ(
-        (std::vector{s.Replace('X', 'Y'), s.Replace("Y", ""), s.Replace("Y", ""), s.Delete(1), s.Delete(7)}),
-        (std::vector{2, 2, 0, 2, 2}));
-    s = "a,b,"_t;
-    EXPECT_EQ(
-        (std::vector{s.Find(','), s.Find(',', 2), s.Find(',', -1), s.Find('\0'), s.Find("b,"), s.Find("b,,"),
-                     s.Find(",", 2), s.Find("", 4), s.Find("", 5), "20240131"_t.Find("0131")}),
-        (std::vector{1, 3, -1, -1, 2, -1, 3, 4, -1, 4}));
-    EXPECT_EQ(std::string({s[0], s[3], s[4], s[-1]}), "a,\0\0"s);
+TEST(CStringTest, OperationenAnIhrenEnden) {
+    constexpr int GROSS = 2147483647;
+    const CString s = "Zähne"_t;
+    const auto Mit = [](CString sText, auto fTu) { return fTu(sText), sText; };
+    EXPECT_EQ(Alle(s.Left(-1), s.Right(GROSS), s.Mid(99), s.Mid(1, 3), s.Mid(1, GROSS), s.Mid(1, -1),
+                   s.Mid(-GROSS - 1, 1), "Behandler 20240131"_t.Mid(10)),
+              "|Zähne||ähn|ähne||Z|20240131");
+    EXPECT_EQ(Alle(" \t\r\n\v\fa b\n "_t.Trim(), "\u00A0a\u00A0"_t.Trim(), "a\\b\\\\"_t.TrimRight('\\')),
+              "a b|\u00A0a\u00A0|a\\b");
+    EXPECT_EQ(Alle(Mit("abc", [](CString & t) { t.Delete(2, GROSS); }),
+                   Mit("abc", [](CString & t) { t.Delete(3); }),
+                   Mit("abc", [](CString & t) { t.Delete(-1); }),
+                   Mit("aabb", [](CString & t) { t.Replace("ab", ""); }),
+                   Mit("a", [](CString & t) { t.Replace("a", "aa"); }),
+                   Mit("abc", [](CString & t) { t.Replace("", "x"); }), Mit(s, [](CString & t) { t += t; }),
+                   'a' + "bc"_t + 'd' + "e", CString('x', 0) + CString('x', -1)),
+              "ab|abc|abc|ab|aa|abc|ZähneZähne|abcde|");
+    CString t("aXbXc");
+    EXPECT_EQ(t.Replace('X', 'Y'), 2);
+    EXPECT_TRUE(t.Replace("Y", "") == 2 && t.Replace("Y", "") == 0 && t.Delete(1) == 2 && t.Delete(7) == 2);
+    t = "a,b,"_t;
+    EXPECT_EQ(Werte(t.Find(','), t.Find(',', 2), t.Find(',', -1), t.Find('\0'), t.Find("b,"), t.Find("b,,"),
+                    t.Find(",", 2), t.Find("", 4), t.Find("", 5), "20240131"_t.Find("0131")),
+              "1|3|-1|-1|2|-1|3|4|-1|4");
+    EXPECT_EQ(std::string({t[0], t[3], t[4], t[-1]}), "a,\0\0"s);
 }
 
 TEST(CStringTest, FalscherGebrauchWirft) {
