@@ -46,12 +46,34 @@ inline void Ueberschreibe(const std::string & sDatei, std::streamoff iAb, std::s
     f << std::string(iAnzahl, '\x5A');
 }
 
+// What a walk over a table meets, each row as a line of texts.
+inline std::string Zeilen(CZeilenspeicher & speicher, const STabelle & tabelle, const SBereich & bereich) {
+    std::vector<CString> vTexte(tabelle.vSpalten.size());
+    std::vector<CString *> vZeile;
+    for (CString & sText : vTexte)
+        vZeile.push_back(&sText);
+    std::string s;
+    const auto pWeg = speicher.Oeffne(tabelle, bereich);
+    while (pWeg && pWeg->Naechste(vZeile) == ZEILE_OK)
+        for (const CString & sText : vTexte)
+            s += sText.Utf8() + (&sText == &vTexte.back() ? '\n' : '|');
+    return s;
+}
+
 // The file does not exist until a test makes it.
 class CSqliteTest : public ::testing::Test {
 protected:
     std::shared_ptr<CSqliteSpeicher> Oeffne(EModus eModus) {
         return CSqliteSpeicher::OeffneDatei(m_sDatei, eModus, m_sMeldung);
     }
+    // Why the file cannot be opened: the message behind its name.
+    std::string Grund(EModus eModus) {
+        EXPECT_EQ(Oeffne(eModus), nullptr);
+        const std::string sAnfang = "Die Datei \"" + m_sDatei + "\" ";
+        const std::string s = m_sMeldung.Utf8();
+        return s.starts_with(sAnfang) ? s.substr(sAnfang.size()) : s;
+    }
+    std::string Sql(const std::string & sSql) { return CWerkzeug(m_sDatei).Sql(sSql); }
 
     CTempVerzeichnis m_verzeichnis;
     std::string m_sDatei = m_verzeichnis.Datei("praxis.db");
