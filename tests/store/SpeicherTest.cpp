@@ -110,12 +110,10 @@ TEST_P(SpeicherTest, RowsComeInTheByteOrderOfTheKey) {
 
 // A part ends before the next one counts, and rows of equal key keep the order of writing.
 TEST_P(SpeicherTest, RowsComeInTheOrderOfTheirKeysParts) {
-    Schreibe(m_s, "1", "Mai", "Zoe");
-    Schreibe(m_s, "2", "Maier", "Anna");
-    Schreibe(m_s, "7", "Mai ", "Yann");
-    Schreibe(m_s, "3", "Mai", "Yann");
-    Schreibe(m_s, "5", "Mai", "Yann ");
-    Schreibe(m_s, "4", "", "Udo");
+    constexpr const char * ZEILEN[][3] = {{"1", "Mai", "Zoe"},  {"2", "Maier", "Anna"}, {"7", "Mai ", "Yann"},
+                                          {"3", "Mai", "Yann"}, {"5", "Mai", "Yann "},  {"4", "", "Udo"}};
+    for (const auto & [pNummer, pName, pVorname] : ZEILEN)
+        Schreibe(m_s, CString(pNummer), CString(pName), CString(pVorname));
     EXPECT_EQ(NachNamen(), "4 7 3 5 1 2");
     EXPECT_EQ(NachNamen(true), "2 1 5 3 7 4");
 }
@@ -177,19 +175,18 @@ TEST_P(SpeicherTest, AReplacedRowKeepsItsPlaceUnlessItsKeyChanges) {
     for (const CString & sNummer : {CString("1"), CString("2"), CString("3")})
         Schreibe(m_s, sNummer, "Mai");
     CPatientenweg weg(m_s);
-    CPatientenweg anderer(m_s);
-    ASSERT_EQ(weg.Naechste(), ZEILE_OK);
-    weg.m_zeile.m_PATGEBDATUM = "19700101";
-    EXPECT_EQ(weg.Ersetze(), ZEILE_OK);
+    CPatientenweg anderer(m_s, {1, true, "", ""});
+    ASSERT_TRUE(weg.Naechste() == ZEILE_OK && anderer.Naechste() == ZEILE_OK &&
+                anderer.Naechste() == ZEILE_OK);
+    EXPECT_EQ(weg.Setze(&CTPat_Fields::m_PATGEBDATUM, "19700101"), ZEILE_OK);
     EXPECT_EQ(NachNamen(), "1 2 3");
     ASSERT_EQ(anderer.Naechste(), ZEILE_OK);
     EXPECT_EQ(anderer.m_zeile.m_PATGEBDATUM, CString("19700101"))
         << "a row changed ahead is met as it is now";
-    weg.m_zeile.m_PATNAME = "Abt";
-    EXPECT_EQ(weg.Ersetze(), ZEILE_OK);
+    EXPECT_EQ(weg.Setze(&CTPat_Fields::m_PATNAME, "Abt"), ZEILE_OK);
     EXPECT_EQ(NachNamen(), "1 2 3");
-    weg.m_zeile.m_PATNAME = "Mai";
-    EXPECT_EQ(weg.Ersetze(), ZEILE_OK) << "the same row, although its key has changed";
+    EXPECT_EQ(weg.Setze(&CTPat_Fields::m_PATNAME, "Mai"), ZEILE_OK)
+        << "the same row, although its key has changed";
     EXPECT_EQ(NachNamen(), "2 3 1");
     EXPECT_EQ(weg.Rest(), "2 3");
 }
@@ -265,15 +262,10 @@ TEST_P(SpeicherTest, AGroupTakesEffectAsAWhole) {
         ASSERT_EQ(m_s.Beginne(), ZEILE_OK);
         SchreibeAlle({"4"});
         CPatientenweg weg(m_s);
-        weg.Naechste(), weg.Loesche(); // 1
-        weg.Naechste();
-        weg.m_zeile.m_PATNAME = "Neu"; // 2, a key
-        weg.Ersetze();
-        weg.Naechste();
-        weg.m_zeile.m_PATNR = "33";
-        weg.Ersetze();
-        weg.m_zeile.m_PATGEBDATUM = "19990101"; // no key
-        weg.Ersetze();
+        weg.Naechste(), weg.Loesche();
+        weg.Naechste(), weg.Setze(&CTPat_Fields::m_PATNAME, "Neu"); // a key
+        weg.Naechste(), weg.Setze(&CTPat_Fields::m_PATNR, "33"),
+            weg.Setze(&CTPat_Fields::m_PATGEBDATUM, "19990101");
         EXPECT_EQ(Nummern(m_s) + "/" + NachNamen(), "2 33 4/4 33 2") << "inside";
         ASSERT_EQ(m_s.Beende(bUebernehmen), ZEILE_OK);
         EXPECT_EQ(Nummern(m_s) + "/" + NachNamen(), bUebernehmen ? "2 33 4/4 33 2" : "1 2 3/3 1 2");
@@ -357,13 +349,16 @@ TEST_P(SpeicherTest, AThousandWritesAtRandomLeaveWhatAPlainListHolds) {
 TEST_P(SpeicherTest, ACopyIsEqualUntilOneOfTheTwoChanges) {
     SchreibeAlle({"2", "1", "1"});
     CMemorySpeicher kopie;
+    const auto Gleich = [&] {
+        return GleicheTabelle(m_s, kopie, Patienten()) && GleicheTabelle(kopie, m_s, Patienten());
+    };
     ASSERT_EQ(KopiereTabelle(m_s, kopie, Patienten()), ZEILE_OK);
-    EXPECT_TRUE(GleicheTabelle(m_s, kopie, Patienten()));
-    EXPECT_TRUE(GleicheTabelle(kopie, m_s, Patienten()));
+    EXPECT_TRUE(Gleich());
     Schreibe(kopie, "3");
-    EXPECT_FALSE(GleicheTabelle(m_s, kopie, Patienten())) << "longer";
+    EXPECT_FALSE(GleicheTabelle(m_s, kopie, Patienten()) || GleicheTabelle(kopie, m_s, Patienten()))
+        << "longer";
     Schreibe(m_s, "3", "Mai");
-    EXPECT_FALSE(GleicheTabelle(m_s, kopie, Patienten())) << "another text";
+    EXPECT_FALSE(Gleich()) << "another text";
     CMemorySpeicher eine, zwei;
     Schreibe(eine, "1"), Schreibe(zwei, "1"), Schreibe(zwei, "1");
     EXPECT_FALSE(GleicheTabelle(eine, zwei, Patienten()) || GleicheTabelle(zwei, eine, Patienten()))
