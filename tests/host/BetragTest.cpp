@@ -195,13 +195,6 @@ TEST(BetragTest, SpaltenUndAnzeige) {
         EXPECT_EQ(Wert(CWBetrag{CString(pText)}), pSoll) << "'" << pText << "'";
 }
 
-TEST(BetragTest, RundenUndAbschneiden) {
-    const auto Cent = [](double d) { return Werte(CDBetrag(d, 'e').Round(), CDBetrag(d, 'e').RoundDown()); };
-    EXPECT_EQ(Werte(Cent(1.005), Cent(1.0049999), Cent(-1.009), Cent(0.005), Cent(-0.004), Cent(10.05 * 2.3),
-                    Cent(0.57)),
-              "e101|e100|e100|e100|e-101|e-100|e1|e0|e0|e0|e2312|e2311|e57|e57");
-}
-
 __extension__ typedef __int128 Int128;
 
 // Rounds and cuts as the exact value of iZaehler / iNenner hundred-millionths does.

@@ -370,7 +370,7 @@ TEST_P(RSetTest, AGroupStaysOnlyIfItIsTakenOver) {
     }
 }
 
-// ---- the pool, nested reads
+// ---- the pool
 
 TEST_P(RSetTest, BorrowedSetsAreFreshAndCounted) {
     const int iVorher = EntlieheneRSets();
@@ -393,25 +393,6 @@ TEST_P(RSetTest, BorrowedSetsAreFreshAndCounted) {
     CAutoRSet<CTGips>()->GetAll();
     EXPECT_EQ(beh.GetRecByParam({"1", "20240101", "a", "1"}), 0);
     EXPECT_EQ(m_pFehler->OffeneWege(), 0) << "neither a released set nor an exact read holds a walk";
-}
-
-TEST_P(RSetTest, ChecksAreReadInsideAWalkOverFeesAndTheSameTableInsideItself) {
-    Schreibe(R"(GO GOART=q LSTNR=1
-                GO GOART=q LSTNR=2
-                GO GOART=q LSTNR=3
-                GOCHECK GOART=q LSTNR=1 EXTRAFLAG=p CHECKTEXT=11
-                GOCHECK GOART=q LSTNR=2 EXTRAFLAG=q CHECKTEXT=22
-                GOCHECK GOART=q LSTNR=3 EXTRAFLAG=p CHECKTEXT=33)");
-    CTGO go(dbDatabase);
-    CTGoCheck check(dbDatabase);
-    std::string s;
-    for (int i = go.GetAll(); i == 0; i = go.Next()) {
-        s += check.GetByExtraFlag(go.m_GOART, go.m_LSTNR, 'p') == 0 ? check.m_CHECKTEXT.Utf8() : "-";
-        const CAutoRSet<CTGO> innen;
-        innen->SetKey(1, false);
-        s += "(" + Alle(*innen, innen->GetAll(), innen->m_LSTNR) + ")";
-    }
-    EXPECT_EQ(s, "11(321)-(321)33(321)");
 }
 
 // ---- the select pool

@@ -83,24 +83,6 @@ TEST_F(TabellenTest, MultibandAndDeductionsAreInsurerServicesOfThePeriod) {
 
 // ---- insurance periods
 
-TEST_F(TabellenTest, PeriodsOfAnIntervalEndOnTheDateOrLaterOrNever) {
-    Schreibe(R"(VDESC PATNR=1 VDESCNR=1 VDABDATUM=20200101 VDBISDATUM=20211231
-                VDESC PATNR=1 VDESCNR=2 VDABDATUM=20220101 VDBISDATUM=20221231
-                VDESC PATNR=1 VDESCNR=3 VDABDATUM=20230101)");
-    const auto Gelesen = [](const char * pPat, const char * pDatum, bool bAufsteigend) {
-        CTVDesc vdesc(dbDatabaseRO);
-        vdesc.SetKey(1, bAufsteigend);
-        vdesc.m_PATNR = CString(pPat);
-        vdesc.m_VDBISDATUM = CString(pDatum);
-        return Alle(vdesc, vdesc.GetByIntervall(vdesc.m_PATNR, vdesc.m_VDBISDATUM, "", "", false),
-                    vdesc.m_VDESCNR);
-    };
-    EXPECT_EQ(Werte(Gelesen("1", "20211231", true), Gelesen("1", "20220101", false),
-                    Gelesen("1", "20990101", true), Gelesen("2", "20220101", true),
-                    Gelesen(" ", "20220101", true)),
-              "1 2 3 |3 2 |3 ||");
-}
-
 TEST_F(TabellenTest, TheMatchingPeriodIsTheBestOfThoseValidOnTheDate) {
     Schreibe(R"(VDESC PATNR=1 VDESCNR=1 VDABDATUM=20200101 VDBISDATUM=20201231
                 VDESC PATNR=1 VDESCNR=2 VDABDATUM=20210101 VDBISDATUM=20211231 VNACHWEIS=p
@@ -111,23 +93,24 @@ TEST_F(TabellenTest, TheMatchingPeriodIsTheBestOfThoseValidOnTheDate) {
                 VDESC PATNR=1 VDESCNR=7 VDABDATUM=20230101 VDBISDATUM=20230630 VNACHWEIS=p
                 VDESC PATNR=1 VDESCNR="7 " VDABDATUM=20230101 VDBISDATUM=20230630 VNACHWEIS=1
                 VDESC PATNR=1 VDESCNR="7  " VDABDATUM=20230101 VDBISDATUM=20230131 VNACHWEIS=1
-                VDESC PATNR=1 VDESCNR="7   " VDABDATUM=20230101 VDBISDATUM=20230630 VNACHWEIS=1 KSART=b)");
+                VDESC PATNR=1 VDESCNR="7   " VDABDATUM=20230101 VDBISDATUM=20230630 VNACHWEIS=1 KSART=b
+                VDESC PATNR=1 VDESCNR=8 VDABDATUM=20250101)");
     for (const bool bAufsteigend : {true, false}) {
         std::string s;
         for (const char * pDatum : {"20191231", "20200101", "20201231", "20210115", "20210215", "20210315",
-                                    "20210415", "20210601", "20220101", "20230131", "20230201"}) {
+                                    "20210415", "20210601", "20220101", "20230131", "20230201", "20990101"}) {
             CTVDesc vdesc(dbDatabaseRO);
             vdesc.SetKey(1, bAufsteigend);
             vdesc.m_PATNR = "1";
             vdesc.m_VDABDATUM = CString(pDatum);
             s += vdesc.FindMatching(vdesc.m_PATNR, vdesc.m_VDABDATUM, 0) == 0 ? vdesc.m_VDESCNR.Utf8() + "|"
                                                                               : "-|";
-            EXPECT_EQ(Alle(vdesc, vdesc.GetAll(), vdesc.m_VDESCNR).front(), bAufsteigend ? '1' : '7')
+            EXPECT_EQ(Alle(vdesc, vdesc.GetAll(), vdesc.m_VDESCNR).front(), bAufsteigend ? '1' : '8')
                 << "the direction stays";
         }
-        EXPECT_EQ(s, "-|1|1|2|3|4|5|5|-|7  |7 |");
+        EXPECT_EQ(s, "-|1|1|2|3|4|5|5|-|7  |7 |8|");
     }
-    for (int i = 1; i <= 14; ++i) { // the walk over ten rows and its end, then the row itself
+    for (int i = 1; i <= 15; ++i) { // the walk over eleven rows and its end, then the row itself
         CTVDesc vdesc(dbDatabaseRO);
         m_praxis.Lesend().FehlerBei(i);
         EXPECT_TRUE(vdesc.FindMatching("1", "20210601", 0) == ZEILE_FEHLER && vdesc.First() == ZEILE_KEINE)
