@@ -6,8 +6,6 @@
 #include "orvostatbs/host/Tabellen.h"
 
 #include <cstdlib>
-#include <functional>
-#include <tuple>
 
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -31,65 +29,49 @@ protected:
 };
 
 TEST_F(SqliteDateiTest, RefusesWhatIsNoPracticeAndLeavesItAsItWas) {
-    using FMache = std::function<void(const std::string &)>; // gets a sound practice's file
-    const auto Mit = [](const char * pSql, const char * pSoll = "") -> FMache {
-        return [=](const std::string & s) { EXPECT_EQ(CWerkzeug(s).Sql(pSql), pSoll); };
-    };
-    const auto Anders = [](const FMache & f) -> FMache {
-        return [f](const std::string & s) {
-            std::filesystem::remove(s);
-            f(s);
-        };
-    };
-    const std::tuple<const char *, FMache, const char *> aFaelle[] = {
-        {"no file", Anders([](const std::string &) {}), "gibt es nicht."},
-        {"a directory", Anders([](const std::string & s) { std::filesystem::create_directory(s); }),
-         "ist ein Verzeichnis."},
-        {"a pipe", Anders([](const std::string & s) { ASSERT_EQ(mkfifo(s.c_str(), 0600), 0); }),
-         "ist keine gewöhnliche Datei."},
-        {"a file whose bytes cannot be read",
-         Anders([](const std::string & s) { std::filesystem::create_symlink("/proc/self/mem", s); }),
-         "lässt sich nicht lesen: der Datenträger meldet einen Fehler."},
-        {"an empty file", Anders([](const std::string & s) { std::ofstream aus(s); }),
-         "ist keine Datenbank."},
-        {"a text", Anders([](const std::string & s) { std::ofstream(s) << std::string(5000, 'x'); }),
-         "ist keine Datenbank."},
-        {"another program's",
-         Anders([](const std::string & s) { CWerkzeug(s).Sql("CREATE TABLE BEH (PATNR)"); }),
-         "ist die Datenbank eines anderen Programms."},
-        {"a newer schema", Mit("PRAGMA user_version = 7"),
-         "ist eine Praxisdatenbank der Schemaversion 7; dieses Programm kennt die Versionen 1 bis 2."},
-        {"a schema before the first", Mit("PRAGMA user_version = 0"),
-         "ist eine Praxisdatenbank der Schemaversion 0; dieses Programm kennt die Versionen 1 bis 2."},
-        {"put into WAL mode by a tool", Mit("PRAGMA journal_mode = WAL", "wal"),
-         "ist von einem anderen Werkzeug auf das WAL-Verfahren umgestellt worden."},
-        {"a table altered", Mit("ALTER TABLE BEH ADD COLUMN NEU TEXT"),
-         "ist verändert worden: BEH fehlt oder ist anders aufgebaut."},
-        {"an index dropped", Mit("DROP INDEX PAT_SCHLUESSEL2"),
-         "ist verändert worden: PAT_SCHLUESSEL2 fehlt oder ist anders aufgebaut."},
-        {"no running number", Mit("DELETE FROM LAUFNUMMER"), "ist beschädigt."},
-        {"cut off", [](const std::string & s) { std::filesystem::resize_file(s, 20000); }, "ist beschädigt."},
-        {"a broken schema", [](const std::string & s) { Ueberschreibe(s, 100, 60); }, "ist beschädigt."},
-        {"a broken root",
-         [](const std::string & s) {
-             const std::string sSeite =
-                 CWerkzeug(s).Sql("SELECT rootpage FROM sqlite_schema WHERE name = 'BEH'");
-             Ueberschreibe(s, (std::stol(sSeite) - 1) * 8192, 60);
-         },
-         "ist beschädigt."},
-    };
-    for (const auto & [pName, fMache, pGrund] : aFaelle)
+    const auto Verweigert = [this](const std::string & sGrund, const auto & fMache) {
         for (const EModus eModus : {EModus::Lesen, EModus::Schreiben}) {
             std::filesystem::remove_all(m_sDatei);
             Mache();
-            fMache(m_sDatei);
+            fMache(); // of a sound practice's file
             const bool bDatei = std::filesystem::is_regular_file(m_sDatei);
             const std::string sVorher = bDatei ? LiesDatei(m_sDatei) : "";
             const auto vInhalt = m_verzeichnis.Inhalt();
-            EXPECT_EQ(Grund(eModus), pGrund) << pName;
+            EXPECT_EQ(Grund(eModus), sGrund);
             EXPECT_TRUE(m_verzeichnis.Inhalt() == vInhalt && (!bDatei || LiesDatei(m_sDatei) == sVorher))
-                << pName;
+                << sGrund;
         }
+    };
+    const auto Anders = [&](const std::string & sGrund, const auto & fMache) {
+        Verweigert(sGrund, [&] { std::filesystem::remove(m_sDatei), fMache(); });
+    };
+    const auto Nach = [&](const char * pSql, const std::string & sGrund, const char * pSoll = "") {
+        Verweigert(sGrund, [&] { EXPECT_EQ(Sql(pSql), pSoll); });
+    };
+    Anders("gibt es nicht.", [] {});
+    Anders("ist ein Verzeichnis.", [&] { std::filesystem::create_directory(m_sDatei); });
+    Anders("ist keine gewöhnliche Datei.", [&] { EXPECT_EQ(mkfifo(m_sDatei.c_str(), 0600), 0); });
+    Anders("lässt sich nicht lesen: der Datenträger meldet einen Fehler.",
+           [&] { std::filesystem::create_symlink("/proc/self/mem", m_sDatei); });
+    Anders("ist keine Datenbank.", [&] { std::ofstream aus(m_sDatei); });
+    Anders("ist keine Datenbank.", [&] { std::ofstream(m_sDatei) << std::string(5000, 'x'); });
+    Anders("ist die Datenbank eines anderen Programms.", [&] { Sql("CREATE TABLE BEH (PATNR)"); });
+    Nach("PRAGMA user_version = 7",
+         "ist eine Praxisdatenbank der Schemaversion 7; dieses Programm kennt die Versionen 1 bis 2.");
+    Nach("PRAGMA user_version = 0",
+         "ist eine Praxisdatenbank der Schemaversion 0; dieses Programm kennt die Versionen 1 bis 2.");
+    Nach("PRAGMA journal_mode = WAL",
+         "ist von einem anderen Werkzeug auf das WAL-Verfahren umgestellt worden.", "wal");
+    Nach("ALTER TABLE BEH ADD COLUMN NEU TEXT", "ist verändert worden: BEH fehlt oder ist anders aufgebaut.");
+    Nach("DROP INDEX PAT_SCHLUESSEL2",
+         "ist verändert worden: PAT_SCHLUESSEL2 fehlt oder ist anders aufgebaut.");
+    Nach("DELETE FROM LAUFNUMMER", "ist beschädigt.");
+    Verweigert("ist beschädigt.", [&] { std::filesystem::resize_file(m_sDatei, 20000); });
+    Verweigert("ist beschädigt.", [&] { Ueberschreibe(m_sDatei, 100, 60); }); // the schema
+    Verweigert("ist beschädigt.", [&] {
+        const std::string sSeite = Sql("SELECT rootpage FROM sqlite_schema WHERE name = 'BEH'");
+        Ueberschreibe(m_sDatei, (std::stol(sSeite) - 1) * 8192, 60);
+    });
 }
 
 TEST_F(SqliteDateiTest, RefusesFilesThatAreLockedOrMayNotBeReadOrWritten) {
