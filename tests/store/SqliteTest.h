@@ -73,6 +73,16 @@ protected:
         const std::string s = m_sMeldung.Utf8();
         return s.starts_with(sAnfang) ? s.substr(sAnfang.size()) : s;
     }
+    // A new file with the numbers from 10000 on and their last two digits behind a name.
+    void SchreibeZeilen(const std::string & sVorNummer, int iBis, const CString & sName) {
+        const auto p = Oeffne(EModus::NeuUngesichert);
+        ASSERT_TRUE(p && p->Beginne() == ZEILE_OK);
+        for (int i = 10000; i < iBis; ++i) {
+            const CString sNummer = AusUtf8(std::to_string(i));
+            ASSERT_EQ(Schreibe(*p, AusUtf8(sVorNummer) + sNummer, sName + sNummer.Mid(3)), ZEILE_OK);
+        }
+        ASSERT_EQ(p->Beende(true), ZEILE_OK);
+    }
     std::string Sql(const std::string & sSql) { return CWerkzeug(m_sDatei).Sql(sSql); }
 
     CTempVerzeichnis m_verzeichnis;

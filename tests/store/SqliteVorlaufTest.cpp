@@ -14,17 +14,7 @@ constexpr int ZEILEN = 6000; // many times what a walk reads by itself
 
 class SqliteVorlaufTest : public CSqliteTest {
 protected:
-    void SetUp() override { Mache(""); }
-    // The numbers from 10000 on.
-    void Mache(const std::string & sVorNummer) {
-        const auto p = Oeffne(EModus::NeuUngesichert);
-        ASSERT_TRUE(p && p->Beginne() == ZEILE_OK);
-        for (int i = 10000; i < 10000 + ZEILEN; ++i) {
-            const std::string sName = "Name " + std::to_string(i).substr(3);
-            ASSERT_EQ(Schreibe(*p, AusUtf8(sVorNummer + std::to_string(i)), AusUtf8(sName)), ZEILE_OK);
-        }
-        ASSERT_EQ(p->Beende(true), ZEILE_OK);
-    }
+    void SetUp() override { SchreibeZeilen("", 10000 + ZEILEN, "Name "); }
     // Only a walk between whose rows others are asked for is read ahead.
     static void LiesNebenbei(CZeilenspeicher & speicher) {
         for (int i = 0; i < 100; ++i)
@@ -85,7 +75,7 @@ TEST_F(SqliteVorlaufTest, AFileMovedAwayUnderTheWalkIsReadOn) {
     LiesNebenbei(*p);
     Erwarte(weg, 0, 10);
     std::filesystem::rename(m_sDatei, m_sDatei + ".alt");
-    Mache("x");
+    SchreibeZeilen("x", 10000 + ZEILEN, "Name ");
     Erwarte(weg, 10, ZEILEN);
 }
 
