@@ -129,6 +129,9 @@ TYPED_TEST(DateienTest, LesenUndSchreibenAnJederStelle) {
     EXPECT_STREQ(ac, ".abX.");
     EXPECT_EQ(datei.Seek(0, datei.current), 65'539u);
     EXPECT_TRUE(datei.Seek(99, datei.end) == 100'000u && datei.Read(ac, 5) == 0u);
+    ASSERT_TRUE(datei.Open(this->Pfad("x"), datei.modeRead) && datei.Read(ac, 1) == 1u);
+    ASSERT_TRUE(datei.Open(this->Pfad("x"), datei.modeRead) && datei.Read(ac, 5) == 5u) << "from its start";
+    EXPECT_STREQ(ac, ".....");
     EXPECT_THROW(datei.WriteString("x"), CFileException);
 }
 
@@ -162,10 +165,10 @@ TYPED_TEST(DateienTest, Inidatei) {
     };
     EXPECT_EQ(Gelesen("A", "k"), "*"_t);
     CIni ini(sDatei);
-    EXPECT_TRUE(ini.WriteString("A", "k", " 1 ") && ini.WriteString("A", "q", "\"  5 12\""_t) &&
+    EXPECT_TRUE(ini.WriteString("A", "q", "\"  5 12\""_t) && ini.WriteString("A", "k", " 1 ") &&
                 ini.WriteString("B", "k", "") && ini.WriteString("A", "z", "a\nb\r") &&
                 ini.WriteString("A", "k", "2") && ini.Save());
-    EXPECT_EQ(this->Zeilen("x.ISV"), "[[A]][k=2][q=\"  5 12\"][z=a b ][[B]][k=]");
+    EXPECT_EQ(this->Zeilen("x.ISV"), "[[A]][q=\"  5 12\"][k=2][z=a b ][[B]][k=]");
     EXPECT_EQ(Werte(Gelesen("A", "q"), Gelesen("B", "k"), Gelesen("a", "k"), Gelesen("A", "K")),
               "  5 12||*|*");
     this->Schreibe("x.ISV", "k=vor\n\n[A]\r\nk=1\nkeine Zeile\nk=2\n[B]\nk = 3\n");

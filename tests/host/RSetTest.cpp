@@ -176,9 +176,8 @@ TEST_F(RSetTest, WithoutASetThereIsNoRow) {
         EXPECT_EQ(fLies(beh), iSoll) << &iSoll - &aFaelle[0].first;
         dbDatabase.Verbinde(pSpeicher);
         EXPECT_NE(beh.Delete(), ZEILE_OK);
-        for (const int iErgebnis :
-             {beh.First(), beh.Next(), beh.Delete(), beh.DeleteRows(), beh.RewriteRec()})
-            EXPECT_EQ(iErgebnis, ZEILE_KEINE);
+        EXPECT_EQ(Elemente<int>({beh.First(), beh.Next(), beh.Delete(), beh.DeleteRows(), beh.RewriteRec()}),
+                  "1,1,1,1,1");
     }
     EXPECT_EQ(AlleBeh(), "nabcdefg");
 }
@@ -216,8 +215,7 @@ TEST_F(RSetTest, AnExactReadIsASetOfOneRow) {
     Schreibe("BEH PATNR=9 DATUM=20240101 LSTNR=x\nBEH PATNR=9 DATUM=20240101 LSTNR=y");
     CTBeh beh(dbDatabase);
     EXPECT_EQ(beh.GetRecByParam({"9", "20240101"}), 0);
-    EXPECT_EQ(beh.m_LSTNR, CString("x"));
-    EXPECT_EQ(beh.Next(), ZEILE_KEINE);
+    EXPECT_TRUE(beh.m_LSTNR == "x" && beh.Next() == ZEILE_KEINE);
     beh.SetKey(1, false);
     EXPECT_EQ(Gelesen(beh, MATCH_GENAU), "y");
     EXPECT_TRUE(beh.First() == 0 && beh.Delete() == 0);
@@ -249,8 +247,7 @@ TEST_F(RSetTest, CopiesTakeFieldsAndKeyButNoSetAndTheClearsEmptyWhatTheySay) {
     EXPECT_EQ(beh.m_PATNR + beh.m_LFDBEHEINTRAG + beh.m_LSTNR, CString("g"));
     EXPECT_EQ(beh.Next(), 0) << "the set stays open";
     beh.InitI();
-    EXPECT_EQ(beh.m_LSTNR, CString("f"));
-    EXPECT_EQ(beh.Next(), ZEILE_KEINE);
+    EXPECT_TRUE(beh.Next() == ZEILE_KEINE && beh.m_LSTNR == "f");
     beh.Init();
     EXPECT_EQ(static_cast<const CTBeh_Fields &>(beh), CTBeh_Fields());
     EXPECT_EQ(Ganz(beh), "abcdefg") << "ascending again";
@@ -262,11 +259,9 @@ TEST_F(RSetTest, DeleteMovesToTheNextRowAndDeleteRowsGoesToTheEnd) {
     CTBeh beh(dbDatabase);
     beh.ModifyFilter([&beh] { return beh.m_LSTNR != "c"; });
     ASSERT_EQ(beh.LiesMit(1, MATCH_ALLE, {"1"}), 0);
-    EXPECT_EQ(beh.Delete(), 0);
-    EXPECT_EQ(beh.m_LSTNR, CString("b"));
-    EXPECT_EQ(beh.DeleteRows(), 0);
+    EXPECT_TRUE(beh.Delete() == 0 && beh.m_LSTNR == "b");
+    EXPECT_EQ(Elemente<int>({beh.DeleteRows(), beh.DeleteRows(), beh.Delete()}), ",1,1");
     EXPECT_EQ(AlleBeh(), "cefg");
-    EXPECT_TRUE(beh.DeleteRows() == ZEILE_KEINE && beh.Delete() == ZEILE_KEINE);
     for (int i = beh.GetAll(); i == 0; i = beh.Next()) {
         beh.m_LSTNR += "x";
         EXPECT_EQ(beh.RewriteRec(), 0);
@@ -278,14 +273,14 @@ TEST_F(RSetTest, DeleteMovesToTheNextRowAndDeleteRowsGoesToTheEnd) {
 TEST_F(RSetTest, AReadOnlyHandleAndOneWithoutStoreRefuseWrites) {
     CTBeh beh(dbDatabaseRO);
     ASSERT_EQ(beh.GetAll(), 0);
-    for (const int iErgebnis :
-         {beh.Write(), beh.RewriteRec(), beh.Delete(), beh.DeleteRows(), dbDatabaseRO.Beginne()})
-        EXPECT_EQ(iErgebnis, ZEILE_VERWEIGERT);
+    EXPECT_EQ(Elemente<int>(
+                  {beh.Write(), beh.RewriteRec(), beh.Delete(), beh.DeleteRows(), dbDatabaseRO.Beginne()}),
+              "3,3,3,3,3");
     EXPECT_EQ(beh.Next(), 0) << "the set goes on";
     EXPECT_EQ(AlleBeh(), "abcdefg");
     dbDatabase.Verbinde(nullptr);
-    for (const int iErgebnis : {CTBeh(dbDatabase).Write(), dbDatabase.Beginne(), dbDatabase.Beende(true)})
-        EXPECT_EQ(iErgebnis, ZEILE_VERWEIGERT);
+    EXPECT_EQ(Elemente<int>({CTBeh(dbDatabase).Write(), dbDatabase.Beginne(), dbDatabase.Beende(true)}),
+              "3,3,3");
 }
 
 TEST_F(RSetTest, EveryChangeThroughAHandleMovesTheState) {
