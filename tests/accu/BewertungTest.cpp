@@ -55,24 +55,24 @@ public:
         fall.Aus("FEHLER", v);
     }
 
-    // It reads nothing.
-    void Betrag(CFall & fall) {
+    // What f does to the case's hit.
+    template <class F> void AmHit(CFall & fall, F f) const {
         const CBehHitLine vorher = Hit(fall);
         CBehHitLine hit = vorher;
+        f(hit);
+        fall.Geaendert(vorher, hit);
+    }
+    void Betrag(CFall & fall) {
         CDBetrag abschlag = fall.Ein<CDBetrag>("ABSCHLAG");
         fall.Nimm("LQ", m_accu.m_iLQPunktwert);
         (void)HatGelesen();
-        m_accu.GetBetrag(hit, &abschlag);
+        AmHit(fall, [&](CBehHitLine & hit) { m_accu.GetBetrag(hit, &abschlag); });
         if (HatGelesen()) fall.Melde("it has read");
         fall.Aus("ABSCHLAG", abschlag);
-        fall.Geaendert(vorher, hit);
     }
     void Punkte(CFall & fall) {
         if (m_accu.m_mapPw.empty()) m_accu.GetAllPw();
-        const CBehHitLine vorher = Hit(fall);
-        CBehHitLine hit = vorher;
-        EXPECT_TRUE(m_accu.GetPunkte(hit));
-        fall.Geaendert(vorher, hit);
+        AmHit(fall, [&](CBehHitLine & hit) { m_accu.GetPunkte(hit); });
         Fehler(fall);
     }
     void Regionalfaktor(CFall & fall) {
@@ -83,27 +83,16 @@ public:
     void Kassenanteil(CFall & fall) {
         std::vector<CPlan> vPlaene(2);
         vPlaene[1].m_iKasProzent = 65;
-        const CBehHitLine vorher = Hit(fall);
-        CBehHitLine hit = vorher;
-        m_accu.NurDenKassenanteil(vPlaene, hit, fall.Ein<int>("PLAN"), 80);
-        fall.Geaendert(vorher, hit);
+        const int iPlan = fall.Ein<int>("PLAN");
+        AmHit(fall, [&](CBehHitLine & hit) { m_accu.NurDenKassenanteil(vPlaene, hit, iPlan, 80); });
     }
     void Befund(CFall & fall) {
         if (fall.Ein<bool>("LAUF")) m_accu.GetMemForTables();
-        const CBehHitLine vorher = Hit(fall);
-        CBehHitLine hit = vorher;
-        fall.Aus("JA", m_accu.GetBefund(hit));
-        fall.Geaendert(vorher, hit);
+        AmHit(fall, [&](CBehHitLine & hit) { fall.Aus("JA", m_accu.GetBefund(hit)); });
     }
     void Gruppenname(CFall & fall) {
-        const auto Lies = [&](std::vector<CSPData> & v, const char * pKeys) {
-            for (; *pKeys != 0; ++pKeys)
-                v.emplace_back().m_sKey = *pKeys == ' ' ? "" : CString(*pKeys);
-            for (CSPData & eintrag : v)
-                eintrag.m_sText = &v == &m_accu.m_vSpTechLst ? "T" + eintrag.m_sKey : "S" + eintrag.m_sKey;
-        };
-        Lies(m_accu.m_vSpTechLst, "1$");
-        Lies(m_accu.m_vSpGoStat, "12 ");
+        m_accu.GetSelectPoolData("T", m_accu.m_vSpTechLst, true);
+        m_accu.GetSelectPoolData("S", m_accu.m_vSpGoStat, true);
         fall.Aus("NAME", m_accu.GetLstGrpName(fall.Ein<char>("ART"), fall.Ein<char>("GRP")));
     }
     // Everything that a run asks for; without the trace the same hit comes out.
