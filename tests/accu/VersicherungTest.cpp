@@ -37,6 +37,7 @@ public:
     }
     void EineKasse(CFall & fall) {
         Waehle(m_accu, fall);
+        if (fall.Ein<bool>("ALT")) m_accu.m_vKas = {Kasse("alt", "20000101")};
         (void)HatGelesen();
         CString & sKuerzel = m_accu.m_pROrvoKas->m_KASKUERZEL; // the code may be the record's own
         sKuerzel = fall.Ein("KUERZEL");

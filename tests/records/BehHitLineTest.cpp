@@ -80,7 +80,7 @@ void Befundkuerzel(CPraxisTest &, CFall & fall) {
 TEST(Hit, Faelle) {
     PruefeFaelle<CPraxisTest>(
         ORVOSTATBS_SOURCE_DIR "/tests/records/faelle/hit.txt",
-        {{"beh", Zug<CBehHitLine, CTBeh>([](CFall &, CBehHitLine & hit, CTBeh & beh) { hit.MoveBeh(&beh); })},
+        {{"beh", Zug(&CBehHitLine::MoveBeh)},
          {"schluessel", &Schluessel},
          {"bill", Zug<CBehHitLine, CTBill>([](CFall &, CBehHitLine & hit, CTBill & zeile) {
               CBill bill;
@@ -106,25 +106,17 @@ TEST(Hit, Faelle) {
           })},
          {"provision", &Provision},
          {"go", &Gebuehr},
-         {"befund", Zug<CBehHitLine, CTABefund>(
-                        [](CFall &, CBehHitLine & hit, CTABefund & zeile) { hit.MoveBefund(&zeile); })},
+         {"befund", Zug(&CBehHitLine::MoveBefund)},
          {"kuerzel", &Befundkuerzel},
-         {"zelabor", Zug<CBehHitLine, CTLBlockEntry>([](CFall &, CBehHitLine & hit, CTLBlockEntry & zeile) {
-              hit.MoveZEKasseLBlockEntry(zeile);
-          })},
-         {"zefremdlabor",
-          Zug<CBehHitLine, CTGLBlocEntry>(
-              [](CFall &, CBehHitLine & hit, CTGLBlocEntry & zeile) { hit.MoveZEKasseGLBlocEntry(zeile); })},
-         {"lblock", Zug<CBehHitLine, CTLBlock>(
-                        [](CFall &, CBehHitLine & hit, CTLBlock & zeile) { hit.MoveLBlock(&zeile); })},
+         {"zelabor", Zug(&CBehHitLine::MoveZEKasseLBlockEntry)},
+         {"zefremdlabor", Zug(&CBehHitLine::MoveZEKasseGLBlocEntry)},
+         {"lblock", Zug(&CBehHitLine::MoveLBlock)},
          {"glbloc", Zug<CBehHitLine, CTGLBloc>([](CFall & fall, CBehHitLine & hit, CTGLBloc & zeile) {
               fall.Nimm("PATREF", zeile.m_PATREF);
               hit.MoveGLBloc(&zeile);
           })},
-         {"fakt",
-          Zug<CBehHitLine, CTFakt>([](CFall &, CBehHitLine & hit, CTFakt & zeile) { hit.MoveFakt(&zeile); })},
-         {"roe", Zug<CBehHitLine, CTRoeBefund>(
-                     [](CFall &, CBehHitLine & hit, CTRoeBefund & zeile) { hit.MoveRoeBuch(&zeile); })}});
+         {"fakt", Zug(&CBehHitLine::MoveFakt)},
+         {"roe", Zug(&CBehHitLine::MoveRoeBuch)}});
 }
 
 TEST_F(BehHitLine, abschlag_des_behandlers) {

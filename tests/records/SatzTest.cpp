@@ -123,9 +123,8 @@ TEST(Saetze, Faelle) {
          {"kasgruppe", &Kassengruppe},
          {"kasgleich", Entscheidende<CKas, CTOrvoKas, CTOrvoKas_Fields>(Kas)},
          {"vdescgleich", Entscheidende<CVDesc, CTVDesc, CTVDesc_Fields>(VDesc)},
-         {"pw", Zug<CPw, CTPunktWert>([](CFall &, CPw & pw, CTPunktWert & zeile) { pw.MovePw(&zeile); })},
-         {"pwgrp",
-          Zug<CPwGrp, CTPwGroup>([](CFall &, CPwGrp & pw, CTPwGroup & zeile) { pw.MovePw(&zeile); })},
+         {"pw", Zug(&CPw::MovePw)},
+         {"pwgrp", Zug(&CPwGrp::MovePw)},
          {"go", Zug<CGOStruct, CTGO>([](CFall & fall, CGOStruct & go, CTGO & zeile) {
               CTGoCheck suche(dbDatabaseRO);
               go.MoveGO(&zeile, fall.Ein<bool>("ARZT"), fall.Ein<bool>("PRUEFUNG") ? &suche : nullptr);
@@ -143,13 +142,9 @@ TEST(Saetze, Faelle) {
           })},
          {"neu", &Neu},
          {"marken", &Marken},
-         {"gips", Zug<CGipsHitLine, CTGips>(
-                      [](CFall &, CGipsHitLine & hit, CTGips & zeile) { hit.MoveGips(&zeile); })},
-         {"glab", Zug<CGlabHitLine, CTGLBloc>(
-                      [](CFall &, CGlabHitLine & hit, CTGLBloc & zeile) { hit.MoveLabRech(zeile); })},
-         {"glabfakt",
-          Zug<CGlabFaktHitLine, CTGLKuFakt>(
-              [](CFall &, CGlabFaktHitLine & hit, CTGLKuFakt & zeile) { hit.MoveSammelLabRech(zeile); })},
+         {"gips", Zug(&CGipsHitLine::MoveGips)},
+         {"glab", Zug(&CGlabHitLine::MoveLabRech)},
+         {"glabfakt", Zug(&CGlabFaktHitLine::MoveSammelLabRech)},
          {"steuer", &Steuer},
          {"fenster", &Fenster},
          {"brutto", &Brutto},
