@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <random>
 #include <tuple>
 
@@ -21,7 +22,7 @@ using CTexte = std::vector<CString>;
 
 class StammdatenTest : public CAccuTest {
 public:
-    // Two first owners, one branch each, and a deleted owner; two sites, two persons with an address, a deleted treater.
+    // Two owners, one of them deleted, a branch of each; three treaters and a deleted one at two sites.
     StammdatenTest() {
         Schreibe(R"(PRAXIS PRAXISID=" 1" KZVNR=04
                     MANDANT MDID=" 4" MDZWEIG=z
@@ -254,7 +255,7 @@ TEST_F(StammdatenTest, SucheAntwortetWieEinGangDurchDieTabelle) {
     };
     for (int i = 0; i < 4000; ++i) {
         if (i == 1300) pVergeben = &static_cast<std::vector<CGOStruct> &>(v);
-        const std::size_t iAuswahl = std::size(aAenderungen) - (pVergeben == nullptr ? 3 : 0);
+        const std::size_t iAuswahl = std::size(aAenderungen) - (pVergeben == nullptr ? 3U : 0U);
         aAenderungen[v.Lesend().size() < 3 ? 0 : Wurf(iAuswahl)]();
         if (i % 3 == 0) continue;
         for (const CString & sText : vTexte)

@@ -1,6 +1,8 @@
 #include "accu/AccuTest.h"
 
 #include <algorithm>
+#include <iterator>
+#include <map>
 #include <random>
 #include <set>
 #include <sstream>
