@@ -150,8 +150,8 @@ TEST_F(StammdatenTest, JedeBewertungHinterlaesstIhrePunktwertgruppe) {
     CBehHitLine hit;
     hit.LSTNR = "1";
     hit.GOART = 'p';
-    for (const char * pGrp : {"", "BKK", "BKK", "aok", "BKK"}) {
-        if (*pGrp == 'a') m_accu.m_mapPw.clear();
+    for (const char * pGrp : {"BKK", "", "BKK", "aok"}) {
+        if (*pGrp == 0) m_accu.m_mapPw.clear();
         hit.KASSENPWGRP = pGrp;
         m_accu.GetPunkte(hit);
     }
