@@ -28,7 +28,7 @@ constexpr std::string_view DATENBANKANFANG = "SQLite format 3";
 
 bool IstDatenbank(const std::string & sDatei) {
     std::array<char, DATENBANKANFANG.size()> ac{};
-    std::ifstream(sDatei, std::ios::binary).read(ac.data(), ac.size());
+    std::ifstream(sDatei, std::ios::binary).read(ac.data(), static_cast<std::streamsize>(ac.size()));
     return std::string_view(ac.data(), ac.size()) == DATENBANKANFANG;
 }
 

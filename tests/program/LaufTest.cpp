@@ -201,18 +201,6 @@ TEST_F(CLaufTest, EverySectionCanBeReachedAndNarrows) {
         EXPECT_LT(Hits({pOption, ""}), iAlle) << pOption;
 }
 
-// What the selection leaves out is not valued: it leaves no error.
-TEST_F(CLaufTest, TreatmentsOutsideTheSelectionHaveNoErrors) {
-    Sql("a.db", "DELETE FROM PUNKTWERT; DELETE FROM PLAN; UPDATE GO SET PWLART = 'a' WHERE GOART = 'k'");
-    EXPECT_EQ(Laufe("run a.db").sAus.find(" 0 Fehler"), std::string::npos);
-    for (const char * pWahl :
-         {"--goart q", "--abrart x", "--leistung zzz", "--pwlart z --abrart b", "--rsa --abrart x"}) {
-        const std::string sAus = Laufe("run a.db --ohne-plangatter " + std::string(pWahl)).sAus;
-        EXPECT_NE(sAus.find(" 0 Fehler"), std::string::npos) << pWahl << '\n' << sAus;
-        EXPECT_TRUE(sAus.find(" 0 Hits") == std::string::npos || sAus.find("Hits ohne") == std::string::npos);
-    }
-}
-
 // ---- explain
 
 // What a service's lines are, between its headline and the next one.
@@ -279,18 +267,6 @@ TEST_F(CLaufTest, ExplainTellsWhereAnAmountComesFrom) {
         EXPECT_NE(ende.sAus.find(fall.sSoll), std::string::npos) << fall.pSql << ' ' << fall.pWahl << '\n'
                                                                  << ende.sAus;
     }
-}
-
-TEST_F(CLaufTest, ExplainRefusesWhatItCannotExplain) {
-    const auto Erklaere = [this](const std::string & sWahl) {
-        const SProgrammende ende = Laufe("explain a.db --patient " + sWahl);
-        EXPECT_EQ(ende.iCode, 1) << sWahl;
-        return ende.sFehler;
-    };
-    EXPECT_EQ(Erklaere("99 --datum 05.03.2024"), "Einen Patienten \"99\" gibt es nicht.\n");
-    const std::string sNichts = "An diesem Tag hat der Patient keine solche Leistung.\n";
-    EXPECT_EQ(Erklaere("1001 --datum 06.03.2024"), sNichts);
-    EXPECT_EQ(Erklaere("1001 --datum 05.03.2024 --lst 89"), sNichts);
 }
 
 // The rows of a page cannot be read: of the treatments before the day, or of a table where rows are only looked up.
