@@ -125,7 +125,8 @@ void FuegeErgebnisHinzu(CLI::App & app, SLaufbefehl & befehl) {
         ->type_name("WORT")
         ->group(AUSGABEGRUPPE);
     app.add_flag("--weggelassen{maengel}", befehl.sWeggelassen,
-                 "Auch, was gewählt und doch nicht gezählt ist; mit =alle auch das nicht Gewählte")
+                 "Auch, was nicht gezählt ist, obwohl es keine Option ausschließt; mit =alle auch das "
+                 "Ausgeschlossene")
         ->check(EinesVon({"maengel", "alle"}))
         ->group(AUSGABEGRUPPE);
     pHits->group(AUSGABEGRUPPE);
