@@ -3,11 +3,16 @@
 
 #include "orvostatbs/host/Oberflaeche.h"
 
+#include <array>
+#include <csignal>
+#include <string>
+
 namespace orvostat {
 
 // Prompts and progress go to the error output, answers come from the input. While the object lives, Ctrl-C makes
 // Fortschritt return false until FrageAbbruch has been asked. A second one before that question counts as its yes;
-// the third without a question ends the program at once, for work that never looks.
+// the third without a question ends the program at once, for work that never looks, as every other signal does that
+// ends programs.
 class CKonsole : public CTerminal {
 public:
     CKonsole();
@@ -15,6 +20,22 @@ public:
     [[nodiscard]] bool Fortschritt(long iPos, long iMax) override;
     // To the question of FrageAbbruch also Ctrl-C and the end of the input are yes: a script must be able to stop.
     [[nodiscard]] bool Frage(const CString & sTitel, const CString & sText, int iArt) override;
+};
+
+// While the object lives, a signal that ends the program first removes a file: that of the object made last.
+class CSignalschutz {
+public:
+    // The text outlives the object; there need be no file of that name.
+    explicit CSignalschutz(const std::string & sDatei);
+    ~CSignalschutz();
+    CSignalschutz(const CSignalschutz &) = delete;
+    CSignalschutz & operator=(const CSignalschutz &) = delete;
+
+    static constexpr std::array SIGNALE{SIGHUP, SIGQUIT, SIGPIPE, SIGTERM, SIGXCPU};
+
+private:
+    const char * m_pVorher;
+    std::array<struct sigaction, SIGNALE.size()> m_aVorher{};
 };
 
 // True if Ctrl-C was pressed since the last question and the user means it; asks only then, and needs no progress

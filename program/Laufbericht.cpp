@@ -140,6 +140,7 @@ void ZeigeZahlen(std::ostream & aus, const CStatAccu & accu, const CLauf & lauf)
         {z.iOhneBill, " Hits ohne Rechnung"},
         {z.iOhnePatient, " Hits ohne lesbaren Patienten"},
         {z.iOhneKasse, " Hits ohne Versicherung oder Kasse am Tag"},
+        {z.iUnlesbar, " Hits, deren Menge oder Faktor unlesbar oder unmöglich ist"},
         {z.Weggelassen(EWeglassgrund::Behandler) + z.Weggelassen(EWeglassgrund::BehandlerUnbekannt),
          " Behandlungen anderer Behandler"},
         {z.iLaborrechnungen, " Laborrechnungen"},
