@@ -124,9 +124,9 @@ bool CNeueDatei::PruefeZiel() const {
     std::error_code fehler;
     const fs::file_status status = fs::symlink_status(m_sDatei, fehler);
     const bool bDa = fs::exists(status);
+    if (bDa && !fs::is_regular_file(status)) Verweigere(sName + " ist keine gewöhnliche Datei.");
     if (bDa && m_eVorhanden == EVorhanden::Bleibt)
         Verweigere(sName + " gibt es schon und wird nicht überschrieben.");
-    if (bDa && !fs::is_regular_file(status)) Verweigere(sName + " ist keine gewöhnliche Datei.");
     // They would be taken for those of the new file, and destroy it.
     for (const char * pEndung : {"-journal", "-wal"})
         if (Steht(m_sDatei + pEndung))
