@@ -2,6 +2,7 @@
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Oberflaeche.h"
+#include "orvostatbs/host/Praxispruefung.h"
 
 #include <algorithm>
 #include <iterator>
@@ -15,6 +16,10 @@ constexpr std::int64_t FORTSCHRITT_SCHRITT = 512;
 
 bool Gleich(const CString & sGewaehlt, const CString & sWert) {
     return sGewaehlt.IsEmpty() || sGewaehlt == sWert;
+}
+
+bool Unlesbar(const CTBeh & beh) {
+    return Mangel(EArt::Menge, beh.m_ANZAHL.Sicht()) || Mangel(EArt::Faktor, beh.m_FAKTOR.Sicht());
 }
 
 struct SName {
@@ -227,6 +232,7 @@ void CLauf::Baue(const CTBeh & beh) {
     if (!m_stand.grund || m_auftrag.bWeggelasseneBewerten) Bewerte(hit, pLeb, iPlan);
     if (m_stand.grund) return;
 
+    m_stand.zahlen.iUnlesbar += Unlesbar(beh) ? 1 : 0;
     m_stand.zahlen.iOhneBill += pBill == nullptr ? 1 : 0;
     m_stand.zahlen.iOhneKasse += bKasse ? 0 : 1;
     m_stand.zahlen.iOhnePatient += m_stand.iPat < 0 && !m_stand.bName ? 1 : 0;

@@ -113,6 +113,7 @@ CAusgabeziel::CAusgabeziel(const SAusgabeoptionen & optionen) : m_optionen(optio
     m_iHandle = mkstemp(sName.data());
     if (m_iHandle < 0) Scheitere(optionen.sDatei, errno);
     m_sVorlaeufig = sName;
+    m_schutz.emplace(m_sVorlaeufig);
     m_datei.open(m_sVorlaeufig, std::ios::binary);
     m_sauber.emplace(m_datei);
 }

@@ -20,7 +20,7 @@ public:
 
 // Dental associations. LQ is the regional factor of private fees in ten-thousandths.
 // clang-format off
-#define ORVO_SPALTEN(S) S(KZVNR, Text) S(KZVNAME, Text) S(LQ, Zahl) S(REGION, Text)
+#define ORVO_SPALTEN(S) S(KZVNR, Text) S(KZVNAME, Text) S(LQ, Faktor) S(REGION, Text)
 // clang-format on
 ORVO_TABELLE(CTKzv, "KZV", Genau, "KZVNR")
 #undef ORVO_SPALTEN
