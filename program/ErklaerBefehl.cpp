@@ -122,7 +122,7 @@ void FuegeExplainHinzu(CLI::App & app) {
     SLaufauftrag & auftrag = pBefehl->auftrag;
     pApp->add_option("DATEI", pBefehl->sDatei, "Die Praxisdatei")->required();
     pApp->add_option("--patient", pBefehl->sPatient, "Patientennummer")->required();
-    pApp->add_option("--datum", pBefehl->sDatum, "Tag, TT.MM.JJJJ oder JJJJMMTT")->required();
+    pApp->add_option("--datum", pBefehl->sDatum, "Tag, TT.MM.JJJJ, JJJJ-MM-TT oder JJJJMMTT")->required();
     pApp->add_option("--lst", pBefehl->sLeistung, "Nur diese Leistungsnummer");
     pApp->add_flag("--kassenanteil", auftrag.bKassenanteil, "ZE und KFO nur mit dem Anteil der Kasse");
     const CLI::Option * pErsatz =

@@ -56,7 +56,7 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     CStatAccu accu;
     SetzeSelektion(app, befehl.optionen, accu);
     CLauf lauf(accu, Auftrag(befehl.optionen));
-    const ELauf eLauf = lauf.Laufe();
+    const ELauf eLauf = LaufeAmStichtag(befehl.optionen, lauf);
     if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
     VerweigereNachLesefehler();
     bool bAbgebrochen = eLauf == ELauf::Abgebrochen || AbbruchVerlangt();

@@ -23,6 +23,7 @@ struct SLaufoptionen {
     std::string sPatient;
     std::string sSortierung;
     std::string sStatus;
+    std::string sStichtag;
     bool bNurGesetzliche = false;
     bool bNurAbrechenbare = false;
     bool bPraxiswechselAus = false;
@@ -49,5 +50,8 @@ void FuegeSelektionHinzu(CLI::App & app, SLaufoptionen & optionen);
 // Sets the selection, with a practice open. A period that ends before it begins is wrong usage; a patient, treater,
 // owner or insurer that the practice does not have ends the command.
 void SetzeSelektion(const CLI::App & app, const SLaufoptionen & optionen, CSelektion & selektion);
+
+// Runs, with --stichtag in the place of today.
+[[nodiscard]] ELauf LaufeAmStichtag(const SLaufoptionen & optionen, CLauf & lauf);
 
 } // namespace orvostat
