@@ -323,7 +323,7 @@ CHvmJson::CHvmJson(const std::string & sDatei) : m_pInhalt(std::make_unique<SInh
     if (sDatei != "-") datei.open(sDatei, std::ios::binary);
     std::ostringstream inhalt;
     if (datei) inhalt << (sDatei == "-" ? std::cin : datei).rdbuf();
-    if (!datei || !inhalt) Verweigere("Die Datei \"" + sDatei + "\" lässt sich nicht lesen.");
+    if (!datei || !inhalt) Verweigere("Die Datei \"" + sDatei + "\" ist leer oder lässt sich nicht lesen.");
     m_pInhalt->json = CJson::parse(inhalt.str(), nullptr, false);
     if (m_pInhalt->json.is_discarded()) Verweigere("Die Datei \"" + sDatei + "\" ist kein JSON.");
 }

@@ -193,8 +193,8 @@ TEST_F(CLaufTest, EverySectionCanBeReachedAndNarrows) {
 TEST_F(CLaufTest, TreatmentsOutsideTheSelectionHaveNoErrors) {
     Sql("a.db", "DELETE FROM PUNKTWERT; DELETE FROM PLAN; UPDATE GO SET PWLART = 'a' WHERE GOART = 'k'");
     EXPECT_EQ(Laufe("run a.db").sAus.find(" 0 Fehler"), std::string::npos);
-    for (const char * pWahl :
-         {"--goart q", "--abrart x", "--leistung zzz", "--pwlart z --abrart b", "--rsa --abrart x"}) {
+    for (const char * pWahl : {"--goart q", "--abrart x", "--leistung 13a --goart p", "--pwlart z --abrart b",
+                               "--rsa --abrart x"}) {
         const std::string sAus = Laufe("run a.db --ohne-plangatter " + std::string(pWahl)).sAus;
         EXPECT_NE(sAus.find(" 0 Fehler"), std::string::npos) << pWahl << '\n' << sAus;
         EXPECT_TRUE(sAus.find(" 0 Hits") == std::string::npos || sAus.find("Hits ohne") == std::string::npos);
