@@ -230,7 +230,7 @@ CLI::Validator Bereich(long long iVon, long long iBis) {
     return CLI::Validator(Pruefe, "");
 }
 
-CLI::Validator EinesVon(std::vector<std::string> vWorte) {
+CLI::Validator Wortwahl(std::vector<std::string> vWorte) {
     const auto Pruefe = [vWorte = std::move(vWorte)](std::string & sWert) {
         const auto it =
             std::ranges::find_if(vWorte, [&](const std::string & s) { return GleichesWort(s, sWert); });
@@ -250,7 +250,7 @@ void OptionFormat(CLI::App & befehl, EFormat & eFormat) {
             if (sName == sGewaehlt) eFormat = eWert;
     };
     befehl.add_option_function<std::string>("--format", Setze, "table, csv oder json")
-        ->transform(EinesVon(vNamen))
+        ->transform(Wortwahl(vNamen))
         ->type_name("FORMAT");
 }
 

@@ -19,10 +19,10 @@ void Beschrifte(CLI::App & app);
 [[nodiscard]] int FuehreAus(CLI::App & app, int argc, const char * const * argv);
 
 // What an option takes: a whole number from iVon to iBis, one of some words in whatever case, a text that is not empty.
-// The message is German, and the help text says nothing of it. EinesVon is for transform(): the value becomes the word
-// as it stands in the list.
+// The message is German, and the help text says nothing of it. Wortwahl is for transform(), not for check(): the value
+// becomes the word as it stands in the list.
 [[nodiscard]] CLI::Validator Bereich(long long iVon, long long iBis);
-[[nodiscard]] CLI::Validator EinesVon(std::vector<std::string> vWorte);
+[[nodiscard]] CLI::Validator Wortwahl(std::vector<std::string> vWorte);
 [[nodiscard]] CLI::Validator NichtLeer();
 // Equal but for the case of ASCII letters.
 [[nodiscard]] bool GleichesWort(std::string_view sA, std::string_view sB);

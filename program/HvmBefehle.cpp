@@ -249,7 +249,7 @@ void FuegeShow(CLI::App & hvm, const std::shared_ptr<std::string> & pDatei) {
     const auto pFormat = std::make_shared<std::string>();
     CLI::App * pApp = hvm.add_subcommand("show", "Zeigt alle Einstellungen");
     pApp->add_option("--format", *pFormat, "table, oder json, wie set --aus es liest")
-        ->transform(EinesVon({"table", JSON}))
+        ->transform(Wortwahl({"table", JSON}))
         ->type_name("FORMAT");
     pApp->callback([pDatei, pFormat] { Zeige(*pDatei, *pFormat); });
 }
@@ -346,7 +346,7 @@ void FuegeSet(CLI::App & hvm, const std::shared_ptr<std::string> & pDatei) {
     pApp->add_option("SCHALTER", pBefehl->sName, "Name wie in show, auch der eines Feiertags");
     pApp->add_option("WERT", pBefehl->sWert, "An oder aus; bei Einstell14 eine Ziffer");
     pApp->add_option("--land", pBefehl->sLand, "Setzt die neun Feiertage auf die eines Bundeslandes")
-        ->transform(EinesVon(Landeskuerzel()))
+        ->transform(Wortwahl(Landeskuerzel()))
         ->type_name("LAND");
     pApp->add_option(
             "--aus", pBefehl->sAus,
@@ -529,7 +529,7 @@ void FuegeVacation(CLI::App & hvm, const std::shared_ptr<std::string> & pDatei) 
                    "Streicht die Urlaube des Jahres; mit --urlaub gelten nur die neuen");
     pApp->add_option("--tage", pBefehl->vTage, "Die Arbeitstage des Jahres, zum Beispiel mo,di,mi,do,fr")
         ->delimiter(',')
-        ->transform(EinesVon(WochentagKuerzel()))
+        ->transform(Wortwahl(WochentagKuerzel()))
         ->type_name("TAGE");
     pApp->callback([pBefehl] { pBefehl->Laufe(); });
 }

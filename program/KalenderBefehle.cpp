@@ -32,7 +32,7 @@ CLI::Option * OptionLand(CLI::App & befehl, std::string & sLand) {
     return befehl
         .add_option("--land", sLand,
                     "Feiertage eines Bundeslandes (NW, BY, ...), mit ihrer Geschichte ab 1991")
-        ->transform(EinesVon(Landeskuerzel()))
+        ->transform(Wortwahl(Landeskuerzel()))
         ->type_name("LAND");
 }
 
@@ -47,7 +47,7 @@ void OptionenKalender(CLI::App & befehl, SKalenderwahl & wahl) {
         ->type_name("NR");
     befehl.add_option("--wochentage", wahl.vWochentage, "Gearbeitete Tage, zum Beispiel mo,di,mi,do,fr")
         ->delimiter(',')
-        ->transform(EinesVon(WochentagKuerzel()))
+        ->transform(Wortwahl(WochentagKuerzel()))
         ->type_name("TAGE");
 }
 
@@ -238,7 +238,7 @@ void FuegeKalender(CLI::App & app) {
         ->option_text("[DATEI] JAHR (Pflicht)");
     OptionLand(*pApp, pBefehl->wahl.sLand);
     pApp->add_option("--format", pBefehl->sFormat, "table, csv, json oder ics (für Kalenderprogramme)")
-        ->transform(EinesVon(SKalenderBefehl::Formatnamen()))
+        ->transform(Wortwahl(SKalenderBefehl::Formatnamen()))
         ->type_name("FORMAT");
     pApp->callback([pBefehl] { pBefehl->Laufe(); });
 }

@@ -119,8 +119,10 @@ std::string Bereinigt(const SWertart & art, std::string s) {
     if (art.pZeichen == nullptr) return s;
     if (art.bListe) std::erase(s, ',');
     const std::string_view sZeichen = art.pZeichen;
+    const auto IstKlein = [](char c) { return c >= 'a' && c <= 'z'; };
     const auto IstGross = [](char c) { return c >= 'A' && c <= 'Z'; };
-    if (std::ranges::none_of(sZeichen, IstGross)) s = CLI::detail::to_lower(s);
+    if (std::ranges::any_of(sZeichen, IstKlein) && std::ranges::none_of(sZeichen, IstGross))
+        s = CLI::detail::to_lower(s);
     return s;
 }
 
@@ -144,7 +146,7 @@ CLI::Option * Option(CLI::App & app, const char * pName, const SWertart & art, s
 
 CLI::Option * OptionWort(CLI::App & app, const char * pName, const std::vector<std::string> & vWorte,
                          std::string & sWert, const char * pHilfe) {
-    return app.add_option(pName, sWert, pHilfe)->type_name("WORT")->transform(EinesVon(vWorte));
+    return app.add_option(pName, sWert, pHilfe)->type_name("WORT")->transform(Wortwahl(vWorte));
 }
 
 // ---- the sections

@@ -40,10 +40,14 @@ TEST_F(CAufrufTest, OneThingCanBeSaidInSeveralWays) {
          "135"},
         {"HITS a.db --behandler 1,3 --von 2024-01-02 --bis 02.01.2024",
          "hits a.db --behandler 3,1 --von 02.01.2024 --bis 20240102"}};
+    const auto Tabelle = [&](const char * pBefehl) {
+        const std::string sAus = Laufe(pBefehl).sAus;
+        return sAus.substr(std::min(sAus.find("Datum"), sAus.size()));
+    };
     for (const auto & [pEine, pAndere] : PAARE) {
-        const SProgrammende ende = Laufe(pEine);
-        EXPECT_EQ(ende.sAus, Laufe(pAndere).sAus) << pEine;
-        EXPECT_GT(std::ranges::count(ende.sAus, '\n'), 2) << pEine << ende.sFehler;
+        const std::string sTabelle = Tabelle(pEine);
+        EXPECT_EQ(sTabelle, Tabelle(pAndere)) << pEine;
+        EXPECT_GT(std::ranges::count(sTabelle, '\n'), 2) << pEine;
     }
 }
 

@@ -1,6 +1,8 @@
 // The configuration as the program shows and changes it.
 #include "Programmlauf.h"
 
+#include "support/Verzeichnis.h"
+
 #include <chrono>
 #include <fstream>
 #include <future>
@@ -37,8 +39,21 @@ TEST_F(CHvmBefehlTest, EineDateiBringtDieEinstellungenZurueck) {
                                     "vacation 2026 --tage mo", "vacation 2024 --urlaub 03.01.2024"})
         EXPECT_EQ(Hvm(pAenderung).iCode, 0) << pAenderung;
     EXPECT_NE(Hvm("show --format json").sAus, sVorher);
-    EXPECT_EQ(Hvm("set --aus alles.json").sAus, Hvm("show").sAus);
+    const std::string sAntwort = Hvm("set --aus alles.json").sAus;
+    EXPECT_EQ(sAntwort, Hvm("show").sAus);
     EXPECT_EQ(Hvm("show --format json").sAus, sVorher);
+}
+
+// The documented file, which names parts: the rest stays.
+TEST_F(CHvmBefehlTest, EineDateiAendertNurWasSieNennt) {
+    const std::string sSeite = LiesDatei(ORVOSTATBS_SOURCE_DIR "/docs/hvm.md");
+    const std::size_t iAb = sSeite.find("```json\n") + 8;
+    std::ofstream(Pfad("teil.json")) << sSeite.substr(iAb, sSeite.find("```", iAb) - iAb);
+    EXPECT_EQ(Hvm("set --aus teil.json").iCode, 0);
+    EXPECT_EQ(Frage("praxis.db",
+                    "SELECT WERT FROM PARPOOL WHERE KUERZEL LIKE 'bg- 1%' OR KUERZEL = 'einstell' OR "
+                    "KUERZEL LIKE 'leist%' OR KUERZEL LIKE 'ur- 1%' ORDER BY KUERZEL"),
+              "eKons|1|100|1| x1|Ersatzkassen 001100111000100010001 01     04     107a    2024070120240712");
 }
 
 TEST_F(CHvmBefehlTest, EineDateiMitFehlernAendertNichts) {
