@@ -100,12 +100,16 @@ public:
         return {};
     }
 
-    // Which holidays, weekdays, owner and vacations an answer about the period goes by.
-    void Nenne(std::ostream & aus, const CString & sVon, const CString & sBis) const {
+    void NenneFeiertage(std::ostream & aus) const {
         aus << "Feiertage    bundesweite";
         if (m_pLand != nullptr) aus << ", " << m_pLand->pName;
         if (m_praxis) aus << ", Praxis" << Praxisfeiertage();
         aus << '\n';
+    }
+
+    // Which holidays, weekdays, owner and vacations an answer about the period goes by.
+    void Nenne(std::ostream & aus, const CString & sVon, const CString & sBis) const {
+        NenneFeiertage(aus);
         std::string sVorher;
         for (int iJahr = Zahl(sVon.Left(4)); iJahr <= Zahl(sBis.Left(4)); ++iJahr) {
             const std::string sTage = Wochentage(iJahr);
@@ -217,6 +221,9 @@ struct SKalenderBefehl {
         if (sFormat == ICS) return SchreibeIcs(std::cout, vFeiertage);
         for (const auto & [sName, eFormat] : Formate())
             if (sName == sFormat) SchreibeFeiertage(std::cout, eFormat, vFeiertage);
+        if (sFormat != Formate().front().first) return;
+        std::cout << '\n';
+        kalender.NenneFeiertage(std::cout);
     }
 
     static constexpr const char * ICS = "ics";

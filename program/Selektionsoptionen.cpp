@@ -337,7 +337,8 @@ void FuegeKarteHinzu(CLI::App & app, SLaufoptionen & o) {
                                   "Versichertenkarte eingelesen in diesen Tagen; eine leere Seite ist offen")
                                ->group(AUSWAHL);
     Option(app, "--kartenart", KARTENARTEN, o.sKartenarten,
-           "Nachweise in --karte ohne Trenner: G, g, j, E; leer: alle")
+           "Nachweise in --karte: G eingelesene Karte, g Ersatzverfahren, j Schein, E elektronische "
+           "Ersatzbescheinigung; leer: alle")
         ->needs(pKarte)
         ->group(AUSWAHL);
     app.add_flag("--karte-fehlt", o.bKarteFehlt, "Patienten, deren Karte in --karte fehlt")->group(AUSWAHL);

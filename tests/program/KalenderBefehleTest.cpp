@@ -24,6 +24,8 @@ TEST_F(CKalenderBefehlTest, FeiertageFuerAndereProgramme) {
         EXPECT_EQ(
             Laufe("kalender --land NW 2024 --format " + std::string(pFormat)).sAus.substr(0, sAnfang.size()),
             sAnfang);
+    EXPECT_TRUE(Laufe("kalender --land NW 2024")
+                    .sAus.ends_with("\n\nFeiertage    bundesweite, Nordrhein-Westfalen\n"));
 }
 
 } // namespace
