@@ -248,13 +248,13 @@ const SAbschnitt ABSCHNITTE[] = {
          s.SetLst(s.GetELabChecked() ? Text(sWert) : FindeWert<CTGO>("Leistung", &CTGO::m_LSTNR, sWert));
      }},
     {"--abrart", ABRARTEN,
-     "Abrechnungsarten ohne Trenner: " + MitNamen(ABRECHNUNGSARTEN, "czk") +
+     "Abrechnungsarten, auch mit Komma: " + MitNamen(ABRECHNUNGSARTEN, "czk") +
          " (m, wo im Quartal Multiband behandelt ist), " + MitNamen(ABRECHNUNGSARTEN, "p") +
          " (6 bis 8 mit --par-marken und --par-beva), " + MitNamen(ABRECHNUNGSARTEN, "bi") +
-         ", e, r und s Sonderfälle; leer: alle",
+         ", e, r und s andere Rechnungen; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetAbrArt(Text(sWert)); }},
     {"--pwlart", PWLARTEN,
-     "Leistungsarten des Punktwerts ohne Trenner: " + MitNamen(PUNKTWERTARTEN, "a") + ", c und " +
+     "Leistungsarten des Punktwerts, auch mit Komma: " + MitNamen(PUNKTWERTARTEN, "a") + ", c und " +
          MitNamen(PUNKTWERTARTEN, "jfghi") + ", b, d, e andere, p privat, 0 ohne Punktwert; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetPwLArt(Text(sWert)); }},
     {"--plan", PLANNR, "Plannummer; leer: alle",
