@@ -350,7 +350,8 @@ void FuegeAbschnitteHinzu(CLI::App & app, SLaufoptionen & o) {
         const SAbschnitt & abschnitt = ABSCHNITTE[i];
         Option(app, abschnitt.pOption, abschnitt.art, o.vWerte[i], abschnitt.sHilfe)->group(AUSWAHL);
     }
-    Option(app, "--stichtag", PFLICHTTAG, o.sStichtag, "Tag, an dem das Alter gilt; ohne: heute")
+    Option(app, "--stichtag", PFLICHTTAG, o.sStichtag,
+           "Tag, der dem Lauf als heute gilt, für das Alter; ohne: heute")
         ->needs(app.get_option("--alter"))
         ->group(AUSWAHL);
     Option(app, "--plz", WERT, o.sPlz, "Postleitzahl; mit leerem Ort ('' und ''): nur Patienten ohne beides")

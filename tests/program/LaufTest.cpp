@@ -55,8 +55,8 @@ TEST_F(CLaufTest, MissingRowsAreReadAsStated) {
         {"", " 0 Hits", 0, "--von 01.01.1999 --bis 02.01.1999"},
         {"DELETE FROM MANDANT", "Kein Mandant verfügbar!", 1},
         {"DELETE FROM LEB", "Kein Behandler verfügbar!", 1},
-        {"DELETE FROM SELECTPOOL WHERE SPPOOL = 'hvmbudget'", "Keine HVM-Gruppen im Selectpool verfügbar!",
-         1},
+        {"DELETE FROM SELECTPOOL WHERE SPPOOL = 'hvmbudget'",
+         "Fehler: Keine HVM-Gruppen im Selectpool verfügbar!", 1},
         {"DELETE FROM SELECTPOOL WHERE SPPOOL LIKE 'gostattyp%'",
          "Keine GO-Statistiktypen im Selectpool verfügbar!", 1},
     };
