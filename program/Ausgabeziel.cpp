@@ -93,12 +93,7 @@ void FuegeAusgabeHinzu(CLI::App & app, SAusgabeoptionen & optionen) {
     CLI::Option * pDatei =
         app.add_option("-o,--ausgabe", optionen.sDatei, "In diese Datei, ganz oder gar nicht")
             ->type_name("NAME");
-    pDatei->group(AUSGABEGRUPPE)
-        ->check(CLI::Validator(
-            [](const std::string & s) {
-                return s.empty() ? std::string("der Dateiname ist leer") : std::string();
-            },
-            ""));
+    pDatei->group(AUSGABEGRUPPE)->check(NichtLeer());
     app.add_flag("--force", optionen.bErsetzen, "Eine Datei dieses Namens ersetzen")
         ->needs(pDatei)
         ->group(AUSGABEGRUPPE);

@@ -58,6 +58,10 @@ CKonsole::CKonsole() : CTerminal(std::cin, Roh(), isatty(STDERR_FILENO) != 0) {
 }
 CKonsole::~CKonsole() { std::signal(SIGINT, SIG_DFL); }
 
+void CKonsole::Hinweis(EHinweis eHinweis, const CString & sTitel, const CString & sText, int iArt) {
+    CTerminal::Hinweis(eHinweis, sTitel.Right(2) == "()" ? CString() : sTitel, sText, iArt);
+}
+
 bool CKonsole::Fortschritt(long iPos, long iMax) {
     return s_iGedrueckt == 0 && CTerminal::Fortschritt(iPos, iMax);
 }

@@ -21,6 +21,8 @@ class CKonsole : public CTerminal {
 public:
     CKonsole();
     ~CKonsole() override;
+    // Without a title that is the name of a function.
+    void Hinweis(EHinweis eHinweis, const CString & sTitel, const CString & sText, int iArt) override;
     [[nodiscard]] bool Fortschritt(long iPos, long iMax) override;
     // To the question of FrageAbbruch also Ctrl-C and the end of the input are yes: a script must be able to stop.
     [[nodiscard]] bool Frage(const CString & sTitel, const CString & sText, int iArt) override;

@@ -74,7 +74,8 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     CAusgabeziel ziel(befehl.ausgabe);
     CWeggelassenes weggelassenes(accu, befehl.sWeggelassen == "alle");
     CLauf lauf(accu, Auftrag(befehl, weggelassenes));
-    const ELauf eLauf = lauf.Laufe();
+    ELauf eLauf = ELauf::Gescheitert;
+    AmStichtag(befehl.optionen, [&] { eLauf = lauf.Laufe(); });
     if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
     VerweigereNachLesefehler();
     std::string sUnvollstaendig = eLauf == ELauf::Abgebrochen || AbbruchVerlangt() ? ABGEBROCHEN : "";
@@ -104,8 +105,8 @@ std::string LiesKriterien(const std::string & sWert, std::vector<const SKriteriu
     vNach.clear();
     std::istringstream ein(sWert + ',');
     for (std::string sWort; std::getline(ein, sWort, ',');) {
+        if (const std::string sFehler = Wortwahl(Kriterienworte())(sWort); !sFehler.empty()) return sFehler;
         const SKriterium * const pKriterium = FindeKriterium(sWort);
-        if (pKriterium == nullptr) return EinesVon(Kriterienworte())(sWort);
         if (std::ranges::find(vNach, pKriterium) != vNach.end()) return '"' + sWort + "\" steht doppelt";
         vNach.push_back(pKriterium);
     }
@@ -127,7 +128,7 @@ void FuegeErgebnisHinzu(CLI::App & app, SLaufbefehl & befehl) {
     app.add_flag("--weggelassen{maengel}", befehl.sWeggelassen,
                  "Auch, was nicht gezählt ist, obwohl es keine Option ausschließt; mit =alle auch das "
                  "Ausgeschlossene")
-        ->check(EinesVon({"maengel", "alle"}))
+        ->transform(Wortwahl({"maengel", "alle"}))
         ->group(AUSGABEGRUPPE);
     pHits->group(AUSGABEGRUPPE);
     FuegeAusgabeHinzu(app, befehl.ausgabe);

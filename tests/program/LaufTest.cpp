@@ -59,8 +59,8 @@ TEST_F(CLaufTest, MissingRowsAreReadAsStated) {
         {"", " 0 Hits", 0, "--von 01.01.1999 --bis 02.01.1999"},
         {"DELETE FROM MANDANT", "Kein Mandant verfügbar!", 1},
         {"DELETE FROM LEB", "Kein Behandler verfügbar!", 1},
-        {"DELETE FROM SELECTPOOL WHERE SPPOOL = 'hvmbudget'", "Keine HVM-Gruppen im Selectpool verfügbar!",
-         1},
+        {"DELETE FROM SELECTPOOL WHERE SPPOOL = 'hvmbudget'",
+         "Fehler: Keine HVM-Gruppen im Selectpool verfügbar!", 1},
         {"DELETE FROM SELECTPOOL WHERE SPPOOL LIKE 'gostattyp%'",
          "Keine GO-Statistiktypen im Selectpool verfügbar!", 1},
     };
@@ -80,7 +80,7 @@ TEST_F(CLaufTest, NonsenseIsRefusedWithWhatIsWrong) {
         int iCode;
         const char * pMeldung; // part of the error output
     } aFaelle[] = {
-        {"--von 31.02.2024", 2, "--von: DATUM: \"31.02.2024\" ist kein Tag"},
+        {"--von 31.02.2024", 2, "--von: \"31.02.2024\" ist kein Tag"},
         {"--von 02.01.2024 --bis 01.01.2024", 2, "--bis: das Ende liegt vor dem Anfang"},
         {"--karte 02.01.2024..01.01.2024", 2, "--karte: das Ende liegt vor dem Anfang"},
         {"--letzter-besuch 02.01.2024..gestern", 2, "\"gestern\" ist kein Tag"},
@@ -96,8 +96,8 @@ TEST_F(CLaufTest, NonsenseIsRefusedWithWhatIsWrong) {
         {"--recall-intervall W26", 2, "--recall-intervall: \"W26\" hat andere Zeichen als 0123456789"},
         {"--recall-vor gestern", 2, "\"gestern\" ist kein Tag"},
         {"--goart kg", 2, "--goart: \"kg\" ist länger als 1 Zeichen"},
-        {"--pwlart a,b", 2, "--pwlart: \"a,b\" hat andere Zeichen als"},
-        {"--abrart C", 2, "--abrart: \"C\" hat andere Zeichen als"},
+        {"--pwlart a;b", 2, "--pwlart: \"a;b\" hat andere Zeichen als"},
+        {"--abrart C+", 2, "--abrart: \"c+\" hat andere Zeichen als"},
         {"--plan 1a", 2, "--plan: \"1a\" hat andere Zeichen als"},
         {"--mfr Mitglied", 2, "--mfr: \"Mitglied\" hat andere Zeichen als"},
         {"--karte .. --kartenart X", 2, "--kartenart: \"X\" hat andere Zeichen als GgjE"},

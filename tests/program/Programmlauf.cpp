@@ -2,6 +2,7 @@
 
 #include "support/Verzeichnis.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
@@ -142,7 +143,9 @@ int CProgrammTest::PruefeBefehle(const std::string & sDatei) {
 
 std::vector<std::string> CProgrammTest::Worte(const std::string & s) {
     std::istringstream ein(s);
-    return {std::istream_iterator<std::string>(ein), std::istream_iterator<std::string>()};
+    std::vector<std::string> v{std::istream_iterator<std::string>(ein), std::istream_iterator<std::string>()};
+    std::ranges::replace(v, "''", std::string());
+    return v;
 }
 
 } // namespace orvostat

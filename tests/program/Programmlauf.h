@@ -22,7 +22,7 @@ protected:
     // Runs orvostat with the arguments. iSignalNachMs above 0 sends the program a signal after so many milliseconds.
     SProgrammende Laufe(const std::vector<std::string> & vArgumente, const std::string & sEingabe = {},
                         int iSignalNachMs = 0, int iSignal = SIGINT);
-    // The same in words: arguments without blanks in them.
+    // The same in words: arguments without blanks in them, '' for an empty one.
     SProgrammende Laufe(const std::string & sArgumente) { return Laufe(Worte(sArgumente)); }
 
     [[nodiscard]] std::filesystem::path Pfad(const std::string & sName) const {
