@@ -2,6 +2,7 @@
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Oberflaeche.h"
+#include "orvostatbs/host/detail/Reihenfolge.h"
 
 #include <algorithm>
 #include <iterator>
@@ -144,6 +145,7 @@ void CLauf::Behalte(const CBehHitLine & hit) {
 }
 
 bool CLauf::BaueHit(const CTBeh & beh) {
+    Verlange(m_accu.m_pRPat != nullptr, "BaueHit is called outside of a run: Vorlauf comes before.");
     if (Baue(beh)) {
         ++m_stand.zahlen.iTreffer;
         return true;

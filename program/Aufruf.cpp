@@ -2,6 +2,8 @@
 
 #include "Datenbank.h"
 
+#include "orvostatbs/version.h"
+
 #include <iostream>
 #include <string_view>
 #include <vector>
