@@ -38,6 +38,8 @@ bool StatistikenStimmen() {
     CBehHitLine hit;
     hit.PATNR = "         1";
     hit.DATUM = "20240201";
+    hit.LSTIN = "01";
+    hit.GOSTATISTIKART = 'a';
     std::vector<CFallJeQuartal> vFaelle;
     const int iNeu = FindFallImQuartalMitAbrArt(vFaelle, hit);
     CLSSum summe;
