@@ -141,26 +141,18 @@ TEST(CStringTest, LiteraleSindWindows1252) {
     EXPECT_EQ(Lies("a\0b\0"), "a\0b"s);
     EXPECT_EQ("ein langes\0Literal\0"_t, "ein langes\0Literal");
     EXPECT_EQ("Die €-Größe"_t, "Die €-Größe");
-    PruefeLiteral("");
-    PruefeLiteral("20240131");
-    PruefeLiteral(" -./3456789e9 ");
-    PruefeLiteral("123456789012345");
-    PruefeLiteral("2024013x");
-    PruefeLiteral("Zähneßü");
-    PruefeLiteral("„€Ž“");
-    PruefeLiteral("bg-01z01");
+    const auto Alle = [](const auto &... literal) { (PruefeLiteral(literal), ...); };
+    Alle("", "20240131", " -./3456789e9 ", "123456789012345", "2024013x", "Zähneßü", "„€Ž“", "bg-01z01");
 
-    const auto Falsch = [](const auto & acUtf8) {
-        constexpr auto BYTES = std::make_index_sequence<sizeof(acUtf8) - 1>();
-        EXPECT_FALSE(wort::LiesLiteral(acUtf8, BYTES).bGut) << acUtf8;
-        const auto * volatile pUtf8 = &acUtf8; // so that the compiler does not see which one it is
-        EXPECT_THROW(CString{*pUtf8}, std::invalid_argument) << acUtf8;
+    const auto Falsch = [](const auto &... literal) {
+        const auto Eines = []<std::size_t N>(const char(&acUtf8)[N]) {
+            EXPECT_FALSE(wort::LiesLiteral(acUtf8, std::make_index_sequence<N - 1>()).bGut) << acUtf8;
+            const char(*volatile pUtf8)[N] = &acUtf8; // so that the compiler does not see which one it is
+            EXPECT_THROW(CString{*pUtf8}, std::invalid_argument) << acUtf8;
+        };
+        (Eines(literal), ...);
     };
-    Falsch("Łódź");
-    Falsch("\xE4");
-    Falsch("\xC3x");
-    Falsch("\xE0\x80\xA4");
-    Falsch("\xF0\x9F\xA6\xB7");
+    Falsch("Łódź", "\xE4", "\xC3x", "\xE0\x80\xA4", "\xF0\x9F\xA6\xB7");
 }
 
 // What a caller would write.
