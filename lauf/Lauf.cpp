@@ -3,6 +3,7 @@
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Oberflaeche.h"
 #include "orvostatbs/host/Praxispruefung.h"
+#include "orvostatbs/host/detail/Reihenfolge.h"
 
 #include <algorithm>
 #include <iterator>
@@ -162,6 +163,7 @@ void CLauf::LasseWeg(const CTBeh & beh, EWeglassgrund eGrund) {
 // next of its services shall enter the error), a mixed point value. Only what the plan gate refuses keeps the gate's
 // error and, since it refuses all of a plan, the value.
 bool CLauf::BaueHit(const CTBeh & beh) {
+    Verlange(m_accu.m_pRPat != nullptr, "BaueHit is called outside of a run: Vorlauf comes before.");
     const std::size_t iFehler = m_accu.m_vBehErrors.size();
     const std::size_t iPlaene = m_stand.vPlaene.size();
     const std::size_t iMischwerte = m_accu.m_vMischPwPlaene.size();

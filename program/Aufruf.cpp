@@ -2,6 +2,8 @@
 
 #include "Datenbank.h"
 
+#include "orvostatbs/version.h"
+
 #include <algorithm>
 #include <iostream>
 #include <memory>

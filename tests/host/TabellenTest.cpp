@@ -1,6 +1,5 @@
 // The table classes: what their operations find, and the list of all columns and keys.
 #include "orvostatbs/host/Tabellen.h"
-#include "orvostatbs/host/Betrag.h"
 #include "support/Praxis.h"
 
 #include <set>
@@ -207,12 +206,6 @@ TEST_F(TabellenTest, ChangedPointsHoldFromTheirDateOn) {
         EXPECT_EQ(CTGO::GetGebPkt(sGoArt, sLst, "4700", sDatum), sSoll) << sDatum.Utf8();
     Schreibe("GOPUNKTE GOART=k LSTNR=14 PKTAB=20240102 PUNKTE=98");
     EXPECT_EQ(CTGO::GetGebPkt('k', "14", 47, "20240102"), 98) << "after a change";
-}
-
-TEST_F(TabellenTest, TheSimpleRateGoesIntoTheCurrencyOfTheDate) {
-    const CDBetrag satz("e562");
-    EXPECT_EQ(Wert(CTGO::EinfachsatzToW(satz, false, 'e')), "e562");
-    EXPECT_EQ(Wert(CTGO::EinfachsatzToW(CDBetrag(" 195583"), true, 'e').Round()), "e100000");
 }
 
 // ---- the practice

@@ -3,6 +3,8 @@
 
 #include "orvostatbs/host/Tabelle.h"
 
+#include "orvostatbs/host/detail/Tabellenmakros.def"
+
 namespace orvostat {
 
 // Blocks of the practice's own laboratory. LBLOCKBETRAEGE holds ten amounts of eleven characters.
@@ -165,3 +167,5 @@ public:
 };
 
 } // namespace orvostat
+
+#include "orvostatbs/host/detail/Tabellenmakros.def"

@@ -4,6 +4,8 @@
 #include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/host/Tabelle.h"
 
+#include "orvostatbs/host/detail/Tabellenmakros.def"
+
 namespace orvostat {
 
 // Treatments. SITZUNG is the visit's letter, LFDBEHEINTRAG the entry's running number; ANZAHL is a unit character
@@ -157,3 +159,5 @@ public:
 };
 
 } // namespace orvostat
+
+#include "orvostatbs/host/detail/Tabellenmakros.def"

@@ -5,6 +5,8 @@
 
 #include <vector>
 
+#include "orvostatbs/host/detail/Tabellenmakros.def"
+
 namespace orvostat {
 
 // The practice's sites; the first row is the practice as its association knows it.
@@ -203,3 +205,5 @@ struct SSelectPool {
 bool GetSPEntries(const CString & sKey, std::vector<SSelectPool *> & vEintraege);
 
 } // namespace orvostat
+
+#include "orvostatbs/host/detail/Tabellenmakros.def"
