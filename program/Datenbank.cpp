@@ -7,31 +7,11 @@
 
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
 #include <iostream>
-#include <system_error>
 
 namespace orvostat {
 
 namespace {
-
-namespace fs = std::filesystem;
-
-// The file and what SQLite may have left beside it.
-void Entferne(const std::string & sDatei) {
-    std::error_code fehler;
-    for (const char * pEndung : {"", "-journal", "-wal", "-shm"})
-        fs::remove(sDatei + pEndung, fehler);
-}
-
-void PruefeZiel(const std::string & sDatei, bool bErsetzen) {
-    std::error_code fehler;
-    if (!fs::path(sDatei).has_filename()) Verweigere("\"" + sDatei + "\" ist kein Dateiname.");
-    const fs::file_status status = fs::status(sDatei, fehler);
-    if (!fs::exists(status)) return;
-    if (!fs::is_regular_file(status)) Verweigere("\"" + sDatei + "\" ist keine gewöhnliche Datei.");
-    if (!bErsetzen) Verweigere("\"" + sDatei + "\" gibt es schon und wird nicht überschrieben.");
-}
 
 // Why a file failed, for behind "...: "; empty where only SQLite has words for it.
 const char * Ursachentext(ESpeicherursache eUrsache) {
@@ -68,6 +48,11 @@ std::string Fehlergrund(const CZeilenspeicher * pSpeicher) {
     return sGrund.empty() ? pSqlite->LetzterFehler() : sGrund;
 }
 
+void Scheitere(const std::string & sSatz, const CZeilenspeicher & speicher) {
+    const std::string sGrund = Fehlergrund(&speicher);
+    Verweigere(sSatz + (sGrund.empty() ? "." : ": " + sGrund + "."));
+}
+
 std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EModus eModus) {
     CString sMeldung;
     auto pSpeicher = CSqliteSpeicher::OeffneDatei(sDatei, eModus, sMeldung);
@@ -81,35 +66,6 @@ bool NimmUnterbrocheneZurueck(const std::string & sDatei) {
     CString sMeldung;
     if (!CSqliteSpeicher::NimmZurueck(sDatei, sMeldung)) Verweigere(sMeldung.Utf8());
     return true;
-}
-
-CNeueDatei::CNeueDatei(const std::string & sDatei, bool bErsetzen)
-    : m_sDatei(sDatei), m_sVorlaeufig(sDatei + ".neu") {
-    PruefeZiel(m_sDatei, bErsetzen);
-    Entferne(m_sVorlaeufig);
-    std::error_code fehler;
-    if (fs::exists(m_sVorlaeufig, fehler)) Verweigere("\"" + m_sVorlaeufig + "\" steht im Weg.");
-    CString sMeldung;
-    m_pSpeicher = CSqliteSpeicher::OeffneDatei(m_sVorlaeufig, EModus::NeuUngesichert, sMeldung);
-    if (m_pSpeicher) return;
-    // The user knows the file by its own name.
-    sMeldung.Replace(AusUtf8(m_sVorlaeufig), AusUtf8(m_sDatei));
-    Verweigere(sMeldung.Utf8());
-}
-
-CNeueDatei::~CNeueDatei() {
-    if (!m_pSpeicher) return;
-    m_pSpeicher.reset();
-    Entferne(m_sVorlaeufig);
-}
-
-void CNeueDatei::Fertig() {
-    m_pSpeicher.reset();
-    std::error_code fehler;
-    fs::rename(m_sVorlaeufig, m_sDatei, fehler);
-    if (!fehler) return;
-    Entferne(m_sVorlaeufig);
-    Verweigere("\"" + m_sDatei + "\" lässt sich nicht anlegen; vermutlich fehlt die Berechtigung.");
 }
 
 void Fortschritt(std::int64_t iPos, std::int64_t iMax) {

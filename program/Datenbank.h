@@ -26,26 +26,8 @@ enum EEnde : int {
 
 // Why the last read or write of a practice file failed, for behind "...: "; empty where the store does not know.
 [[nodiscard]] std::string Fehlergrund(const CZeilenspeicher * pSpeicher);
-
-// A new practice file that appears under its name only when it is complete.
-class CNeueDatei {
-public:
-    // Ends the command with exit code 1 where the name is taken and bErsetzen is not set, or no file can be made.
-    CNeueDatei(const std::string & sDatei, bool bErsetzen);
-    // Removes what is not complete.
-    ~CNeueDatei();
-    CNeueDatei(const CNeueDatei &) = delete;
-    CNeueDatei & operator=(const CNeueDatei &) = delete;
-
-    [[nodiscard]] CSqliteSpeicher & Speicher() { return *m_pSpeicher; }
-    // Closes the file and gives it its name; ends the command where that fails.
-    void Fertig();
-
-private:
-    std::string m_sDatei;
-    std::string m_sVorlaeufig;
-    std::shared_ptr<CSqliteSpeicher> m_pSpeicher;
-};
+// Ends the command like Verweigere with a sentence, given without its point, and that reason.
+[[noreturn]] void Scheitere(const std::string & sSatz, const CZeilenspeicher & speicher);
 
 // Moves the progress box. Ends the command with exit code 130 when the user cancels and confirms it.
 void Fortschritt(std::int64_t iPos, std::int64_t iMax);

@@ -1,6 +1,7 @@
 #include "Befehle.h"
 
 #include "Datenbank.h"
+#include "NeueDatei.h"
 #include "Praxis.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
@@ -15,12 +16,8 @@ namespace orvostat {
 
 namespace {
 
-// Ends the command with a sentence and what is known of its reason.
-[[noreturn]] void Scheitere(const std::string & sSatz, const CZeilenspeicher & von,
-                            const CZeilenspeicher & nach) {
-    std::string sGrund = Fehlergrund(&von);
-    if (sGrund.empty()) sGrund = Fehlergrund(&nach);
-    Verweigere(sSatz + (sGrund.empty() ? "." : ": " + sGrund + "."));
+CZeilenspeicher & Gescheiterter(CZeilenspeicher & von, CZeilenspeicher & nach) {
+    return Fehlergrund(&von).empty() ? nach : von;
 }
 
 // By way of memory, so that reading and writing do not wait for each other.
@@ -28,10 +25,11 @@ void KopiereUndVergleiche(CZeilenspeicher & von, CZeilenspeicher & nach, const S
     CMemorySpeicher zwischen;
     if (KopiereTabelle(von, zwischen, tabelle) != ZEILE_OK ||
         KopiereTabelle(zwischen, nach, tabelle) != ZEILE_OK)
-        Scheitere(std::string("Die Tabelle ") + tabelle.pName + " lässt sich nicht kopieren", von, nach);
+        Scheitere(std::string("Die Tabelle ") + tabelle.pName + " lässt sich nicht kopieren",
+                  Gescheiterter(von, nach));
     if (!GleicheTabelle(von, nach, tabelle))
-        Scheitere(std::string("Die Kopie der Tabelle ") + tabelle.pName + " gleicht dem Original nicht", von,
-                  nach);
+        Scheitere(std::string("Die Kopie der Tabelle ") + tabelle.pName + " gleicht dem Original nicht",
+                  Gescheiterter(von, nach));
 }
 
 // Rows reach the copy by way of texts that hold less than the file does.
@@ -44,8 +42,7 @@ void VerweigereVerluste(CSqliteSpeicher & quelle) {
                 sErster = Zeilenname(*pTabelle, vZeile) + ' ' + pTabelle->vSpalten[iSpalte].pName;
         };
         if (!quelle.SucheVerluste(*pTabelle, Zaehle))
-            Scheitere(std::string("Die Tabelle ") + pTabelle->pName + " lässt sich nicht lesen", quelle,
-                      quelle);
+            Scheitere(std::string("Die Tabelle ") + pTabelle->pName + " lässt sich nicht lesen", quelle);
     }
     if (iTexte > 0)
         Verweigere("Die Kopie verlöre Zeichen, die Windows-1252 fehlen, in " + std::to_string(iTexte) +
@@ -57,17 +54,32 @@ void VerweigereSchaeden(CSqliteSpeicher & quelle) {
     if (quelle.Pruefe().empty()) return;
     if (const ESpeicherursache eUrsache = quelle.LetzteUrsache();
         eUrsache != ESpeicherursache::Keine && eUrsache != ESpeicherursache::Beschaedigt)
-        Scheitere("Die Praxisdatei lässt sich nicht prüfen", quelle, quelle);
+        Scheitere("Die Praxisdatei lässt sich nicht prüfen", quelle);
     Verweigere("Die Praxisdatei hat Schäden und wird nicht kopiert. \"orvostat check\" zeigt sie.");
+}
+
+// A walk that has begun: until it goes, nobody else changes the file, and all tables are of one moment. Null for a
+// practice without rows.
+std::unique_ptr<CZeilenmenge> HalteStand(CZeilenspeicher & quelle) {
+    for (const STabelle * pTabelle : AlleTabellen()) {
+        std::vector<CString> vTexte(pTabelle->vSpalten.size());
+        std::vector<CString *> vFelder;
+        for (CString & sText : vTexte)
+            vFelder.push_back(&sText);
+        auto pWeg = quelle.Oeffne(*pTabelle, {});
+        if (pWeg && pWeg->Naechste(vFelder) == ZEILE_OK) return pWeg;
+    }
+    return nullptr;
 }
 
 void KopierePraxis(const std::string & sQuelle, const std::string & sZiel) {
     const auto pQuelle = OeffneSpeicher(sQuelle, EModus::Lesen);
-    CNeueDatei ziel(sZiel, false);
+    const auto pStand = HalteStand(*pQuelle);
+    CNeueDatei ziel(sZiel, EVorhanden::Bleibt, sQuelle);
     VerweigereSchaeden(*pQuelle);
     VerweigereVerluste(*pQuelle);
     const auto ScheitereBeimSchreiben = [&] {
-        Scheitere("Die Kopie lässt sich nicht schreiben", ziel.Speicher(), ziel.Speicher());
+        Scheitere("Die Kopie lässt sich nicht schreiben", ziel.Speicher());
     };
     if (ziel.Speicher().Beginne() != ZEILE_OK) ScheitereBeimSchreiben();
     OrvoOpenProgressBox(0, 0, "Praxisdatei wird kopiert ..."_t);

@@ -91,8 +91,9 @@ void FuegeErgebnisHinzu(CLI::App & app, SLaufbefehl & befehl) {
     CLI::Option * pHits = app.add_flag("--hits", befehl.bHits, "Die bewerteten Hits statt der Summen");
     FuegeNachHinzu(app, befehl.vNach)->excludes(pHits);
     app.add_flag("--weggelassen{maengel}", befehl.sWeggelassen,
-                 "Auch, was gewählt und doch nicht gezählt ist; mit =alle auch das nicht Gewählte")
-        ->check(EinesVon({"maengel", "alle"}))
+                 "Auch, was nicht gezählt ist, obwohl es keine Option ausschließt; mit =alle auch das "
+                 "Ausgeschlossene")
+        ->transform(Wortwahl({"maengel", "alle"}))
         ->group(AUSGABEGRUPPE);
     pHits->group(AUSGABEGRUPPE);
     FuegeAusgabeHinzu(app, befehl.ausgabe);
@@ -101,7 +102,7 @@ void FuegeErgebnisHinzu(CLI::App & app, SLaufbefehl & befehl) {
             ->type_name("NAME");
     pName->group(AUSGABEGRUPPE);
     app.add_option("--layout", befehl.sLayout, "Ihre Spalten: alles, oder die einer Statistik des Systems")
-        ->check(EinesVon(Layoutworte()))
+        ->transform(Wortwahl(Layoutworte()))
         ->needs(pName)
         ->type_name("WORT")
         ->group(AUSGABEGRUPPE);

@@ -80,12 +80,27 @@ CString PruefeBehandler(const std::string & sBehandler) {
     return leb.m_LEB;
 }
 
+std::vector<CString> PruefeBehandlerliste(const std::string & sListe) {
+    std::vector<CString> v;
+    SeparatedStrToVec(AusUtf8(sListe), ',', v);
+    for (CString & sLeb : v)
+        sLeb = PruefeBehandler(Trim(sLeb).Utf8());
+    return v;
+}
+
 CString LiesDatum(const std::string & sText) {
-    const CString sDatum = Date2Db(AusUtf8(sText));
-    if (!GueltigesDatum(sDatum))
-        throw CLI::ValidationError("DATUM",
-                                   "\"" + sText + "\" ist kein Tag, erwartet wird TT.MM.JJJJ oder JJJJMMTT");
+    std::string s = sText;
+    const bool bIso = s.size() == 10 && s[4] == '-' && s[7] == '-';
+    if (bIso) std::erase(s, '-');
+    const CString sDatum = Date2Db(AusUtf8(s));
+    if (!GueltigesDatum(sDatum) || (bIso && s.size() != 8))
+        throw CLI::ValidationError('"' + sText +
+                                   "\" ist kein Tag, erwartet wird TT.MM.JJJJ, JJJJ-MM-TT oder JJJJMMTT");
     return sDatum;
+}
+
+void PruefeFolge(const std::string & sOption, const CString & sVon, const CString & sBis) {
+    if (!sBis.IsEmpty() && sBis < sVon) throw CLI::ValidationError(sOption, "das Ende liegt vor dem Anfang");
 }
 
 std::vector<std::string> WochentagKuerzel() { return {std::begin(WOCHENTAGE), std::end(WOCHENTAGE)}; }

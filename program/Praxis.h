@@ -38,9 +38,13 @@ void VerweigereNachLesefehler(const std::string & sFolge = {});
 // The number of a patient or a treater as rows hold it. Ends the command where it is nobody's.
 [[nodiscard]] CString PruefePatient(const std::string & sPatient);
 [[nodiscard]] CString PruefeBehandler(const std::string & sBehandler);
+// Treaters with commas between them; none for the empty text.
+[[nodiscard]] std::vector<CString> PruefeBehandlerliste(const std::string & sListe);
 
-// A day as TT.MM.JJJJ or JJJJMMTT, as JJJJMMTT; anything else is wrong usage.
+// A day as TT.MM.JJJJ, JJJJ-MM-TT or JJJJMMTT, as JJJJMMTT; anything else is wrong usage.
 [[nodiscard]] CString LiesDatum(const std::string & sText);
+// A period that ends before it begins is wrong usage of the option; an empty end is open.
+void PruefeFolge(const std::string & sOption, const CString & sVon, const CString & sBis);
 
 // "mo" to "so", and the weekday's number, 1 for Sunday to 7 for Saturday; 0 for another text.
 [[nodiscard]] std::vector<std::string> WochentagKuerzel();

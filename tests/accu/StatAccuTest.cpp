@@ -192,6 +192,24 @@ TEST_F(StatAccuTest, EinZweiterFadenNebenEinemLaufMeldetSich) {
     Zweiter();
     const CAutoRSet<CTAdr> adr;
 }
+
+TEST_F(StatAccuTest, EineFalscheReihenfolgeMeldetSich) {
+    Schreibe("GO GOART=k LSTNR=01");
+    CBehHitLine hit;
+    hit.GOART = 'k';
+    hit.LSTNR = "01";
+    CTBeh beh;
+    EXPECT_DEATH(m_accu.GetPat("1", true), "GetPat is called outside of a run");
+    EXPECT_DEATH((void)m_accu.ReadPat("1"), "DataSumVorlauf comes before");
+    EXPECT_DEATH(m_accu.GetVDesc("1", ""), "GetVDesc is");
+    EXPECT_DEATH(m_accu.GetActVDesc("1", ""), "GetActVDesc is");
+    EXPECT_DEATH(m_accu.ReadKas("1"), "ReadKas is");
+    EXPECT_DEATH((m_accu.GetGOData(hit), m_accu.GetBetrag(hit, nullptr)), "no point value yet");
+    EXPECT_DEATH((hit.MoveBeh(&beh), hit.MoveBeh(&beh)), "Clear comes before the next one");
+    hit.MoveBeh(&beh);
+    hit.Clear();
+    hit.MoveBeh(&beh);
+}
 #endif
 
 TEST_F(StatAccuTest, GlobalDataLiestNurNachWasFehltUndPunktwerteNeu) {

@@ -77,17 +77,57 @@ TEST(CStringTest, FalscherGebrauchWirft) {
     }
 }
 
+// A literal is the same text whether the compiler reads it, or reads it in code that runs, or is not asked.
+template <std::size_t N> void PruefeLiteral(const char (&acUtf8)[N]) {
+    const std::string sSoll = Lies(AusUtf8({acUtf8, N - 1}));
+    ASSERT_NO_FATAL_FAILURE(PruefeText(acUtf8, sSoll));
+    constexpr auto BYTES = std::make_index_sequence<N - 1>();
+    EXPECT_EQ(wort::WortAusLeser(wort::LiesLiteral(acUtf8, BYTES), acUtf8),
+              wort::Packe(sSoll.data(), sSoll.size()))
+        << acUtf8;
+}
+
 TEST(CStringTest, LiteraleSindWindows1252) {
     EXPECT_EQ(Lies("ÄÖÜß€"), "\xC4\xD6\xDC\xDF\x80");
-    EXPECT_EQ(Lies("Die €-Größe „Žœ™“…"_t), "Die \x80-Gr\xF6\xDF"
-                                            "e \x84\x8E\x9C\x99\x93\x85");
-    EXPECT_EQ(Lies("a\0b"), "a\0b"s);
-    EXPECT_EQ(Lies("ein langes\0Literal"_t), "ein langes\0Literal"s);
-    EXPECT_TRUE("20240131" == "20240131"_t && ""_t == CString() &&
-                "Behandlerliste"_t == Bytes("Behandlerliste"));
-    const char acBytes[] = {'Z', '\xE4', '\0', 'x'};
-    const char * pBytes = acBytes;
-    EXPECT_EQ(CString(pBytes).Utf8(), "Zä");
+    EXPECT_EQ(Lies("Die €-Größe „Žœ™“…"), "Die \x80-Gr\xF6\xDF"
+                                          "e \x84\x8E\x9C\x99\x93\x85");
+    EXPECT_EQ(Lies("a\0b\0"), "a\0b"s);
+    EXPECT_EQ("ein langes\0Literal\0"_t, "ein langes\0Literal");
+    EXPECT_EQ("Die €-Größe"_t, "Die €-Größe");
+    const auto Alle = [](const auto &... literal) { (PruefeLiteral(literal), ...); };
+    Alle("", "20240131", " -./3456789e9 ", "123456789012345", "2024013x", "Zähneßü", "„€Ž“", "bg-01z01");
+
+    const auto Falsch = [](const auto &... literal) {
+        const auto Eines = []<std::size_t N>(const char(&acUtf8)[N]) {
+            EXPECT_FALSE(wort::LiesLiteral(acUtf8, std::make_index_sequence<N - 1>()).bGut) << acUtf8;
+            const char(*volatile pUtf8)[N] = &acUtf8; // so that the compiler does not see which one it is
+            EXPECT_THROW(CString{*pUtf8}, std::invalid_argument) << acUtf8;
+        };
+        (Eines(literal), ...);
+    };
+    Falsch("Łódź", "\xE4", "\xC3x", "\xE0\x80\xA4", "\xF0\x9F\xA6\xB7");
+}
+
+// What a caller would write.
+TEST(CStringTest, TexteWoManSieSchreibt) {
+    CString s("einstell");
+    EXPECT_EQ(s, "einstell");
+    EXPECT_TRUE(s != "Einstell" && s < "einstellx");
+    s = "bg-01z01";
+    EXPECT_EQ(s + " Größe", "bg-01z01 Größe");
+    for (const bool b : {false, true}) {
+        s = b ? "ä" : "ö";
+        EXPECT_EQ(s.Utf8(), b ? "ä" : "ö");
+    }
+    const auto paar = std::pair<CString, CString>{"Größe", "b"};
+    EXPECT_EQ(paar.first.Utf8() + paar.second.Utf8(), "Größeb");
+    s.Format("%s, mehr als %d", "Text", 7);
+    EXPECT_EQ(s, "Text, mehr als 7");
+
+    char acBytes[] = {'Z', '\xE4', '\0', 'x'}; // may be written, so these are bytes
+    EXPECT_EQ(CString(acBytes).Utf8(), "Zä");
+    acBytes[2] = 'h';
+    EXPECT_EQ(CString(acBytes).Utf8(), "Zähx");
 }
 
 TEST(CStringTest, Utf8Hin) {

@@ -1,6 +1,5 @@
 // The table classes: what their operations find, and the list of all columns and keys.
 #include "orvostatbs/host/Tabellen.h"
-#include "orvostatbs/host/Betrag.h"
 #include "support/Praxis.h"
 
 #include <set>

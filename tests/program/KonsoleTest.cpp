@@ -6,6 +6,7 @@
 #include <chrono>
 #include <csignal>
 #include <future>
+#include <sstream>
 #include <thread>
 
 #include <unistd.h>
@@ -78,6 +79,21 @@ TEST_F(CKonsoleTest, CtrlCAtTheQuestionIsYesAndDoesNotWaitForTheInput) {
     benutzer.join();
     EXPECT_FALSE(bGewartet);
     EXPECT_TRUE(m_konsole.Fortschritt(1, 2));
+}
+
+// Written in any pieces, only ends of lines get through of what could drive a terminal.
+TEST(Steuerzeichenfilter, TakesOutWhatDrivesATerminal) {
+    const std::string sEin = "\x1b]0;x\x07 a\rb\r\n\tÄ\u009d\u00a0\x7f\r";
+    const std::string sSoll = " ]0;x  a b\r\n Ä \u00a0  ";
+    for (std::size_t iStueck = 1; iStueck <= sEin.size(); ++iStueck) {
+        std::ostringstream aus;
+        {
+            const CSauber sauber(aus);
+            for (std::size_t i = 0; i < sEin.size(); i += iStueck)
+                aus << sEin.substr(i, iStueck);
+        }
+        EXPECT_EQ(aus.str(), sSoll) << iStueck;
+    }
 }
 
 TEST_F(CKonsoleTest, TheThirdCtrlCEndsAProgramThatNeverLooks) {
