@@ -60,10 +60,13 @@ TEST_F(CMusterTest, OfTwoNewFilesTheFirstToBeCompleteGetsTheName) {
         std::ofstream(Pfad("a.db")) << "fremd";
         EXPECT_THROW(dritte.Fertig(), CLI::RuntimeError);
         CNeueDatei vierte(Pfad("c.db"), EVorhanden::Bleibt);
+        std::filesystem::path eigener;
         for (const auto & eintrag : std::filesystem::directory_iterator(Pfad("")))
-            if (eintrag.path().filename().string().starts_with("c.db.neu-"))
-                std::filesystem::rename(eintrag, Pfad("d.db"));
+            if (eintrag.path().filename().string().starts_with("c.db.neu-")) eigener = eintrag.path();
+        std::filesystem::rename(eigener, Pfad("d.db"));
+        std::ofstream(eigener) << "fremd";
         EXPECT_THROW(vierte.Fertig(), CLI::RuntimeError);
+        EXPECT_TRUE(std::filesystem::remove(eigener));
     }
     EXPECT_EQ(Dateien(), "a.db a.db.neu b.db d.db");
     EXPECT_EQ(Inhalt("a.db") + Inhalt("a.db.neu"), "fremdfremd");
