@@ -97,7 +97,6 @@ TEST_F(CSaetzeTest, DamageAndHandsAreTold) {
 TEST_F(CSaetzeTest, AFailedWriteLeavesTheEarlierSet) {
     ASSERT_EQ(Laufe("run a.db --patient 1001 --speichern s").iCode, 0);
     const std::string sVorher = Inhalt("stat/s.SVE") + Inhalt("stat/s.ISV");
-    EXPECT_EQ(Laufe({"run", "a.db", "--speichern", "s"}, "j\n", 5).iCode, 130);
     for (const std::string & sName :
          {std::string(), std::string("a/b"), std::string("CON"), std::string("lpt1.x"), std::string(".x"),
           std::string("x "), std::string("a*b"), std::string(65, 'a'), std::string("a\tb")}) {
