@@ -52,6 +52,8 @@ std::string Grund(int iErrno) {
         return "der Datenträger ist voll";
     case EFBIG:
         return "die Datei würde größer als erlaubt";
+    case EIO:
+        return "der Datenträger meldet einen Fehler";
     case EROFS:
         return "der Datenträger ist schreibgeschützt";
     case EACCES:
@@ -67,6 +69,15 @@ std::string Grund(int iErrno) {
 
 [[noreturn]] void Scheitere(const std::string & sDatei, int iErrno) {
     Verweigere('"' + sDatei + "\" lässt sich nicht schreiben: " + Grund(iErrno) + '.');
+}
+
+// Why the file takes no more: the stream has not kept it, so it is tried again. The first try may fill up the last block.
+int Schreibfehler(int iHandle) {
+    const std::array<char, 4096> acNichts{};
+    lseek(iHandle, 0, SEEK_END);
+    for (int i = 0; i < 2; ++i)
+        if (write(iHandle, acNichts.data(), acNichts.size()) < 0) return errno;
+    return EIO;
 }
 
 // Without bErsetzen a name that has been taken meanwhile is left alone.
@@ -123,11 +134,10 @@ std::ostream & CAusgabeziel::Strom() { return IstDatei() ? m_datei : std::cout; 
 
 void CAusgabeziel::Fertig() {
     if (!IstDatei()) return;
-    errno = 0;
     m_datei.flush();
-    const int iErrno = errno == 0 ? EIO : errno;
-    m_sauber.reset();
-    if (!m_datei) Scheitere(m_optionen.sDatei, iErrno);
+    const bool bGeschrieben = m_datei.good();
+    m_sauber.reset(); // a stream that gets its buffer back forgets what has failed
+    if (!bGeschrieben) Scheitere(m_optionen.sDatei, Schreibfehler(m_iHandle));
     m_datei.close();
     if (fsync(m_iHandle) != 0 || !GibNamen(m_sVorlaeufig, m_optionen.sDatei, m_optionen.bErsetzen))
         Scheitere(m_optionen.sDatei, errno);

@@ -94,6 +94,7 @@ void FuegeErgebnisHinzu(CLI::App & app, SLaufbefehl & befehl) {
                  "Auch, was nicht gezählt ist, obwohl es keine Option ausschließt; mit =alle auch das "
                  "Ausgeschlossene")
         ->transform(Wortwahl({"maengel", "alle"}))
+        ->type_name("alle")
         ->group(AUSGABEGRUPPE);
     pHits->group(AUSGABEGRUPPE);
     FuegeAusgabeHinzu(app, befehl.ausgabe);

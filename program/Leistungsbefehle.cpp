@@ -236,7 +236,7 @@ void FuegeHundertHinzu(CLI::App & app) {
         app, "hundert", "Die 100-Fall-Statistik: Leistungen je 100 Fälle gegen die Norm", *pBefehl);
     CLI::Option * pFaelle =
         pApp->add_option("--faelle", pBefehl->auftrag.iFallzahl, "Feste Fallzahl statt der gezählten Fälle")
-            ->check(CLI::Range(0, 1000000))
+            ->check(Bereich(0, 1000000))
             ->type_name("ZAHL");
     pApp->add_flag("--gruppe9", pBefehl->auftrag.bMitGruppe9, "Auch Kassen der Gruppe 9");
     pApp->add_flag("--gruppe9-extra", pBefehl->auftrag.bGruppe9Extra, "Gruppe 9 in einer eigenen Spalte")
@@ -246,7 +246,7 @@ void FuegeHundertHinzu(CLI::App & app) {
     pApp->add_flag("--alle-spalten", pBefehl->hundert.bAlleSpalten, "Eigene und fremde Kassen getrennt");
     pApp->add_option("--grenze", pBefehl->hundert.iGrenze,
                      "Markiert Leistungen, die so viel Prozent über der Norm sind")
-        ->check(CLI::Range(1, 100000))
+        ->check(Bereich(1, 100000))
         ->type_name("PROZENT");
     pApp->callback([pApp, pBefehl, pFaelle] {
         pBefehl->auftrag.bFesteFallzahl = pFaelle->count() > 0;
