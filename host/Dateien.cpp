@@ -78,7 +78,10 @@ bool CDateibasis::Fuelle() {
     if (!m_pZugriff || m_bSchreiben) throw CFileException(URSACHE_KEIN_ZUGRIFF, m_sPfad);
     std::memmove(m_sPuffer.data(), m_sPuffer.data() + m_iVon, m_iBis - m_iVon);
     m_iBis -= std::exchange(m_iVon, 0);
-    if (m_sPuffer.size() < std::max(2 * m_iBis, PUFFER)) m_sPuffer.resize(std::max(2 * m_iBis, PUFFER));
+    // No more room than the file can fill; most files are a screen of settings.
+    const std::uint64_t iRest = m_pZugriff->Laenge() - std::min(m_iPos, m_pZugriff->Laenge());
+    const std::size_t iGroesse = std::min<std::uint64_t>(std::max(2 * m_iBis, PUFFER), m_iBis + iRest + 1);
+    if (m_sPuffer.size() < iGroesse) m_sPuffer.resize(iGroesse);
     std::size_t iGelesen = 0;
     const int iUrsache = m_pZugriff->Lies(m_iPos, std::span(m_sPuffer).subspan(m_iBis), iGelesen);
     m_iBis += iGelesen;
