@@ -110,11 +110,11 @@ bool CDateibasis::LiesZeile(std::string_view & sZeile) {
         iEnde = Gelesen().find('\n', iGesehen);
     }
     sZeile = Gelesen().substr(0, iEnde);
-    m_iVon += sZeile.size();
-    if (iEnde == std::string_view::npos) return !sZeile.empty();
-    ++m_iVon;
-    if (sZeile.ends_with('\r')) sZeile.remove_suffix(1);
-    return true;
+    m_iVon += sZeile.size() + (iEnde == std::string_view::npos ? 0 : 1);
+    const bool bDa = iEnde != std::string_view::npos || !sZeile.empty();
+    while (sZeile.ends_with('\r')) // also of a file that was cut off within a line end
+        sZeile.remove_suffix(1);
+    return bDa;
 }
 
 std::uint64_t CDateibasis::Seek(std::int64_t iWeite, unsigned iVon) {

@@ -80,7 +80,8 @@ TYPED_TEST(DateienTest, ZeilenMitBeidenEnden) {
                                       {"a\nb\n", "[a][b]"},
                                       {"a\r\n\r\nb\r\n", "[a][][b]"},
                                       {"a\rb\n", "[a\rb]"},
-                                      {"a\r", "[a\r]"},
+                                      {"a\r", "[a]"},
+                                      {"b\r\r\n", "[b]"},
                                       {"\xE4;\xDF\n", "[\xE4;\xDF]"},
                                       {std::string_view("a\0b\n", 4), std::string_view("[a\0b]", 5)}}) {
         this->Schreibe("x", sText);
