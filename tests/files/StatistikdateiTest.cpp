@@ -91,6 +91,7 @@ protected:
 };
 using CKlassen = ::testing::Types<CStdioFile, CDBStdioFile>;
 TYPED_TEST_SUITE(StatistikdateiTest, CKlassen);
+using StatistikdateiSeite = StatistikdateiTest<CStdioFile>;
 
 constexpr const char * SELEKTION =
     "[Allgemein]\nStatistikart=LS\nVersion=2\nErstellungsdatum=01.07.2024\nErstellungszeit=09:05\nAnzahlHits="
@@ -177,6 +178,36 @@ TYPED_TEST(StatistikdateiTest, SelektionMitLuecken) {
     std::vector<CString> v{"alt"};
     this->m_leser.String2Vec("1234567", v, 3);
     EXPECT_EQ(v, (std::vector<CString>{"123", "456", "7"}));
+}
+
+// The examples in docs/dateien.md are what is written.
+TEST_F(StatistikdateiSeite, ZeigtWasGeschriebenWird) {
+    Waehle();
+    for (const bool bKasse : {true, false}) {
+        CBehHitLine & hit = m_accu.m_vBehHits.emplace_back();
+        hit.PRAXISNR = " 1";
+        hit.BEHANDLERNR = bKasse ? CString("  5") : CString(" 12");
+        hit.DATUM = "20240115"_t;
+        hit.ANZAHL = 1;
+        hit.BETRAG = bKasse ? CDBetrag("e1376.25"_t) : CDBetrag("e-500");
+        hit.GOART = bKasse ? 'k' : 'q';
+        hit.KASKUERZEL = bKasse ? "BKKÖ01"_t : CString();
+        hit.PUNKTE = bKasse ? 1200 : 0;
+        hit.FREMDKASSE = bKasse;
+    }
+    CBehErrors & fehler = m_accu.m_vBehErrors.emplace_back();
+    fehler.PATNR = "      1234"_t;
+    fehler.DATUM = "20240115"_t;
+    fehler.LSTIN = "Ä1";
+    fehler.m_iFehler = 5;
+    m_accu.m_lAnzHits = 2;
+    m_schreiber.m_pLayout = iHVM_SICHERUNG;
+    ASSERT_TRUE(m_schreiber.WriteDaten());
+    const std::string sSeite = LiesDatei(ORVOSTATBS_SOURCE_DIR "/docs/dateien.md");
+    for (const CString & sDatei : {Dat(), Ini()}) {
+        const std::string sText = Inhalt<CStdioFile>(sDatei);
+        EXPECT_NE(sSeite.find("```text\n" + sText + "```\n"), std::string::npos) << sText;
+    }
 }
 
 // A number of hits is a hint: what the data file cannot hold is not reserved.
