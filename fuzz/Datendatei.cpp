@@ -109,8 +109,12 @@ void Pruefe(CEingabe eingabe) {
     Fordere(accu.m_vBehHits.capacity() <= std::max<std::size_t>(2 * iZeilen, 10'000));
     if (!bGanz) return;
 
-    // By way of the first saving a delimiter in a text is lost, and what the layout lacks. Hits need their kind.
+    // By the first saving texts lose what a column cannot hold, and records what the layout lacks; by the second one
+    // referrals stand in the order of such texts. Hits need their kind.
     if (pLayout[0] != 0 || pLayout[1] == -1) return;
+    Schreibe(pLayout);
+    CLeser einmal(pLayout);
+    Fordere(einmal.ReadDaten());
     Schreibe(pLayout);
     const std::string sErste = mapDateien[sDat];
     CLeser wieder(pLayout);
