@@ -103,7 +103,8 @@ std::string Fehlendes(const CLI::App & befehl, const std::vector<const CLI::Opti
         if (pAngabe->get_required() && pAngabe->count() == 0) return "Es fehlt: " + pAngabe->get_name();
     const std::vector<std::string> vRest = befehl.remaining();
     if (vRest.empty()) return "Es fehlt ein Befehl.";
-    return KeinBefehl(vRest.front(), befehl);
+    return vRest.front().starts_with('-') ? Ueberzaehlige(vRest, vAngaben)
+                                          : KeinBefehl(vRest.front(), befehl);
 }
 
 // A pair of options of which the first is given, and the second, which it names, is given or not.
