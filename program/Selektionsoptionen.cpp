@@ -450,6 +450,10 @@ private:
 
 } // namespace
 
+CString Praxisnummer(const SLaufoptionen & o) {
+    return o.sMandant.empty() ? CString() : MandantOderErster(o.sMandant);
+}
+
 void AmStichtag(const SLaufoptionen & o, const std::function<void()> & fTue) {
     if (o.sStichtag.empty()) return fTue();
     CStichtaguhr uhr(LiesDatum(o.sStichtag));

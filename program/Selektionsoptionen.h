@@ -52,6 +52,9 @@ void FuegeSelektionHinzu(CLI::App & app, SLaufoptionen & optionen);
 // owner or insurer that the practice does not have ends the command.
 void SetzeSelektion(const CLI::App & app, const SLaufoptionen & optionen, CSelektion & selektion);
 
+// The practice whose figures are asked for: the number of the owner that --mandant names, empty for all.
+[[nodiscard]] CString Praxisnummer(const SLaufoptionen & optionen);
+
 // Does something with --stichtag in the place of today.
 void AmStichtag(const SLaufoptionen & optionen, const std::function<void()> & fTue);
 
