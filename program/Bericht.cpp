@@ -675,7 +675,7 @@ private:
         const SKernzahlen hier = KernzahlenAus("", m_accu, m_sum, m_alles);
         const std::string sZeit = Zeitraumtext(dort.sVon, dort.sBis);
         SBerichttafel & t =
-            Tafel("Vergleich mit " + dort.sName,
+            Tafel("Vergleich: " + dort.sName,
                   {TextSpalte("Posten"), TextSpalte("Einheit"), ZahlSpalte("Bericht"),
                    ZahlSpalte("Vergleich"), ZahlSpalte("Änderung"), ZahlSpalte("Änderung", "%")});
         const auto Summe = [](const SKernzahlen & k) {
@@ -711,7 +711,7 @@ private:
         const std::vector<std::pair<CString, std::int64_t>> vHier = Monate(hier);
         const std::vector<std::pair<CString, std::int64_t>> vDort = Monate(dort);
         SBerichttafel & t =
-            Tafel("Monate im Vergleich mit " + dort.sName,
+            Tafel("Monate im Vergleich: " + dort.sName,
                   {TextSpalte("Monat"), ZahlSpalte("Bericht", "EUR"), TextSpalte("Vergleichsmonat"),
                    ZahlSpalte("Vergleich", "EUR"), ZahlSpalte("Änderung", "%")});
         for (std::size_t i = 0; i < std::max(vHier.size(), vDort.size()); ++i) {

@@ -54,7 +54,7 @@ SKernzahlen Vorjahr(const SBerichtbefehl & befehl, const std::vector<std::string
         o.sBis = VorEinemJahr(sBis).Utf8();
         sPraxis = Praxisnummer(o);
     });
-    return Kernzahlen("dem Vorjahr", accu, sPraxis);
+    return Kernzahlen("Vorjahr", accu, sPraxis);
 }
 
 SKernzahlen Gespeichert(const SBerichtbefehl & befehl, const CString & sPraxis) {
@@ -64,12 +64,23 @@ SKernzahlen Gespeichert(const SBerichtbefehl & befehl, const CString & sPraxis) 
     return Kernzahlen("„" + befehl.sVergleiche + "“", accu, sPraxis);
 }
 
+// A saved statistic is selected already; only the owner and the day of the report are still to be chosen.
+void VerlangeNurGespeichertes(const CLI::App & app) {
+    for (const CLI::Option * pOption : app.get_options())
+        if (pOption->count() > 0 && !pOption->get_positional() && pOption->get_group() != AUSGABEGRUPPE &&
+            pOption->get_name() != "--mandant" && pOption->get_name() != "--stichtag")
+            throw CLI::ValidationError(
+                "--aus", pOption->get_name() +
+                             " wählt für einen Lauf aus; eine gespeicherte Statistik ist schon gewählt");
+}
+
 void FuehreBerichtAus(const CLI::App & app, SBerichtbefehl & befehl) {
     if (app.count("--format") == 0) {
         befehl.ausgabe.eFormat = EFormat::Html;
         if (befehl.ausgabe.sDatei.empty())
             throw CLI::ValidationError("-o", "die Seite braucht einen Dateinamen: -o bericht.html");
     }
+    if (!befehl.sAus.empty()) VerlangeNurGespeichertes(app);
     const CPraxis praxis(befehl.optionen.sDatei, EModus::Lesen);
     std::optional<CSatz> satz;
     if (!befehl.sAus.empty()) satz.emplace(befehl.optionen.sDatei, befehl.satzort, befehl.sAus);
@@ -115,6 +126,9 @@ void FuegeBerichtHinzu(CLI::App & app) {
         "bericht", "Ein Bericht zum Ansehen und Drucken: eine HTML-Seite mit Bildern und Tabellen");
     pApp->add_option("DATEI", pBefehl->optionen.sDatei, "Die Praxisdatei")->required();
     FuegeSelektionHinzu(*pApp, pBefehl->optionen);
+    LasseStichtagAllein(*pApp);
+    pApp->get_option("--stichtag")
+        ->description("Tag, der als heute gilt, für das Alter und das laufende Quartal; ohne: heute");
     FuegeAusgabeHinzu(*pApp, pBefehl->ausgabe);
     pApp->get_option("--format")
         ->description("table, csv oder json: die Zahlen des Berichts statt der Seite");

@@ -92,6 +92,7 @@ void LaufeWorte(std::vector<std::string> vWorte, const std::string & sDatei, CSt
     CLI::App app;
     SLaufoptionen optionen;
     FuegeSelektionHinzu(app, optionen);
+    LasseStichtagAllein(app);
     std::ranges::reverse(vWorte);
     try {
         app.parse(vWorte);
