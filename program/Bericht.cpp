@@ -48,6 +48,11 @@ std::int64_t Einheiten(const CDBetrag & betrag) {
 CString Euro(std::int64_t iEinheiten) { return BetragZelle(CDBetrag::AusEinheiten(iEinheiten, 'e')); }
 CString Euro(const CDBetrag & betrag) { return Euro(Einheiten(betrag)); }
 
+// A number of pieces; parts of one where there are some.
+CString Stueck(std::int64_t iHundertstel) {
+    return iHundertstel % 100 == 0 ? itoc(iHundertstel / 100) : DezimalZelle(iHundertstel, 2);
+}
+
 CString Je(std::int64_t iEinheiten, std::int64_t iTeiler) {
     return iTeiler == 0 ? CString() : Euro(iEinheiten / iTeiler);
 }
@@ -236,7 +241,7 @@ private:
                                                    std::int64_t iKasse, std::int64_t iPrivat,
                                                    std::int64_t iSonstige) const {
         const std::int64_t iSumme = iKasse + iPrivat + iSonstige;
-        return {sName,        DezimalZelle(iAnzahl, 2),  Euro(iKasse), Euro(iPrivat), Euro(iSonstige),
+        return {sName,        Stueck(iAnzahl),           Euro(iKasse), Euro(iPrivat), Euro(iSonstige),
                 Euro(iSumme), Prozent(iSumme, m_iGesamt)};
     }
     [[nodiscard]] std::vector<CString> Gesamtzeile() const {
@@ -376,7 +381,7 @@ private:
         for (const auto & [iBetrag, pLeistung] : vLeistungen) {
             if (iBetrag <= 0 || iBisHier * 10 >= m_iGesamt * 8 || t.vZeilen.size() >= LEISTUNGSZEILEN) break;
             iBisHier += iBetrag;
-            t.vZeilen.push_back({pLeistung->sName, pLeistung->sText, DezimalZelle(pLeistung->lst.ANZAHL, 2),
+            t.vZeilen.push_back({pLeistung->sName, pLeistung->sText, Stueck(pLeistung->lst.ANZAHL),
                                  Euro(iBetrag), Prozent(iBetrag, m_iGesamt), Prozent(iBisHier, m_iGesamt)});
         }
         t.vSaetze.push_back(std::to_string(t.vZeilen.size()) + " von " +
@@ -393,7 +398,8 @@ private:
 
     // ---- hundred cases
 
-    // The working days of the running quarter, and how many have passed; empty where the hits are of another time.
+    // The working days of the running quarter, and how many have passed; empty where the hits are of another time, also
+    // of one to come.
     struct SLaufend {
         std::vector<CString> vTage;
         std::size_t iVergangen = 0;
@@ -402,8 +408,7 @@ private:
         SLaufend q;
         const CString sHeute = CMxDate();
         const CString sQuartal = DbDate2Quartal(sHeute);
-        if (m_alles.iHits == 0 || DbDate2Quartal(m_alles.sErster) != sQuartal ||
-            DbDate2Quartal(m_alles.sLetzter) != sQuartal)
+        if (m_alles.iHits == 0 || DbDate2Quartal(m_alles.sErster) != sQuartal || m_alles.sLetzter > sHeute)
             return q;
         const int iMonat = (Zahl(sHeute.Mid(4, 2)) - 1) / 3 * 3 + 1;
         const CMxDate anfang(sHeute.Left(4) + RightFix(itoc(iMonat), 2, '0') + "01");
@@ -459,7 +464,7 @@ private:
         for (const CLSLst * pLst : vLst) {
             const bool bUeber = pLst->m_iF100Abweichung > m_auftrag.iGrenze * 100;
             if (bUeber) ++iUeber;
-            t.vZeilen.push_back({pLst->LSTKUERZEL, pLst->LSTNR, DezimalZelle(pLst->ANZAHL, 2),
+            t.vZeilen.push_back({pLst->LSTKUERZEL, pLst->LSTNR, Stueck(pLst->ANZAHL),
                                  DezimalZelle(pLst->m_iAnzJe100Fall, 2), DezimalZelle(pLst->m_iF100Soll, 2),
                                  DezimalZelle(pLst->m_iF100Abweichung, 2), itoc(pLst->m_iAnzDiff),
                                  bUeber ? "über der Grenze"_t : CString()});
@@ -476,7 +481,8 @@ private:
                                             "Fälle des ganzen Quartals zulassen.",
                                             q.iVergangen, q.vTage.size()));
         t.bild = SBild{.eBild = EBild::Abweichung,
-                       .sTitel = "Abweichung von der Norm, " + sName,
+                       .sTitel = "Abweichung von der Norm, " + sName + "; gestrichelt die Grenze von " +
+                                 std::to_string(m_auftrag.iGrenze) + " %",
                        .sText = std::to_string(iUeber) + " von " + std::to_string(vLst.size()) +
                                 " Leistungen sind über der Grenze von " + std::to_string(m_auftrag.iGrenze) +
                                 " %; sie tragen ein Dreieck.",
@@ -526,7 +532,7 @@ private:
                                              ZahlSpalte("Anteil", "%")});
         const auto Zeile = [&](const SKasse & k) {
             return std::vector<CString>{
-                k.sKuerzel,      itoc(k.iFaelle),          DezimalZelle(k.iAnzahl, 2),
+                k.sKuerzel,      itoc(k.iFaelle),          Stueck(k.iAnzahl),
                 Euro(k.iBetrag), Je(k.iBetrag, k.iFaelle), Prozent(k.iBetrag, gesamt.iBetrag)};
         };
         for (const SKasse & kasse : vKassen)
@@ -571,12 +577,11 @@ private:
             const auto Block = [&](std::size_t i) {
                 return bBlock && !aBlock[i].IsEmpty() ? Euro(aBlock[i]) : CString();
             };
-            t.vZeilen.push_back({Trim(pPlan->sPatNr), Trim(pPlan->sPlanNr),
-                                 DezimalZelle(pPlan->lst.ANZAHL, 2), Euro(iBetrag), Block(0), Block(1),
-                                 Block(2)});
+            t.vZeilen.push_back({Trim(pPlan->sPatNr), Trim(pPlan->sPlanNr), Stueck(pPlan->lst.ANZAHL),
+                                 Euro(iBetrag), Block(0), Block(1), Block(2)});
             if (m_auftrag.bMitNamen) t.vZeilen.back().push_back(pPlan->sName);
         }
-        t.vSumme = {"Gesamt", CString(), DezimalZelle(gesamt.ANZAHL, 2), Euro(gesamt.BETRAG)};
+        t.vSumme = {"Gesamt", CString(), Stueck(gesamt.ANZAHL), Euro(gesamt.BETRAG)};
         t.vSumme.resize(vSpalten.size());
         t.vSaetze.push_back(Mit(static_cast<std::int64_t>(vPlaene.size()), "Plan", "Pläne") +
                             " mit Leistungen" +

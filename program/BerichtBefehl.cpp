@@ -92,7 +92,6 @@ void FuehreBerichtAus(const CLI::App & app, SBerichtbefehl & befehl) {
     if (befehl.bVorjahr)
         auftrag.vVergleiche.push_back(Vorjahr(befehl, satz ? satz->Abfrage() : Auswahlworte(app)));
     if (!befehl.sVergleiche.empty()) auftrag.vVergleiche.push_back(Gespeichert(befehl, auftrag.sPraxis));
-    if (satz) auftrag.vFehlendeSpalten = satz->FehlendeSpalten();
 
     CStatAccu accu;
     const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf * pLauf) {
@@ -103,6 +102,7 @@ void FuehreBerichtAus(const CLI::App & app, SBerichtbefehl & befehl) {
     const SLaufrahmen rahmen{app, befehl.optionen, befehl.ausgabe, Zeige};
     if (satz) {
         satz->Lies(accu);
+        auftrag.vFehlendeSpalten = satz->FehlendeSpalten();
         ZeigeOhneLauf(rahmen, accu, satz->Abfragetext());
         return;
     }

@@ -115,9 +115,10 @@ private:
         for (std::size_t i = 0; i < m_vSpalten.size(); ++i) {
             const EZelle eZelle = m_vSpalten[i].eZelle;
             const bool bKopf = i == 0 && eZelle == EZelle::Text;
-            m_aus << (bKopf                    ? "<th scope=\"row\">"
-                      : eZelle == EZelle::Zahl ? "<td class=\"z\">"
-                                               : "<td>")
+            m_aus << (bKopf                     ? "<th scope=\"row\">"
+                      : eZelle == EZelle::Zahl  ? "<td class=\"z\">"
+                      : i != 0 && i == m_iMarke ? "<td class=\"marke\">"
+                                                : "<td>")
                   << Zelle(vZellen[i], eZelle) << (bKopf ? "</th>" : "</td>");
         }
         m_aus << "</tr>\n";
@@ -135,9 +136,10 @@ class CHtmlKarten final : public CAusgabe {
 public:
     explicit CHtmlKarten(std::ostream & aus) : m_aus(aus) { m_aus << "<dl class=\"karten\">\n"; }
     void Zeile(const std::vector<CString> & vZellen) override {
+        const bool bLeer = vZellen[1].IsEmpty();
         m_aus << "<div><dt>" << Zelle(vZellen[0], EZelle::Text) << "</dt><dd><span class=\"z\">"
-              << Zelle(vZellen[1], EZelle::Zahl) << "</span> <small>" << Zelle(vZellen[2], EZelle::Text)
-              << "</small></dd></div>\n";
+              << (bLeer ? "–" : Zelle(vZellen[1], EZelle::Zahl)) << "</span> <small>"
+              << Zelle(vZellen[2], EZelle::Text) << "</small></dd></div>\n";
     }
     void Ende() override { m_aus << "</dl>\n"; }
 

@@ -2,7 +2,11 @@
 (function () {
     "use strict";
 
-    const A4 = 690; // pixels between the margins
+    const A4 = 690, PAGE = 850; // pixels between the margins, and for a picture from top to bottom
+
+    function printing() {
+        return document.documentElement.classList.contains("druck");
+    }
 
     function number(text) {
         return text === "" ? null : Number(text.replace(/\./g, "").replace(",", "."));
@@ -62,7 +66,7 @@
         const values = {
             stacked: data.stacked,
             beginAtZero: true,
-            grid: { color: line, borderColor: line },
+            grid: { color: context => context.tick.value === 0 ? text : line, borderColor: line },
             ticks: { color: text, maxTicksLimit: width < 500 ? 5 : 9, maxRotation: 0 },
             title: { display: true, text: data.unit, color: text },
         };
@@ -102,7 +106,9 @@
         const box = figure.querySelector(".bild"), canvas = figure.querySelector("canvas");
         width = width || box.clientWidth;
         const bars = data.names.length * (data.stacked || data.series.length < 2 ? 1 : data.series.length);
-        const height = data.kind === "saeulen" ? Math.round(Math.min(360, Math.max(240, width * 0.45))) : bars * 22 + 90;
+        const height = data.kind === "saeulen"
+            ? Math.round(Math.min(360, Math.max(240, width * (printing() ? 0.36 : 0.45))))
+            : printing() ? Math.min(PAGE, bars * 15 + 80) : bars * 22 + 90;
         canvas.width = width;
         canvas.height = height;
         canvas.style.width = width + "px";
@@ -128,6 +134,7 @@
     }
 
     function drawAll(width) {
+        Chart.defaults.font.size = printing() ? 10 : 12;
         for (const figure of document.querySelectorAll("figure")) draw(figure, width);
     }
 
@@ -136,7 +143,7 @@
 
     let waiting = 0, lastWidth = document.body.clientWidth;
     window.addEventListener("resize", () => {
-        if (document.documentElement.classList.contains("druck") || document.body.clientWidth === lastWidth) return;
+        if (printing() || document.body.clientWidth === lastWidth) return;
         lastWidth = document.body.clientWidth;
         clearTimeout(waiting);
         waiting = setTimeout(drawAll, 150);
