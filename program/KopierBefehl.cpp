@@ -67,7 +67,9 @@ std::unique_ptr<CZeilenmenge> HalteStand(CZeilenspeicher & quelle) {
         for (CString & sText : vTexte)
             vFelder.push_back(&sText);
         auto pWeg = quelle.Oeffne(*pTabelle, {});
-        if (pWeg && pWeg->Naechste(vFelder) == ZEILE_OK) return pWeg;
+        const int iErgebnis = pWeg ? pWeg->Naechste(vFelder) : static_cast<int>(ZEILE_FEHLER);
+        if (iErgebnis == ZEILE_OK) return pWeg;
+        if (iErgebnis != ZEILE_KEINE) Scheitere("Die Praxisdatei lässt sich nicht lesen", quelle);
     }
     return nullptr;
 }

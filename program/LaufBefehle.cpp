@@ -73,7 +73,7 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
     const CPraxis praxis(befehl.optionen.sDatei,
                          befehl.satzort.bImBestand ? EModus::Schreiben : EModus::Lesen);
     std::optional<CSatz> satz;
-    if (!befehl.sName.empty()) satz.emplace(befehl.optionen.sDatei, befehl.satzort, befehl.sName);
+    if (app.count("--speichern") > 0) satz.emplace(befehl.optionen.sDatei, befehl.satzort, befehl.sName);
     CStatAccu accu;
     CWeggelassenes weggelassenes(accu, befehl.sWeggelassen == "alle");
     const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf * pLauf) {

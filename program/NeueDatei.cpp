@@ -135,7 +135,9 @@ bool CNeueDatei::PruefeZiel() const {
                                          "unterbrochen worden (\"orvostat check\" nimmt sie zurück)"
                                        : "der Rest einer anderen Datei dieses Namens"));
     if (bDa && m_eVorhanden == EVorhanden::MusterWeicht && !IstMuster(m_sDatei))
-        Verweigere(sName + " ist keine Musterpraxis und wird nicht überschrieben; --wirklich tut auch das.");
+        Verweigere(
+            sName +
+            " ist nicht als Musterpraxis erkennbar und wird nicht überschrieben; --wirklich tut auch das.");
     return bDa;
 }
 

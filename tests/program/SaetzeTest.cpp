@@ -34,8 +34,8 @@ TEST_F(CSaetzeTest, AReopenedStatisticHasTheSumsOfItsRun) {
         EXPECT_EQ(Laufe("pruefen a.db s" + sOrt).iCode, 0) << pWahl;
         EXPECT_EQ(Laufe("leistungen a.db --check --aus s" + sOrt).iCode, 0) << pWahl;
     }
-    EXPECT_EQ(Laufe("run a.db --hits --format csv --ohne-kopf --speichern h").sAus,
-              Laufe("oeffnen a.db h --hits --format csv --ohne-kopf").sAus);
+    const std::string sHits = Laufe("run a.db --hits --format csv --ohne-kopf --speichern h").sAus;
+    EXPECT_EQ(Laufe("oeffnen a.db h --hits --format csv --ohne-kopf").sAus, sHits);
     EXPECT_NE(Laufe("gespeichert a.db").sAus.find("\nh     LAUF  1"), std::string::npos);
 }
 
@@ -97,15 +97,13 @@ TEST_F(CSaetzeTest, DamageAndHandsAreTold) {
 TEST_F(CSaetzeTest, AFailedWriteLeavesTheEarlierSet) {
     ASSERT_EQ(Laufe("run a.db --patient 1001 --speichern s").iCode, 0);
     const std::string sVorher = Inhalt("stat/s.SVE") + Inhalt("stat/s.ISV");
-    EXPECT_EQ(Laufe({"run", "a.db", "--speichern", "s"}, "j\n", 5).iCode, 130);
     for (const std::string & sName :
-         {std::string("a/b"), std::string("CON"), std::string("lpt1.x"), std::string(".x"), std::string("x "),
-          std::string("a*b"), std::string(65, 'a'), std::string("a\tb")}) {
+         {std::string(), std::string("a/b"), std::string("CON"), std::string("lpt1.x"), std::string(".x"),
+          std::string("x "), std::string("a*b"), std::string(65, 'a'), std::string("a\tb")}) {
         const SProgrammende ende = Laufe({"run", "a.db", "--speichern", sName});
         EXPECT_EQ(ende.iCode, 1) << sName;
         EXPECT_NE(ende.sFehler.find("ist kein Name für eine Statistik: "), std::string::npos) << ende.sFehler;
     }
-    EXPECT_EQ(Laufe({"run", "a.db", "--speichern", ""}).iCode, 2);
     EXPECT_EQ(Laufe("run a.db --speichern s --daten a.db").iCode, 1);
     EXPECT_TRUE(Inhalt("stat/s.SVE") + Inhalt("stat/s.ISV") == sVorher);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Pfad("stat")), {}), 2);
