@@ -46,7 +46,21 @@ CString Behandlername(CStatAccu & accu, const CString & sNr) {
 }
 
 void OrdneNachQuartalen(std::vector<CBehHitLine> & vHits) {
-    std::ranges::stable_sort(vHits, {}, [](const CBehHitLine & hit) { return DbDate2Quartal(hit.DATUM); });
+    // Hits are large: their places are sorted, and each hit is moved once, along the cycles of the new order.
+    std::vector<std::pair<CString, std::size_t>> vOrdnung;
+    vOrdnung.reserve(vHits.size());
+    for (const CBehHitLine & hit : vHits)
+        vOrdnung.emplace_back(DbDate2Quartal(hit.DATUM), vOrdnung.size());
+    if (std::ranges::is_sorted(vOrdnung)) return;
+    std::ranges::sort(vOrdnung);
+    for (std::size_t i = 0; i < vHits.size(); ++i) {
+        if (vOrdnung[i].second == i) continue;
+        CBehHitLine erster = std::move(vHits[i]);
+        std::size_t iLeer = i;
+        for (std::size_t iVon; (iVon = std::exchange(vOrdnung[iLeer].second, iLeer)) != i; iLeer = iVon)
+            vHits[iLeer] = std::move(vHits[iVon]);
+        vHits[iLeer] = std::move(erster);
+    }
 }
 
 void LadeNormen(CPx100F & px, const CStatAccu & accu) {
