@@ -36,16 +36,6 @@ struct SLeistungsbefehl {
     SSatzoptionen satzort;
 };
 
-// Cases are counted quarter by quarter; within a quarter the order of the run stays.
-void OrdneNachQuartalen(std::vector<CBehHitLine> & vHits) {
-    std::ranges::stable_sort(vHits, {}, [](const CBehHitLine & hit) { return DbDate2Quartal(hit.DATUM); });
-}
-
-// The practice whose figures are asked for: the number of the owner that --mandant names, else all.
-CString Praxisnummer(const SLaufoptionen & optionen) {
-    return optionen.sMandant.empty() ? CString() : MandantOderErster(optionen.sMandant);
-}
-
 // Says what was compared and what differs; ends the command where something does.
 void ZeigePruefung(const SSummenpruefung & pruefung) {
     if (!pruefung.bGerechnet)
@@ -96,18 +86,6 @@ void FuehreLeistungenAus(const CLI::App & app, const SLeistungsbefehl & befehl) 
             SchreibeLeistungen(dokument, accu, sum, sPraxis, static_cast<ELeistungNach>(iNach));
         },
         PruefeLeistungen);
-}
-
-// Norms of the period, or where it is open of the hits' days.
-void LadeNormen(CPx100F & px, const CStatAccu & accu) {
-    CString sVon = accu.GetAbDatum();
-    CString sBis = accu.GetBisDatum();
-    if (const auto & vHits = accu.m_vBehHits; !vHits.empty()) {
-        const auto [itErster, itLetzter] = std::ranges::minmax_element(vHits, {}, &CBehHitLine::DATUM);
-        if (sVon.IsEmpty()) sVon = itErster->DATUM;
-        if (sBis.IsEmpty()) sBis = itLetzter->DATUM;
-    }
-    px.LoadBudgets(sVon, sBis);
 }
 
 void FuehreHundertAus(const CLI::App & app, const SLeistungsbefehl & befehl) {

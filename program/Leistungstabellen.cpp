@@ -1,8 +1,10 @@
 #include "Leistungstabellen.h"
 
+#include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <map>
@@ -17,6 +19,8 @@ constexpr int BREITE_ZAHL = 14;
 
 // Hundredths as a cell with two places.
 CString Hundertstel(std::int64_t i) { return DezimalZelle(i, 2); }
+
+} // namespace
 
 CString Zahlername(char c) {
     switch (c) {
@@ -40,6 +44,44 @@ CString Behandlername(CStatAccu & accu, const CString & sNr) {
     const int i = accu.FindLeb(sNr);
     return i < 0 ? sNr : accu.m_vLeb[static_cast<std::size_t>(i)].GetLebLine();
 }
+
+void OrdneNachQuartalen(std::vector<CBehHitLine> & vHits) {
+    // Hits are large: their places are sorted, and each hit is moved once, along the cycles of the new order.
+    std::vector<std::pair<CString, std::size_t>> vOrdnung;
+    vOrdnung.reserve(vHits.size());
+    for (const CBehHitLine & hit : vHits)
+        vOrdnung.emplace_back(DbDate2Quartal(hit.DATUM), vOrdnung.size());
+    if (std::ranges::is_sorted(vOrdnung)) return;
+    std::ranges::sort(vOrdnung);
+    for (std::size_t i = 0; i < vHits.size(); ++i) {
+        if (vOrdnung[i].second == i) continue;
+        CBehHitLine erster = std::move(vHits[i]);
+        std::size_t iLeer = i;
+        for (std::size_t iVon; (iVon = std::exchange(vOrdnung[iLeer].second, iLeer)) != i; iLeer = iVon)
+            vHits[iLeer] = std::move(vHits[iVon]);
+        vHits[iLeer] = std::move(erster);
+    }
+}
+
+void LadeNormen(CPx100F & px, const CStatAccu & accu) {
+    CString sVon = accu.GetAbDatum();
+    CString sBis = accu.GetBisDatum();
+    if (const auto & vHits = accu.m_vBehHits; !vHits.empty()) {
+        const auto [itErster, itLetzter] = std::ranges::minmax_element(vHits, {}, &CBehHitLine::DATUM);
+        if (sVon.IsEmpty()) sVon = itErster->DATUM;
+        if (sBis.IsEmpty()) sBis = itLetzter->DATUM;
+    }
+    px.LoadBudgets(sVon, sBis);
+}
+
+const char * Auslassgrund(const CLSSum & sum, const CBehHitLine & hit, const CString & sPraxis) {
+    if (sum.TestBehSelOk(hit, sPraxis)) return nullptr;
+    if (hit.GOSTATISTIKART == 0) return "ohne Statistikart";
+    if (hit.LSTIN.IsEmpty()) return "ohne Leistung";
+    return !sPraxis.IsEmpty() && hit.PRAXISNR != sPraxis ? "anderer Praxisinhaber" : "nicht zu zählen";
+}
+
+namespace {
 
 // ---- practice and treaters
 
@@ -218,17 +260,12 @@ void SchreibeNachLeistung(CDokument & dokument, CStatAccu & accu, const CLSPxLst
     tabelle.Ende();
 }
 
-// Why the statistic has fewer hits than the run. The reasons are asked in the order of TestBehSelOk.
+// Why the statistic has fewer hits than the run.
 void SchreibeAusgelassene(CDokument & dokument, const CStatAccu & accu, const CLSSum & sum,
                           const CString & sPraxis) {
     std::map<std::string, int> mapGrund;
-    for (const CBehHitLine & hit : accu.m_vBehHits) {
-        if (sum.TestBehSelOk(hit, sPraxis)) continue;
-        ++mapGrund[hit.GOSTATISTIKART == 0                         ? "ohne Statistikart"
-                   : hit.LSTIN.IsEmpty()                           ? "ohne Leistung"
-                   : !sPraxis.IsEmpty() && hit.PRAXISNR != sPraxis ? "anderer Praxisinhaber"
-                                                                   : "nicht zu zählen"];
-    }
+    for (const CBehHitLine & hit : accu.m_vBehHits)
+        if (const char * pGrund = Auslassgrund(sum, hit, sPraxis)) ++mapGrund[pGrund];
     std::string sSatz;
     for (const auto & [sGrund, iAnzahl] : mapGrund)
         sSatz += (sSatz.empty() ? "Nicht in der Statistik: " : ", ") + std::to_string(iAnzahl) + ' ' + sGrund;

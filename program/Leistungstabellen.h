@@ -36,6 +36,19 @@ struct SKassenwahl {
 // Each insurer with its values per case, and the selections of insurers.
 void SchreibeKassen(CDokument & dokument, CLSSum & sum, const CString & sPraxis, const SKassenwahl & wahl);
 
+// Cases are counted quarter by quarter; within a quarter the order of the run stays.
+void OrdneNachQuartalen(std::vector<CBehHitLine> & vHits);
+// The norms of the selected period, or where it is open of the hits' days.
+void LadeNormen(CPx100F & px, const CStatAccu & accu);
+
+// What a payer and a statistic kind are called: "Kasse", "a Konservierend/chirurgisch".
+[[nodiscard]] CString Zahlername(char c);
+[[nodiscard]] CString Artname(CStatAccu & accu, const CLSLstGrp & grp);
+// A treater's number and name; of one who is not known the number.
+[[nodiscard]] CString Behandlername(CStatAccu & accu, const CString & sNr);
+// Why the statistic of sPraxis leaves a hit out, in the order of CLSSum::TestBehSelOk; null for one that it has.
+[[nodiscard]] const char * Auslassgrund(const CLSSum & sum, const CBehHitLine & hit, const CString & sPraxis);
+
 // The ratios to watch, from the select pool; each with its name. Puts them into CKasArt100F::s_vVerhLst.
 void LadeVerhaeltnisse();
 

@@ -450,6 +450,14 @@ private:
 
 } // namespace
 
+CString Praxisnummer(const SLaufoptionen & o) {
+    return o.sMandant.empty() ? CString() : MandantOderErster(o.sMandant);
+}
+
+void LasseStichtagAllein(CLI::App & app) {
+    app.get_option("--stichtag")->remove_needs(app.get_option("--alter"));
+}
+
 void AmStichtag(const SLaufoptionen & o, const std::function<void()> & fTue) {
     if (o.sStichtag.empty()) return fTue();
     CStichtaguhr uhr(LiesDatum(o.sStichtag));

@@ -8,7 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 JOBS="${JOBS:-$(nproc)}"
 
 PACKAGES_PROGRAM=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libfmt-dev nlohmann-json3-dev
-    libssl-dev ccache)
+    libssl-dev libjs-chart.js ccache)
 # shellcheck disable=SC2034 # used by who sources this
 PACKAGES_TEST=("${PACKAGES_PROGRAM[@]}" libgtest-dev libbenchmark-dev clang libclang-rt-dev clang-format python3)
 
