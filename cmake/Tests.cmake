@@ -35,7 +35,7 @@ endfunction()
 # orvo_tests(<folder> USES <folder>...): sees the public headers of those folders and of both stores.
 function(orvo_tests folder)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "USES")
-    orvo_view(view test_${folder} ${arg_USES} store sqlite)
+    orvo_view(view test_${folder} ${arg_USES} store sqlite postgres)
     orvo_test_executable(${folder} ${view} ${arg_USES} ${ORVO_STORES})
 endfunction()
 
