@@ -28,7 +28,8 @@ function(orvo_test_executable folder include)
     endif()
     target_link_libraries(${target} PRIVATE GTest::gtest_main ${CMAKE_DL_LIBS})
     orvo_link_folders(${target} ${ARGN})
-    gtest_discover_tests(${target} TEST_PREFIX ${folder}. NO_PRETTY_VALUES
+    # Those that need a server share one, so they are one test.
+    gtest_discover_tests(${target} TEST_PREFIX ${folder}. NO_PRETTY_VALUES TEST_FILTER "-Server*"
         DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS ${folder})
 endfunction()
 
@@ -37,6 +38,10 @@ function(orvo_tests folder)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "USES")
     orvo_view(view test_${folder} ${arg_USES} store sqlite postgres)
     orvo_test_executable(${folder} ${view} ${arg_USES} ${ORVO_STORES})
+    if(folder STREQUAL "store" AND ORVOSTATBS_POSTGRES)
+        add_test(NAME store.Server COMMAND orvo_test_store --gtest_filter=Server*)
+        set_tests_properties(store.Server PROPERTIES TIMEOUT 300 LABELS store)
+    endif()
 endfunction()
 
 # The program's tests see everything and run the built program, whose path they get as ORVOSTATBS_PROGRAM_PATH.
