@@ -10,6 +10,7 @@
 #include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/host/Umgebung.h"
+#include "orvostatbs/host/detail/Reihenfolge.h"
 
 #include <algorithm>
 #include <string_view>
@@ -107,6 +108,7 @@ bool CStatAccu::GetGOData(CBehHitLine & hit) {
     }
     const CGOStruct & go = m_vGO.Lesend()[static_cast<std::size_t>(iPos)];
     hit.MoveGO(go);
+    hit.m_bOhnePunktwert = IstPunktArt(hit.GOART);
     Notiere(m_pSpur, EBewertung::Gebuehrenzeile,
             {.sText = go.m_sLst, .sText2 = go.m_sKuerzel, .cArt = go.m_cGoArt, .cUnterart = go.m_cGoSubArt});
     return true;
@@ -139,6 +141,7 @@ CString CStatAccu::FindInLstErsatz(const CString & sKuerzel) {
 // ---- point value
 
 bool CStatAccu::GetPunkte(CBehHitLine & hit) {
+    hit.m_bOhnePunktwert = false;
     if (hit.LSTNR.IsEmpty()) return true;
     if (hit.GOART == 'b' && hit.LSTNR == "1" && m_pFachbereiche != nullptr) PunkteOrdination(hit);
 
@@ -270,6 +273,8 @@ void CStatAccu::PunkteAusMischwert(CBehHitLine & hit) {
 // ---- amount
 
 void CStatAccu::GetBetrag(CBehHitLine & hit, CDBetrag * pAbschlag) {
+    Verlange(!hit.m_bOhnePunktwert,
+             "GetBetrag is called between GetGOData and GetPunkte: the hit has no point value yet.");
     if (hit.ABRMERKMAL == '=')
         BetragGespeichert(hit);
     else if (IstPrivatArt(hit.GOART))

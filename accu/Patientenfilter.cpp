@@ -4,6 +4,7 @@
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
+#include "orvostatbs/host/detail/Reihenfolge.h"
 
 #include <algorithm>
 
@@ -62,6 +63,7 @@ std::size_t SPatientenHash::operator()(const CString & sPatNr) const {
 // ---- the patient table
 
 bool CStatAccu::ReadPat(const CString & sPatNr) {
+    Verlange(m_pRPat != nullptr, "ReadPat is called outside of a run: DataSumVorlauf comes before.");
     m_pRPat->SetKey(1, true);
     return m_pRPat->GetByPatNr(sPatNr) == 0;
 }
@@ -78,6 +80,7 @@ int CStatAccu::FindPat(const CString & sPatNr, bool bNurIndex) {
 int CStatAccu::GetPat(const CString & sPatNr, bool) {
     int & iPos = m_mapPat.try_emplace(sPatNr, -1).first->second;
     if (iPos != -1) return iPos;
+    Verlange(m_pRPat != nullptr, "GetPat is called outside of a run: DataSumVorlauf comes before.");
     CPat pat;
     const CString sNr = sPatNr; // which may be that of an entry, and the table moves
     if (pat.ReadAndMovePat(sNr, m_pRPat, m_pRAdr, &m_rHistRecall)) {

@@ -3,6 +3,7 @@
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Leistungsarten.h"
+#include "orvostatbs/host/detail/Reihenfolge.h"
 
 #include <algorithm>
 #include <span>
@@ -41,6 +42,7 @@ bool KarteDeckt(const CVDesc & vdesc, const CString & sVon, const CString & sBis
 // ---- insurers
 
 int CStatAccu::ReadKas(const CString & sKuerzel) {
+    Verlange(m_pROrvoKas != nullptr, "ReadKas is called outside of a run: DataSumVorlauf comes before.");
     m_pROrvoKas->SetKey(1, false);
     m_pROrvoKas->SetForwardOnly(true);
     return m_pROrvoKas->LiesMit(1, MATCH_ALLE, {sKuerzel}) == 0 ? 0 : 1;
@@ -112,6 +114,7 @@ bool CStatAccu::GetKasFromAllVDesc(const CString & sPatNr) {
 // ---- periods
 
 bool CStatAccu::GetVDesc(const CString & sPatNr, const CString & sDatum) {
+    Verlange(m_pRVDesc != nullptr, "GetVDesc is called outside of a run: DataSumVorlauf comes before.");
     CTVDesc & rVDesc = *m_pRVDesc;
     const CString sNr = sPatNr; // which may be the record set's own, and the walk moves
     rVDesc.SetKey(1, false);
@@ -127,6 +130,7 @@ bool CStatAccu::GetVDesc(const CString & sPatNr, const CString & sDatum) {
 }
 
 CVDesc * CStatAccu::GetActVDesc(const CString & sPatNr, const CString & sDatum) {
+    Verlange(m_pRVDesc != nullptr, "GetActVDesc is called outside of a run: DataSumVorlauf comes before.");
     const CString sNr = sPatNr; // which may be the record set's own
     if (m_pRVDesc->FindMatching(sNr, sDatum, 0) != 0) return nullptr;
     CVDesc & vdesc = m_mapVDesc[sNr].emplace_back();

@@ -59,7 +59,8 @@ function(orvo_link_folders target)
     endforeach()
 endfunction()
 
-# orvo_library(<target> <exported name> <folder>...): the folders as one static library for other projects.
+# orvo_library(<target> <exported name> <folder>...): the folders as one library for other projects, shared or static as
+# BUILD_SHARED_LIBS says.
 function(orvo_library target exported)
     set(objects)
     foreach(folder IN LISTS ARGN)
@@ -71,10 +72,11 @@ function(orvo_library target exported)
     if(NOT objects)
         return()
     endif()
-    add_library(${target} STATIC ${objects})
+    add_library(${target} ${objects})
     add_library(OrvoStatBs::${exported} ALIAS ${target})
     orvo_compiler(${target})
-    set_target_properties(${target} PROPERTIES EXPORT_NAME ${exported} LINKER_LANGUAGE CXX)
+    set_target_properties(${target} PROPERTIES EXPORT_NAME ${exported} LINKER_LANGUAGE CXX
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
     target_include_directories(${target} INTERFACE
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     target_link_libraries(${target} PUBLIC ${CMAKE_DL_LIBS})

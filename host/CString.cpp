@@ -121,6 +121,21 @@ std::string_view CString::Gueltig(const char * pBytes) {
     return pBytes;
 }
 
+// Of an array of characters, its last 0 included if it has one.
+std::uint64_t CString::WortAusLiteral(std::string_view sUtf8) {
+    const std::size_t iEnde = sUtf8.find_last_not_of('\0') + 1;
+    std::string s;
+    for (std::size_t i = 0; i < iEnde;) {
+        const int iByte = wort::Byte1252(wort::LiesUtf8(sUtf8.data(), iEnde, i));
+        if (iByte < 0)
+            throw std::invalid_argument("a character of this literal is not in Windows-1252: " +
+                                        std::string(sUtf8.substr(0, iEnde)));
+        s += static_cast<char>(iByte);
+    }
+    CString sText{std::string_view(s)};
+    return std::exchange(sText.m_w, 0);
+}
+
 void CString::SetzeBytes(std::string_view sBytes) {
     if (wort::IstShared(m_w) && CSicht(*this).Text() == sBytes) return;
     *this = CString(sBytes);

@@ -1,8 +1,8 @@
 #include "orvostatbs/host/Faden.h"
 
+#include "orvostatbs/host/detail/Reihenfolge.h"
+
 #ifndef NDEBUG
-#include <cstdio>
-#include <cstdlib>
 #include <mutex>
 #include <thread>
 #endif
@@ -22,11 +22,9 @@ int s_iNutzungen = 0;
 void BeginneNutzung() {
     const std::lock_guard sperre(s_mutex);
     if (s_iNutzungen++ == 0) s_faden = std::this_thread::get_id();
-    if (s_faden == std::this_thread::get_id()) return;
-    std::fputs("OrvoStatBs: a second thread uses the engine while another one's run or record sets are open; "
-               "there is one run in a process at a time.\n",
-               stderr);
-    std::abort();
+    Verlange(s_faden == std::this_thread::get_id(), "a second thread uses the engine while another one's run "
+                                                    "or record sets are open; there is one run in "
+                                                    "a process at a time.");
 }
 
 void BeendeNutzung() {

@@ -7,6 +7,8 @@
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 
 namespace orvostat {
 
@@ -21,10 +23,6 @@ std::string_view OhneBlanks(std::string_view s) {
     return s.substr(0, s.find_last_not_of(' ') + 1);
 }
 
-void OhneVorzeichen(std::string_view & s) {
-    if (s.starts_with('-')) s.remove_prefix(1);
-}
-
 // Of a day only the month or the year may be known: "19560000".
 bool IstDatum(std::string_view s) {
     if (s.size() != 8 || !NurZiffern(s)) return false;
@@ -33,43 +31,73 @@ bool IstDatum(std::string_view s) {
     return GueltigesDatum(CString(s));
 }
 
-// Letter, blanks, sign, whole number and so many digits behind a point.
-bool IstBetrag(std::string_view s, std::size_t iNachkomma) {
-    if (s.starts_with('e')) s.remove_prefix(1);
-    s = OhneBlanks(s);
-    OhneVorzeichen(s);
-    const auto iPunkt = s.find('.');
-    if (!NurZiffern(s.substr(0, iPunkt))) return false;
-    if (iPunkt == s.npos) return true;
-    s.remove_prefix(iPunkt + 1);
-    return NurZiffern(s) && s.size() <= iNachkomma;
-}
+// How a number is written, and from where to where it is a plausible one, without what stands behind its point.
+struct SForm {
+    EArt eArt;
+    const char * pMangel;
+    std::size_t iNachkomma;
+    std::int64_t iVon;
+    std::int64_t iBis;
+};
+constexpr SForm FORMEN[] = {
+    {EArt::Zahl, "ist keine Zahl", 0, INT32_MIN, INT32_MAX},
+    {EArt::Betrag, "ist kein Betrag", 6, -1'000'000'000, 1'000'000'000}, // ten million
+    {EArt::Punktwert, "ist kein Punktwert", 4, 0, 1'000'000},            // a hundred
+    {EArt::Punkte, "ist keine Punktzahl", 0, 0, 10'000'000},             // a hundred thousand
+    {EArt::Menge, "ist keine Menge", 0, 0, 1'000'000},                   // ten thousand
+    {EArt::Faktor, "ist kein Faktor", 0, 0, 1'000'000},                  // a hundred
+};
 
-bool IstZahl(std::string_view s) {
+const char * MangelDerZahl(const SForm & form, std::string_view s) {
     s = OhneBlanks(s);
-    OhneVorzeichen(s);
-    return NurZiffern(s);
+    const bool bMinus = s.starts_with('-');
+    if (bMinus) s.remove_prefix(1);
+    const auto iPunkt = s.find('.');
+    const std::string_view sGanze = s.substr(0, iPunkt);
+    const std::string_view sRest = iPunkt == s.npos ? "0" : s.substr(iPunkt + 1);
+    if (!NurZiffern(sGanze) || !NurZiffern(sRest) || (iPunkt != s.npos && sRest.size() > form.iNachkomma))
+        return form.pMangel;
+    std::int64_t iWert = 0;
+    for (const char c : sGanze)
+        iWert = std::min<std::int64_t>(iWert * 10 + (c - '0'), INT64_MAX / 100);
+    if (bMinus) iWert = -iWert;
+    return iWert >= form.iVon && iWert <= form.iBis ? nullptr : "liegt außerhalb des Möglichen";
 }
 
 std::string Zitat(const CString & s) { return '"' + s.Utf8() + '"'; }
+
+// Without a row of these, deleted ones aside, no run is possible.
+struct SNoetig {
+    const STabelle * pTabelle;
+    const char * pFehlt;
+};
+constexpr SNoetig NOETIGE[] = {
+    {&SBeschreibung<CTPraxis_Fields>::tabelle, "die Praxis selbst fehlt"},
+    {&SBeschreibung<CTMandant_Fields>::tabelle, "die Praxis hat keinen Praxisinhaber"},
+    {&SBeschreibung<CTLeb_Fields>::tabelle, "die Praxis hat keinen Behandler"},
+};
+
+bool Geloescht(const STabelle & tabelle, CWerte vZeile) {
+    for (std::size_t i = 0; i < vZeile.size(); ++i)
+        if (tabelle.vSpalten[i].pName == std::string_view("GELOESCHT")) return *vZeile[i] == "1";
+    return false;
+}
 
 } // namespace
 
 const char * Mangel(EArt eArt, std::string_view s1252) {
     if (OhneBlanks(s1252).empty()) return nullptr;
-    switch (eArt) {
-    case EArt::Zahl:
-        return IstZahl(s1252) ? nullptr : "ist keine Zahl";
-    case EArt::Datum:
-        return IstDatum(s1252) ? nullptr : "ist kein Datum";
-    case EArt::Betrag:
-        return IstBetrag(s1252, 6) ? nullptr : "ist kein Betrag";
-    case EArt::Punktwert:
-        return IstBetrag(s1252, 4) ? nullptr : "ist kein Punktwert";
-    case EArt::Text:
-        break;
+    if (eArt == EArt::Datum) return IstDatum(s1252) ? nullptr : "ist kein Datum";
+    if (eArt == EArt::Faktor && s1252.starts_with('e')) eArt = EArt::Punktwert;
+    const auto * pForm = std::ranges::find(FORMEN, eArt, &SForm::eArt);
+    if (pForm == std::end(FORMEN)) return nullptr;
+    if (eArt == EArt::Menge) {
+        if (ismxdigit(s1252.front()) || s1252.front() == '-') return pForm->pMangel;
+        s1252.remove_prefix(1);
+        if (OhneBlanks(s1252).empty()) return nullptr;
     }
-    return nullptr;
+    if ((eArt == EArt::Betrag || eArt == EArt::Punktwert) && s1252.starts_with('e')) s1252.remove_prefix(1);
+    return MangelDerZahl(*pForm, s1252);
 }
 
 std::string Zeilenname(const STabelle & tabelle, CWerte vZeile) {
@@ -85,15 +113,19 @@ CPraxispruefung::CPraxispruefung(CZeilenspeicher & speicher, std::function<void(
 
 std::int64_t CPraxispruefung::Pruefe(const STabelle & tabelle) {
     std::int64_t iZeilen = 0;
+    const auto * pNoetig = std::ranges::find(NOETIGE, &tabelle, &SNoetig::pTabelle);
     const std::vector<SZiel> vZiele = Ziele(tabelle);
     CZeilenlauf lauf(m_speicher, tabelle);
     for (; lauf.Naechste(); ++iZeilen) {
         m_fSchritt();
         PruefeZeile(tabelle, lauf.Werte());
         PruefeVerweise(tabelle, vZiele, lauf.Werte());
+        if (pNoetig != std::end(NOETIGE) && !Geloescht(tabelle, lauf.Werte())) pNoetig = std::end(NOETIGE);
     }
     if (lauf.Ergebnis() != ZEILE_KEINE)
         m_fMangel(std::string(tabelle.pName) + ": die Tabelle ist nicht lesbar");
+    else if (pNoetig != std::end(NOETIGE))
+        m_fMangel(std::string(tabelle.pName) + ": " + pNoetig->pFehlt);
     for (int i = 1; i <= static_cast<int>(tabelle.vSchluessel.size()); ++i)
         PruefeReihenfolge(tabelle, i);
     return iZeilen;

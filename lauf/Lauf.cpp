@@ -2,6 +2,8 @@
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Oberflaeche.h"
+#include "orvostatbs/host/Praxispruefung.h"
+#include "orvostatbs/host/detail/Reihenfolge.h"
 
 #include <algorithm>
 #include <iterator>
@@ -15,6 +17,10 @@ constexpr std::int64_t FORTSCHRITT_SCHRITT = 512;
 
 bool Gleich(const CString & sGewaehlt, const CString & sWert) {
     return sGewaehlt.IsEmpty() || sGewaehlt == sWert;
+}
+
+bool Unlesbar(const CTBeh & beh) {
+    return Mangel(EArt::Menge, beh.m_ANZAHL.Sicht()) || Mangel(EArt::Faktor, beh.m_FAKTOR.Sicht());
 }
 
 struct SName {
@@ -157,6 +163,7 @@ void CLauf::LasseWeg(const CTBeh & beh, EWeglassgrund eGrund) {
 // next of its services shall enter the error), a mixed point value. Only what the plan gate refuses keeps the gate's
 // error and, since it refuses all of a plan, the value.
 bool CLauf::BaueHit(const CTBeh & beh) {
+    Verlange(m_accu.m_pRPat != nullptr, "BaueHit is called outside of a run: Vorlauf comes before.");
     const std::size_t iFehler = m_accu.m_vBehErrors.size();
     const std::size_t iPlaene = m_stand.vPlaene.size();
     const std::size_t iMischwerte = m_accu.m_vMischPwPlaene.size();
@@ -227,6 +234,7 @@ void CLauf::Baue(const CTBeh & beh) {
     if (!m_stand.grund || m_auftrag.bWeggelasseneBewerten) Bewerte(hit, pLeb, iPlan);
     if (m_stand.grund) return;
 
+    m_stand.zahlen.iUnlesbar += Unlesbar(beh) ? 1 : 0;
     m_stand.zahlen.iOhneBill += pBill == nullptr ? 1 : 0;
     m_stand.zahlen.iOhneKasse += bKasse ? 0 : 1;
     m_stand.zahlen.iOhnePatient += m_stand.iPat < 0 && !m_stand.bName ? 1 : 0;

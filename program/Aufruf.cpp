@@ -2,8 +2,14 @@
 
 #include "Datenbank.h"
 
+#include "orvostatbs/version.h"
+
+#include <algorithm>
 #include <iostream>
+#include <memory>
+#include <numeric>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -43,12 +49,59 @@ const CLI::Option * Gemeinte(const std::vector<const CLI::Option *> & vAngaben, 
     return pGemeinte;
 }
 
+// How many letters one has to add, drop or change to make the one of the other; 1 where their order alone differs.
+std::size_t Abstand(std::string_view sA, std::string_view sB) {
+    if (sA != sB && std::ranges::is_permutation(sA, sB)) return 1;
+    std::vector<std::size_t> vZeile(sB.size() + 1);
+    std::iota(vZeile.begin(), vZeile.end(), std::size_t{0});
+    for (std::size_t i = 0; i < sA.size(); ++i) {
+        std::size_t iSchraeg = std::exchange(vZeile[0], i + 1);
+        for (std::size_t j = 0; j < sB.size(); ++j) {
+            const std::size_t iTausch = iSchraeg + (sA[i] == sB[j] ? 0 : 1);
+            iSchraeg = vZeile[j + 1];
+            vZeile[j + 1] = std::min({iTausch, iSchraeg + 1, vZeile[j] + 1});
+        }
+    }
+    return vZeile.back();
+}
+
+std::string Klein(std::string_view s) { return CLI::detail::to_lower(std::string(s)); }
+
+std::vector<std::string> Namen(const std::vector<const CLI::App *> & vBefehle) {
+    std::vector<std::string> v;
+    for (const CLI::App * pBefehl : vBefehle)
+        v.push_back(pBefehl->get_name());
+    return v;
+}
+
+std::string KeinBefehl(const std::string & sWort, const CLI::App & befehl) {
+    const auto vBefehle = befehl.get_subcommands([](const CLI::App *) { return true; });
+    return fmt::format("Einen Befehl \"{}\" gibt es nicht.{}", sWort, Vorschlag(sWort, Namen(vBefehle)));
+}
+
+// Superfluous words; where one looks like an option, the option that it may stand for.
+std::string Ueberzaehlige(const std::vector<std::string> & vWorte,
+                          const std::vector<const CLI::Option *> & vAngaben) {
+    std::vector<std::string> vOptionen;
+    for (const CLI::Option * pAngabe : vAngaben)
+        for (const std::string & sName : pAngabe->get_lnames())
+            vOptionen.push_back("--" + sName);
+    std::string s = "Überzählig oder unbekannt: " + CLI::detail::join(vWorte, " ");
+    for (const std::string & sWort : vWorte)
+        if (sWort.starts_with('-')) {
+            const std::string sName = sWort.substr(0, sWort.find('='));
+            const std::string sVorschlag = Vorschlag(sName, vOptionen);
+            if (!sVorschlag.empty()) return s + "." + sVorschlag;
+        }
+    return s;
+}
+
 std::string Fehlendes(const CLI::App & befehl, const std::vector<const CLI::Option *> & vAngaben) {
     for (const CLI::Option * pAngabe : vAngaben)
         if (pAngabe->get_required() && pAngabe->count() == 0) return "Es fehlt: " + pAngabe->get_name();
     const std::vector<std::string> vRest = befehl.remaining();
     if (vRest.empty()) return "Es fehlt ein Befehl.";
-    return fmt::format("Einen Befehl \"{}\" gibt es nicht.", vRest.front());
+    return KeinBefehl(vRest.front(), befehl);
 }
 
 // A pair of options of which the first is given, and the second, which it names, is given or not.
@@ -85,7 +138,7 @@ std::string Meldung(const CLI::App & app, const CLI::ParseError & fehler) {
     else if (dynamic_cast<const CLI::RequiredError *>(&fehler) != nullptr)
         s = Fehlendes(*vBefehle.back(), vAngaben);
     else if (dynamic_cast<const CLI::ExtrasError *>(&fehler) != nullptr)
-        s = fmt::format("Überzählig oder unbekannt: {}", CLI::detail::rjoin(app.remaining(true), " "));
+        s = Ueberzaehlige(app.remaining(true), vAngaben);
     else if (dynamic_cast<const CLI::RequiresError *>(&fehler) != nullptr)
         s = Paar(vAngaben, &CLI::Option::get_needs, false, "{} geht nur zusammen mit {}");
     else if (dynamic_cast<const CLI::ExcludesError *>(&fehler) != nullptr)
@@ -108,8 +161,8 @@ std::string Befehlszeile(const CLI::App & befehl) {
 }
 
 constexpr const char * FUSSZEILE =
-    "orvostat BEFEHL --help erklärt einen Befehl, orvostat hvm DATEI BEFEHL --help einen von hvm.\n"
-    "Tage: TT.MM.JJJJ oder JJJJMMTT.\n"
+    "orvostat help BEFEHL erklärt einen Befehl, orvostat help hvm BEFEHL einen von hvm.\n"
+    "Tage: TT.MM.JJJJ, JJJJ-MM-TT oder JJJJMMTT. Worte wie csv oder nw gelten groß und klein.\n"
     "Ende: 0 in Ordnung, 1 verweigert oder gescheitert, 2 falscher Aufruf, 130 abgebrochen.";
 
 int BeendeAusgabe() {
@@ -128,7 +181,46 @@ void GruppiereHilfe(CLI::App & app) {
     }
 }
 
+// The command help: the help of the program or of the command whose words follow.
+void FuegeHilfeHinzu(CLI::App & app) {
+    const auto pWorte = std::make_shared<std::vector<std::string>>();
+    CLI::App * pHilfe = app.add_subcommand("help", "Erklärt das Programm oder einen Befehl");
+    pHilfe->add_option("BEFEHL", *pWorte, "Der Befehl, auch zwei Worte wie hvm set");
+    pHilfe->callback([&app, pWorte] {
+        CLI::App * pBefehl = &app;
+        for (const std::string & sWort : *pWorte) {
+            const auto v = pBefehl->get_subcommands([&](const CLI::App * p) { return p->check_name(sWort); });
+            if (v.empty()) throw CLI::ValidationError(KeinBefehl(sWort, *pBefehl));
+            pBefehl = v.front();
+        }
+        std::cout << pBefehl->get_formatter()->make_help(pBefehl, Befehlszeile(*pBefehl),
+                                                         CLI::AppFormatMode::Normal);
+    });
+}
+
 } // namespace
+
+bool GleichesWort(std::string_view sA, std::string_view sB) { return Klein(sA) == Klein(sB); }
+
+std::string Vorschlag(std::string_view sWort, const std::vector<std::string> & vWorte) {
+    const std::string sGesucht = Klein(sWort);
+    std::string sBestes;
+    std::size_t iBester = std::max<std::size_t>(1, sGesucht.size() / 4) + 1;
+    for (const std::string & s : vWorte) {
+        const std::string sKlein = Klein(s);
+        const bool bAnfang = sGesucht.size() > 3 && sKlein.starts_with(sGesucht);
+        const std::size_t iAbstand = bAnfang ? 1 : Abstand(sGesucht, sKlein);
+        if (iAbstand >= iBester) continue;
+        iBester = iAbstand;
+        sBestes = s;
+    }
+    return sBestes.empty() ? std::string() : " Meinten Sie " + sBestes + '?';
+}
+
+CLI::Validator NichtLeer() {
+    return CLI::Validator(
+        [](const std::string & sWert) { return sWert.empty() ? "die Angabe ist leer" : std::string(); }, "");
+}
 
 CLI::Validator Bereich(long long iVon, long long iBis) {
     const auto Pruefe = [=](const std::string & sWert) {
@@ -140,14 +232,13 @@ CLI::Validator Bereich(long long iVon, long long iBis) {
     return CLI::Validator(Pruefe, "");
 }
 
-CLI::Validator EinesVon(std::vector<std::string> vWorte) {
-    const auto Pruefe = [vWorte = std::move(vWorte)](const std::string & sWert) {
-        std::string sListe;
-        for (const std::string & sWort : vWorte) {
-            if (sWort == sWert) return std::string();
-            sListe += (sListe.empty() ? "" : ", ") + sWort;
-        }
-        return '"' + sWert + "\" ist keines von " + sListe;
+CLI::Validator Wortwahl(std::vector<std::string> vWorte) {
+    const auto Pruefe = [vWorte = std::move(vWorte)](std::string & sWert) {
+        const auto it =
+            std::ranges::find_if(vWorte, [&](const std::string & s) { return GleichesWort(s, sWert); });
+        if (it == vWorte.end()) return '"' + sWert + "\" ist keines von " + CLI::detail::join(vWorte, ", ");
+        sWert = *it;
+        return std::string();
     };
     return CLI::Validator(Pruefe, "");
 }
@@ -161,7 +252,7 @@ void OptionFormat(CLI::App & befehl, EFormat & eFormat) {
             if (sName == sGewaehlt) eFormat = eWert;
     };
     befehl.add_option_function<std::string>("--format", Setze, "table, csv oder json")
-        ->check(EinesVon(vNamen))
+        ->transform(Wortwahl(vNamen))
         ->type_name("FORMAT");
 }
 
@@ -174,6 +265,7 @@ void Beschrifte(CLI::App & app) {
     app.option_defaults()->group("Optionen");
     app.set_version_flag("--version", "orvostat " ORVOSTATBS_VERSION, "Zeigt die Version")->group("Optionen");
     app.require_subcommand(1);
+    app.ignore_case();
     const auto pForm = app.get_formatter();
     pForm->column_width(28);
     pForm->label("Usage", "Aufruf");
@@ -190,6 +282,7 @@ void Beschrifte(CLI::App & app) {
 }
 
 int FuehreAus(CLI::App & app, int argc, const char * const * argv) {
+    FuegeHilfeHinzu(app);
     GruppiereHilfe(app);
     app.footer(FUSSZEILE); // of the program alone: commands have taken over what was there before
     try {

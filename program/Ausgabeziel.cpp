@@ -28,7 +28,7 @@ constexpr std::string_view DATENBANKANFANG = "SQLite format 3";
 
 bool IstDatenbank(const std::string & sDatei) {
     std::array<char, DATENBANKANFANG.size()> ac{};
-    std::ifstream(sDatei, std::ios::binary).read(ac.data(), ac.size());
+    std::ifstream(sDatei, std::ios::binary).read(ac.data(), static_cast<std::streamsize>(ac.size()));
     return std::string_view(ac.data(), ac.size()) == DATENBANKANFANG;
 }
 
@@ -93,12 +93,7 @@ void FuegeAusgabeHinzu(CLI::App & app, SAusgabeoptionen & optionen) {
     CLI::Option * pDatei =
         app.add_option("-o,--ausgabe", optionen.sDatei, "In diese Datei, ganz oder gar nicht")
             ->type_name("NAME");
-    pDatei->group(AUSGABEGRUPPE)
-        ->check(CLI::Validator(
-            [](const std::string & s) {
-                return s.empty() ? std::string("der Dateiname ist leer") : std::string();
-            },
-            ""));
+    pDatei->group(AUSGABEGRUPPE)->check(NichtLeer());
     app.add_flag("--force", optionen.bErsetzen, "Eine Datei dieses Namens ersetzen")
         ->needs(pDatei)
         ->group(AUSGABEGRUPPE);
@@ -113,6 +108,7 @@ CAusgabeziel::CAusgabeziel(const SAusgabeoptionen & optionen) : m_optionen(optio
     m_iHandle = mkstemp(sName.data());
     if (m_iHandle < 0) Scheitere(optionen.sDatei, errno);
     m_sVorlaeufig = sName;
+    m_schutz.emplace(m_sVorlaeufig);
     m_datei.open(m_sVorlaeufig, std::ios::binary);
     m_sauber.emplace(m_datei);
 }
@@ -178,7 +174,7 @@ std::vector<SKopfzeile> Ausgabekopf(const std::string & sPraxisdatei, const CStr
     if (!sBis.IsEmpty()) sZeitraum += (sVon.IsEmpty() ? "bis " : " bis ") + Db2Date(sBis).Utf8();
     const SZeitpunkt jetzt = Uhr().Jetzt();
     std::vector<SKopfzeile> v = {
-        {"Datei", sPraxisdatei},
+        {"Datei", Praxisname(sPraxisdatei)},
         {"Zeitraum", sZeitraum.empty() ? "alle Tage" : sZeitraum},
         {"Auswahl", sAuswahl.empty() ? "alles" : sAuswahl},
         {"Version", Version()},

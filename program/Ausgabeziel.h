@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Ausgabe.h"
-#include "Steuerzeichenfilter.h"
+#include "Konsole.h"
 
 #include <fstream>
 #include <memory>
@@ -28,8 +28,8 @@ inline constexpr const char * AUSGABEGRUPPE = "Ausgabe";
 // Adds --format, -o, --force and --ohne-kopf; optionen must outlive app.
 void FuegeAusgabeHinzu(CLI::App & app, SAusgabeoptionen & optionen);
 
-// Until Fertig the file has a name of its own beside the wanted one, and is the user's alone. A database is never
-// replaced.
+// Until Fertig the file has a name of its own beside the wanted one, and is the user's alone. What fails, is cancelled or
+// ended by a signal leaves nothing behind. A database is never replaced.
 class CAusgabeziel {
 public:
     // Ends the command with exit code 1 where the name is taken and may not be replaced, or no file can be made.
@@ -47,6 +47,7 @@ public:
 private:
     const SAusgabeoptionen & m_optionen;
     std::string m_sVorlaeufig; // empty: no file, or not any more
+    std::optional<CSignalschutz> m_schutz;
     int m_iHandle = -1;
     std::ofstream m_datei;
     std::optional<CSauber> m_sauber;

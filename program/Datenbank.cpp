@@ -4,34 +4,20 @@
 #include "Praxis.h"
 
 #include "orvostatbs/host/Oberflaeche.h"
+#ifdef ORVOSTATBS_POSTGRES
+#include "orvostatbs/postgres/PostgresSpeicher.h"
+#endif
 
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
+#include <cstdlib>
 #include <iostream>
-#include <system_error>
+#include <string_view>
+#include <utility>
 
 namespace orvostat {
 
 namespace {
-
-namespace fs = std::filesystem;
-
-// The file and what SQLite may have left beside it.
-void Entferne(const std::string & sDatei) {
-    std::error_code fehler;
-    for (const char * pEndung : {"", "-journal", "-wal", "-shm"})
-        fs::remove(sDatei + pEndung, fehler);
-}
-
-void PruefeZiel(const std::string & sDatei, bool bErsetzen) {
-    std::error_code fehler;
-    if (!fs::path(sDatei).has_filename()) Verweigere("\"" + sDatei + "\" ist kein Dateiname.");
-    const fs::file_status status = fs::status(sDatei, fehler);
-    if (!fs::exists(status)) return;
-    if (!fs::is_regular_file(status)) Verweigere("\"" + sDatei + "\" ist keine gewöhnliche Datei.");
-    if (!bErsetzen) Verweigere("\"" + sDatei + "\" gibt es schon und wird nicht überschrieben.");
-}
 
 // Why a file failed, for behind "...: "; empty where only SQLite has words for it.
 const char * Ursachentext(ESpeicherursache eUrsache) {
@@ -59,16 +45,103 @@ const char * Ursachentext(ESpeicherursache eUrsache) {
     return "";
 }
 
+// The database as libpq takes it, and the practice.
+std::pair<std::string, std::string> Serverangabe(std::string s) {
+    constexpr std::string_view WORT = "praxis=";
+    std::size_t i = s.find(WORT);
+    while (i != s.npos && s[i - 1] != '?' && s[i - 1] != '&')
+        i = s.find(WORT, i + 1);
+    if (i == s.npos) return {std::move(s), {}};
+    const std::size_t iEnde = s.find('&', i);
+    std::string sPraxis;
+    for (std::size_t j = i + WORT.size(); j < std::min(iEnde, s.size()); ++j) {
+        const bool bZahl = s[j] == '%' && j + 2 < s.size();
+        sPraxis += bZahl ? static_cast<char>(std::strtol(s.substr(j + 1, 2).c_str(), nullptr, 16)) : s[j];
+        if (bZahl) j += 2;
+    }
+    if (iEnde == s.npos)
+        s.erase(i - 1);
+    else
+        s.erase(i, iEnde + 1 - i);
+    return {std::move(s), std::move(sPraxis)};
+}
+
+#ifdef ORVOSTATBS_POSTGRES
+std::shared_ptr<CZeilenspeicher> OeffneServer(const std::string & sDatei, EModus eModus) {
+    const EServermodus eServermodus = eModus == EModus::Lesen       ? EServermodus::Lesen
+                                      : eModus == EModus::Schreiben ? EServermodus::Schreiben
+                                                                    : EServermodus::Anlegen;
+    const auto [sVerbindung, sPraxis] = Serverangabe(sDatei);
+    CString sMeldung;
+    auto pSpeicher = CPostgresSpeicher::OeffneServer(sVerbindung, sPraxis, eServermodus, sMeldung);
+    if (!pSpeicher) Verweigere(sMeldung.Utf8());
+    return pSpeicher;
+}
+std::string Servername(const std::string & sVerbindung) {
+    return CPostgresSpeicher::Anzeigename(sVerbindung);
+}
+#else
+std::shared_ptr<CZeilenspeicher> OeffneServer(const std::string &, EModus) {
+    Verweigere("Dieses Programm ist ohne die Anbindung an einen Server gebaut.");
+}
+std::string Servername(const std::string &) { return "Server"; }
+#endif
+
 } // namespace
 
+bool IstServer(const std::string & sDatei) {
+    return sDatei.starts_with("postgresql://") || sDatei.starts_with("postgres://");
+}
+
+std::string MitPraxis(const std::string & sDatei, const std::string & sPraxis) {
+    if (!IstServer(sDatei))
+        Verweigere("Eine Praxisdatei hält nur eine Praxis; --praxis gilt für einen Server.");
+    static constexpr char ZIFFERN[] = "0123456789ABCDEF";
+    std::string s = Serverangabe(sDatei).first;
+    s += s.find('?') == s.npos ? "?praxis=" : "&praxis=";
+    for (const char c : sPraxis)
+        (s += '%') +=
+            {ZIFFERN[static_cast<unsigned char>(c) >> 4], ZIFFERN[static_cast<unsigned char>(c) & 15]};
+    return s;
+}
+
+std::string Praxisname(const std::string & sDatei) {
+    if (!IstServer(sDatei)) return sDatei;
+    const auto [sVerbindung, sPraxis] = Serverangabe(sDatei);
+    return Servername(sVerbindung) + (sPraxis.empty() ? "" : ", Praxis \"" + sPraxis + '"');
+}
+
+void VerweigereServer(const std::string & sDatei) {
+    if (IstServer(sDatei))
+        Verweigere("Das geht nur mit einer Praxisdatei. \"orvostat copy\" macht eine aus der Praxis auf dem "
+                   "Server.");
+}
+
+std::shared_ptr<CZeilenspeicher> OeffnePraxis(const std::string & sDatei, EModus eModus) {
+    if (IstServer(sDatei)) return OeffneServer(sDatei, eModus);
+    return OeffneSpeicher(sDatei, eModus);
+}
+
 std::string Fehlergrund(const CZeilenspeicher * pSpeicher) {
+#ifdef ORVOSTATBS_POSTGRES
+    if (const auto * pServer = dynamic_cast<const CPostgresSpeicher *>(pSpeicher)) {
+        const std::string sGrund = Ursachentext(pServer->LetzteUrsache());
+        return sGrund.empty() ? pServer->LetzterFehler() : sGrund;
+    }
+#endif
     const auto * pSqlite = dynamic_cast<const CSqliteSpeicher *>(pSpeicher);
     if (pSqlite == nullptr) return {};
     const std::string sGrund = Ursachentext(pSqlite->LetzteUrsache());
     return sGrund.empty() ? pSqlite->LetzterFehler() : sGrund;
 }
 
+void Scheitere(const std::string & sSatz, const CZeilenspeicher & speicher) {
+    const std::string sGrund = Fehlergrund(&speicher);
+    Verweigere(sSatz + (sGrund.empty() ? "." : ": " + sGrund + "."));
+}
+
 std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EModus eModus) {
+    VerweigereServer(sDatei);
     CString sMeldung;
     auto pSpeicher = CSqliteSpeicher::OeffneDatei(sDatei, eModus, sMeldung);
     if (pSpeicher) return pSpeicher;
@@ -81,35 +154,6 @@ bool NimmUnterbrocheneZurueck(const std::string & sDatei) {
     CString sMeldung;
     if (!CSqliteSpeicher::NimmZurueck(sDatei, sMeldung)) Verweigere(sMeldung.Utf8());
     return true;
-}
-
-CNeueDatei::CNeueDatei(const std::string & sDatei, bool bErsetzen)
-    : m_sDatei(sDatei), m_sVorlaeufig(sDatei + ".neu") {
-    PruefeZiel(m_sDatei, bErsetzen);
-    Entferne(m_sVorlaeufig);
-    std::error_code fehler;
-    if (fs::exists(m_sVorlaeufig, fehler)) Verweigere("\"" + m_sVorlaeufig + "\" steht im Weg.");
-    CString sMeldung;
-    m_pSpeicher = CSqliteSpeicher::OeffneDatei(m_sVorlaeufig, EModus::NeuUngesichert, sMeldung);
-    if (m_pSpeicher) return;
-    // The user knows the file by its own name.
-    sMeldung.Replace(AusUtf8(m_sVorlaeufig), AusUtf8(m_sDatei));
-    Verweigere(sMeldung.Utf8());
-}
-
-CNeueDatei::~CNeueDatei() {
-    if (!m_pSpeicher) return;
-    m_pSpeicher.reset();
-    Entferne(m_sVorlaeufig);
-}
-
-void CNeueDatei::Fertig() {
-    m_pSpeicher.reset();
-    std::error_code fehler;
-    fs::rename(m_sVorlaeufig, m_sDatei, fehler);
-    if (!fehler) return;
-    Entferne(m_sVorlaeufig);
-    Verweigere("\"" + m_sDatei + "\" lässt sich nicht anlegen; vermutlich fehlt die Berechtigung.");
 }
 
 void Fortschritt(std::int64_t iPos, std::int64_t iMax) {

@@ -16,6 +16,19 @@ enum EEnde : int {
     ENDE_ABBRUCH = 130, // cancelled by the user
 };
 
+// Whether a practice lies on a server: what the user has named is "postgresql://...", with "praxis=ID" as one more
+// parameter where the database has several. Everything below that speaks of a file refuses it.
+[[nodiscard]] bool IstServer(const std::string & sDatei);
+// The same with a practice named; ends the command where it is a file.
+[[nodiscard]] std::string MitPraxis(const std::string & sDatei, const std::string & sPraxis);
+// How a practice is named in what a user reads or keeps: the file as it was given, a database without password.
+[[nodiscard]] std::string Praxisname(const std::string & sDatei);
+// Opens a practice in a file or on a server, to read or to write; or makes one on a server, which is there as soon as a
+// group has taken effect. One that is refused ends the command.
+[[nodiscard]] std::shared_ptr<CZeilenspeicher> OeffnePraxis(const std::string & sDatei, EModus eModus);
+// Ends the command where the practice lies on a server.
+void VerweigereServer(const std::string & sDatei);
+
 // Opens a practice file. A file that is refused ends the command with its reason and exit code 1; where a crash has
 // left a change half done, that names the command that mends it.
 [[nodiscard]] std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EModus eModus);
@@ -26,26 +39,8 @@ enum EEnde : int {
 
 // Why the last read or write of a practice file failed, for behind "...: "; empty where the store does not know.
 [[nodiscard]] std::string Fehlergrund(const CZeilenspeicher * pSpeicher);
-
-// A new practice file that appears under its name only when it is complete.
-class CNeueDatei {
-public:
-    // Ends the command with exit code 1 where the name is taken and bErsetzen is not set, or no file can be made.
-    CNeueDatei(const std::string & sDatei, bool bErsetzen);
-    // Removes what is not complete.
-    ~CNeueDatei();
-    CNeueDatei(const CNeueDatei &) = delete;
-    CNeueDatei & operator=(const CNeueDatei &) = delete;
-
-    [[nodiscard]] CSqliteSpeicher & Speicher() { return *m_pSpeicher; }
-    // Closes the file and gives it its name; ends the command where that fails.
-    void Fertig();
-
-private:
-    std::string m_sDatei;
-    std::string m_sVorlaeufig;
-    std::shared_ptr<CSqliteSpeicher> m_pSpeicher;
-};
+// Ends the command like Verweigere with a sentence, given without its point, and that reason.
+[[noreturn]] void Scheitere(const std::string & sSatz, const CZeilenspeicher & speicher);
 
 // Moves the progress box. Ends the command with exit code 130 when the user cancels and confirms it.
 void Fortschritt(std::int64_t iPos, std::int64_t iMax);

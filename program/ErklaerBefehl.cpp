@@ -139,7 +139,7 @@ void FuegeExplainHinzu(CLI::App & app) {
     SLaufoptionen & optionen = pBefehl->optionen;
     SLaufauftrag & auftrag = optionen.auftrag;
     pApp->add_option("DATEI", optionen.sDatei, "Die Praxisdatei")->required();
-    pApp->add_option("--datum", pBefehl->sDatum, "Tag, TT.MM.JJJJ oder JJJJMMTT")->required();
+    pApp->add_option("--datum", pBefehl->sDatum, "Tag, TT.MM.JJJJ, JJJJ-MM-TT oder JJJJMMTT")->required();
     pApp->add_option("--lst", pBefehl->sLeistung, "Nur diese Leistungsnummer zeigen");
     // The options of a run: what it would not count is shown with the reason.
     FuegeSelektionHinzu(*pApp, optionen);
@@ -152,7 +152,7 @@ void FuegeExplainHinzu(CLI::App & app) {
     pApp->callback([pApp, pBefehl, pErsatz] {
         pBefehl->optionen.auftrag.bErsatz = pErsatz->count() > 0;
         const CPraxis praxis(pBefehl->optionen.sDatei, EModus::Lesen);
-        CErklaerung(*pApp, *pBefehl).Zeige();
+        AmStichtag(pBefehl->optionen, [&] { CErklaerung(*pApp, *pBefehl).Zeige(); });
     });
 }
 

@@ -13,6 +13,13 @@ constexpr SAusgabespalte SPALTEN[] = {
 
 } // namespace
 
+std::vector<std::string> Landeskuerzel() {
+    std::vector<std::string> v;
+    for (const SBundesland & land : Bundeslaender())
+        v.emplace_back(land.sKuerzel);
+    return v;
+}
+
 void SchreibeFeiertage(std::ostream & aus, EFormat eFormat, const std::vector<SFeiertag> & vFeiertage) {
     const auto pAusgabe = CAusgabe::Neu(eFormat, aus, SPALTEN);
     for (const SFeiertag & tag : vFeiertage)

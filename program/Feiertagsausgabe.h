@@ -6,9 +6,13 @@
 #include "orvostatbs/calendar/Feiertage.h"
 
 #include <iosfwd>
+#include <string>
 #include <vector>
 
 namespace orvostat {
+
+// The codes of the federal states, for the command line: "BB", "BE" ...
+[[nodiscard]] std::vector<std::string> Landeskuerzel();
 
 // The columns datum, wochentag, name.
 void SchreibeFeiertage(std::ostream & aus, EFormat eFormat, const std::vector<SFeiertag> & vFeiertage);

@@ -11,6 +11,7 @@
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/lauf/Lauf.h"
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 
@@ -52,8 +53,9 @@ int Oeffne(CTBeh & beh, const SAuswahl & auswahl, const CString & sVon, const CS
 void Zeige(const CLI::App & app, const SAuswahl & auswahl) {
     const CString sVon = Grenze(auswahl.sVon, ERSTER_TAG);
     const CString sBis = Grenze(auswahl.sBis, LETZTER_TAG);
+    PruefeFolge("--bis", sVon, sBis);
     const CPraxis praxis(auswahl.sDatei, EModus::Lesen);
-    const CString sBehandler = auswahl.sBehandler.empty() ? CString() : PruefeBehandler(auswahl.sBehandler);
+    const std::vector<CString> vBehandler = PruefeBehandlerliste(auswahl.sBehandler);
     CAusgabeziel ziel(auswahl.ausgabe);
     CStatAccu accu;
     CLauf lauf(accu, ROH);
@@ -70,7 +72,7 @@ void Zeige(const CLI::App & app, const SAuswahl & auswahl) {
     for (; i == ZEILE_OK && (auswahl.iLimit == 0 || iHits < auswahl.iLimit); i = beh.Next()) {
         if ((bAbbruch = AbbruchVerlangt())) break;
         if (beh.m_DATUM < sVon || beh.m_DATUM > sBis ||
-            (!sBehandler.IsEmpty() && beh.m_BEHANDLERNR != sBehandler))
+            (!vBehandler.empty() && std::ranges::find(vBehandler, beh.m_BEHANDLERNR) == vBehandler.end()))
             continue;
         lauf.BaueHit(beh);
         tabelle.Zeile(accu.m_BehHit);
@@ -90,10 +92,16 @@ void FuegeHitsHinzu(CLI::App & app) {
     CLI::App * pBefehl = app.add_subcommand("hits", "Zeigt die Hits der Behandlungen, unbewertet");
     auto pAuswahl = std::make_shared<SAuswahl>();
     pBefehl->add_option("DATEI", pAuswahl->sDatei, "Die Praxisdatei")->required();
-    pBefehl->add_option("--von", pAuswahl->sVon, "Erster Tag, TT.MM.JJJJ oder JJJJMMTT")->type_name("TAG");
-    pBefehl->add_option("--bis", pAuswahl->sBis, "Letzter Tag")->type_name("TAG");
-    pBefehl->add_option("--patient", pAuswahl->sPatient, "Nur dieser Patient")->type_name("NR");
-    pBefehl->add_option("--behandler", pAuswahl->sBehandler, "Nur dieser Behandler")->type_name("NR");
+    pBefehl->add_option("--von", pAuswahl->sVon, "Erster Tag, TT.MM.JJJJ, JJJJ-MM-TT oder JJJJMMTT")
+        ->check(NichtLeer())
+        ->type_name("TAG");
+    pBefehl->add_option("--bis", pAuswahl->sBis, "Letzter Tag")->check(NichtLeer())->type_name("TAG");
+    pBefehl->add_option("--patient", pAuswahl->sPatient, "Nur dieser Patient")
+        ->check(NichtLeer())
+        ->type_name("NR");
+    pBefehl->add_option("--behandler", pAuswahl->sBehandler, "Ein Behandler oder mehrere mit Komma")
+        ->check(NichtLeer())
+        ->type_name("NR");
     pBefehl->add_option("--limit", pAuswahl->iLimit, "Höchstens so viele Hits")
         ->check(Bereich(1, 1'000'000'000))
         ->type_name("ZAHL");

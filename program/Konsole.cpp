@@ -1,5 +1,6 @@
 #include "Konsole.h"
 
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <iostream>
@@ -13,18 +14,33 @@ namespace {
 // How often Ctrl-C was pressed since the last question.
 volatile std::sig_atomic_t s_iGedrueckt = 0;
 
+// What shall not outlive the program.
+std::atomic<const char *> s_pUnfertig = nullptr;
+static_assert(std::atomic<const char *>::is_always_lock_free); // a handler asks it
+
+constexpr int ENDET = static_cast<int>(SA_RESETHAND);
+// Ends the program by the signal itself, so that who waits for it learns of it.
+void Beende(int iSignal) {
+    if (const char * const pUnfertig = s_pUnfertig) unlink(pUnfertig);
+    raise(iSignal); // taken when the handler returns, by the default that SA_RESETHAND has brought back
+}
+
+void Fange(int iSignal, void (*pHandler)(int), int iArt) {
+    struct sigaction art {};
+    art.sa_handler = pHandler;
+    art.sa_flags = iArt;
+    sigaction(iSignal, &art, nullptr);
+}
+
 void Merke(int) {
     s_iGedrueckt = s_iGedrueckt + 1;
-    if (s_iGedrueckt > 1) std::signal(SIGINT, SIG_DFL); // the next one ends the program
+    if (s_iGedrueckt > 1) Fange(SIGINT, Beende, ENDET); // the next one ends the program
 }
 
 // Starts to count anew. iArt is SA_RESTART, or 0 where Ctrl-C shall end a read that waits.
 void Horche(int iArt) {
-    struct sigaction art {};
-    art.sa_handler = Merke;
-    art.sa_flags = iArt;
     s_iGedrueckt = 0;
-    sigaction(SIGINT, &art, nullptr);
+    Fange(SIGINT, Merke, iArt);
 }
 
 // The error output as it was at first: the progress box moves the cursor, and cleans its texts itself.
@@ -42,6 +58,10 @@ CKonsole::CKonsole() : CTerminal(std::cin, Roh(), isatty(STDERR_FILENO) != 0) {
 }
 CKonsole::~CKonsole() { std::signal(SIGINT, SIG_DFL); }
 
+void CKonsole::Hinweis(EHinweis eHinweis, const CString & sTitel, const CString & sText, int iArt) {
+    CTerminal::Hinweis(eHinweis, sTitel.Right(2) == "()" ? CString() : sTitel, sText, iArt);
+}
+
 bool CKonsole::Fortschritt(long iPos, long iMax) {
     return s_iGedrueckt == 0 && CTerminal::Fortschritt(iPos, iMax);
 }
@@ -56,6 +76,20 @@ bool CKonsole::Frage(const CString & sTitel, const CString & sText, int iArt) {
     std::clearerr(stdin);
     std::cin.clear();
     return bJa;
+}
+
+CSignalschutz::CSignalschutz(const std::string & sDatei) : m_pVorher(s_pUnfertig.exchange(sDatei.c_str())) {
+    for (std::size_t i = 0; i < SIGNALE.size(); ++i) {
+        sigaction(SIGNALE[i], nullptr, &m_aVorher[i]);
+        if (m_aVorher[i].sa_handler == SIG_IGN) continue; // nohup
+        Fange(SIGNALE[i], Beende, ENDET);
+    }
+}
+
+CSignalschutz::~CSignalschutz() {
+    for (std::size_t i = 0; i < SIGNALE.size(); ++i)
+        sigaction(SIGNALE[i], &m_aVorher[i], nullptr);
+    s_pUnfertig = m_pVorher;
 }
 
 bool AbbruchVerlangt() { return s_iGedrueckt > 0 && FrageAbbruch(); }

@@ -70,10 +70,11 @@ void Pruefe(const SLaufbefehl & befehl, const CStatAccu & accu) {
 }
 
 void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
+    if (befehl.bPruefe) VerweigereServer(befehl.optionen.sDatei);
     const CPraxis praxis(befehl.optionen.sDatei,
                          befehl.satzort.bImBestand ? EModus::Schreiben : EModus::Lesen);
     std::optional<CSatz> satz;
-    if (!befehl.sName.empty()) satz.emplace(befehl.optionen.sDatei, befehl.satzort, befehl.sName);
+    if (app.count("--speichern") > 0) satz.emplace(befehl.optionen.sDatei, befehl.satzort, befehl.sName);
     CStatAccu accu;
     CWeggelassenes weggelassenes(accu, befehl.sWeggelassen == "alle");
     const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf * pLauf) {
@@ -91,8 +92,9 @@ void FuegeErgebnisHinzu(CLI::App & app, SLaufbefehl & befehl) {
     CLI::Option * pHits = app.add_flag("--hits", befehl.bHits, "Die bewerteten Hits statt der Summen");
     FuegeNachHinzu(app, befehl.vNach)->excludes(pHits);
     app.add_flag("--weggelassen{maengel}", befehl.sWeggelassen,
-                 "Auch, was gewählt und doch nicht gezählt ist; mit =alle auch das nicht Gewählte")
-        ->check(EinesVon({"maengel", "alle"}))
+                 "Auch, was nicht gezählt ist, obwohl es keine Option ausschließt; mit =alle auch das "
+                 "Ausgeschlossene")
+        ->transform(Wortwahl({"maengel", "alle"}))
         ->group(AUSGABEGRUPPE);
     pHits->group(AUSGABEGRUPPE);
     FuegeAusgabeHinzu(app, befehl.ausgabe);
@@ -101,7 +103,7 @@ void FuegeErgebnisHinzu(CLI::App & app, SLaufbefehl & befehl) {
             ->type_name("NAME");
     pName->group(AUSGABEGRUPPE);
     app.add_option("--layout", befehl.sLayout, "Ihre Spalten: alles, oder die einer Statistik des Systems")
-        ->check(EinesVon(Layoutworte()))
+        ->transform(Wortwahl(Layoutworte()))
         ->needs(pName)
         ->type_name("WORT")
         ->group(AUSGABEGRUPPE);
@@ -117,6 +119,7 @@ void FuegeRunHinzu(CLI::App & app) {
         app.add_subcommand("run", "Bewertet die Behandlungen einer Auswahl und zeigt die Summen");
     const auto pBefehl = std::make_shared<SLaufbefehl>();
     pApp->add_option("DATEI", pBefehl->optionen.sDatei, "Die Praxisdatei")->required();
+    FuegePraxisHinzu(*pApp, pBefehl->optionen.sDatei);
     FuegeSelektionHinzu(*pApp, pBefehl->optionen);
     FuegeErgebnisHinzu(*pApp, *pBefehl);
     pApp->add_flag("--check", pBefehl->bPruefe, "Rechnet die Summen mit SQL nach; Ende 1 bei Abweichungen")

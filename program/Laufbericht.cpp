@@ -56,6 +56,8 @@ std::vector<SPosten> Hinweise(const SLaufzahlen & z, bool bFuerPersonen) {
         {z.iOhneBill, "Hit ohne Rechnung", "Hits ohne Rechnung"},
         {z.iOhnePatient, "Hit ohne lesbaren Patienten", "Hits ohne lesbaren Patienten"},
         {z.iOhneKasse, "Hit ohne Versicherung oder Kasse am Tag", "Hits ohne Versicherung oder Kasse am Tag"},
+        {z.iUnlesbar, "Hit, dessen Menge oder Faktor unlesbar oder unmöglich ist",
+         "Hits, deren Menge oder Faktor unlesbar oder unmöglich ist"},
         {z.iLaborrechnungen, "Laborrechnung", "Laborrechnungen"},
         {z.iSammelrechnungen, "Sammelrechnung", "Sammelrechnungen"},
         {z.iGipsmodelle, "Gipsmodell", "Gipsmodelle"},

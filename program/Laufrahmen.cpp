@@ -19,8 +19,8 @@ std::string LiesKriterien(const std::string & sWert, std::vector<const SKriteriu
     vNach.clear();
     std::istringstream ein(sWert + ',');
     for (std::string sWort; std::getline(ein, sWort, ',');) {
+        if (const std::string sFehler = Wortwahl(Kriterienworte())(sWort); !sFehler.empty()) return sFehler;
         const SKriterium * const pKriterium = FindeKriterium(sWort);
-        if (pKriterium == nullptr) return EinesVon(Kriterienworte())(sWort);
         if (std::ranges::find(vNach, pKriterium) != vNach.end()) return '"' + sWort + "\" steht doppelt";
         vNach.push_back(pKriterium);
     }
@@ -78,7 +78,8 @@ void FuehreLaufAus(const SLaufrahmen & rahmen, CStatAccu & accu, const SLaufauft
     SetzeSelektion(rahmen.app, rahmen.optionen, accu);
     CAusgabeziel ziel(rahmen.ausgabe);
     CLauf lauf(accu, auftrag);
-    const ELauf eLauf = lauf.Laufe();
+    ELauf eLauf = ELauf::Gescheitert;
+    AmStichtag(rahmen.optionen, [&] { eLauf = lauf.Laufe(); });
     if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
     VerweigereNachLesefehler();
     const std::string sUnvollstaendig = eLauf == ELauf::Abgebrochen || AbbruchVerlangt() ? ABGEBROCHEN : "";

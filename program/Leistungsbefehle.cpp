@@ -224,7 +224,7 @@ void FuegeLeistungenHinzu(CLI::App & app) {
         app, "leistungen", "Die Leistungsstatistik: Praxis, Behandler und Gruppen mit ihren Anteilen",
         *pBefehl);
     pApp->add_option("--nach", pBefehl->sNach, "Gruppen nach art, zahler, behandler oder leistung")
-        ->check(EinesVon(NACHWORTE))
+        ->transform(Wortwahl(NACHWORTE))
         ->type_name("WORT")
         ->group(AUSGABEGRUPPE);
     pApp->callback([pApp, pBefehl] { FuehreLeistungenAus(*pApp, *pBefehl); });

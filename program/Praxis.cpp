@@ -31,16 +31,24 @@ void Verweigere(const std::string & sMeldung) {
     throw CLI::RuntimeError(ENDE_FEHLER);
 }
 
-CPraxis::CPraxis(const std::string & sDatei, EModus eModus) { Verbinde(OeffneSpeicher(sDatei, eModus)); }
+CPraxis::CPraxis(const std::string & sDatei, EModus eModus) { Verbinde(OeffnePraxis(sDatei, eModus)); }
+
+void FuegePraxisHinzu(CLI::App & app, std::string & sDatei) {
+    const auto Setze = [&sDatei](const std::string & sPraxis) { sDatei = MitPraxis(sDatei, sPraxis); };
+    app.add_option_function<std::string>("--praxis", Setze,
+                                         "Die Praxis, wo die Datenbank auf dem Server mehrere hat")
+        ->type_name("ID");
+}
 
 CPraxis::~CPraxis() { Verbinde(nullptr); }
 
 void VerweigereNachLesefehler(const std::string & sFolge) {
     if (dbDatabase.Fehlschlaege() + dbDatabaseRO.Fehlschlaege() == 0) return;
     const std::string sGrund = Fehlergrund(dbDatabaseRO.Speicher().get());
-    Verweigere("UNVOLLSTÄNDIG. Die Datei ist nicht vollständig lesbar" +
-               (sGrund.empty() ? "" : ": " + sGrund) + ". " + sFolge +
-               "\"orvostat check\" zeigt die Schäden.");
+    const bool bDatei = dynamic_cast<const CSqliteSpeicher *>(dbDatabaseRO.Speicher().get()) != nullptr;
+    Verweigere(std::string("UNVOLLSTÄNDIG. Die ") + (bDatei ? "Datei" : "Praxis") +
+               " ist nicht vollständig lesbar" + (sGrund.empty() ? "" : ": " + sGrund) + ". " + sFolge +
+               (bDatei ? "\"orvostat check\" zeigt die Schäden." : ""));
 }
 
 void VerweigereFehlendes(const std::string & sMeldung) {
@@ -80,12 +88,27 @@ CString PruefeBehandler(const std::string & sBehandler) {
     return leb.m_LEB;
 }
 
+std::vector<CString> PruefeBehandlerliste(const std::string & sListe) {
+    std::vector<CString> v;
+    SeparatedStrToVec(AusUtf8(sListe), ',', v);
+    for (CString & sLeb : v)
+        sLeb = PruefeBehandler(Trim(sLeb).Utf8());
+    return v;
+}
+
 CString LiesDatum(const std::string & sText) {
-    const CString sDatum = Date2Db(AusUtf8(sText));
-    if (!GueltigesDatum(sDatum))
-        throw CLI::ValidationError("DATUM",
-                                   "\"" + sText + "\" ist kein Tag, erwartet wird TT.MM.JJJJ oder JJJJMMTT");
+    std::string s = sText;
+    const bool bIso = s.size() == 10 && s[4] == '-' && s[7] == '-';
+    if (bIso) std::erase(s, '-');
+    const CString sDatum = Date2Db(AusUtf8(s));
+    if (!GueltigesDatum(sDatum) || (bIso && s.size() != 8))
+        throw CLI::ValidationError('"' + sText +
+                                   "\" ist kein Tag, erwartet wird TT.MM.JJJJ, JJJJ-MM-TT oder JJJJMMTT");
     return sDatum;
+}
+
+void PruefeFolge(const std::string & sOption, const CString & sVon, const CString & sBis) {
+    if (!sBis.IsEmpty() && sBis < sVon) throw CLI::ValidationError(sOption, "das Ende liegt vor dem Anfang");
 }
 
 std::vector<std::string> WochentagKuerzel() { return {std::begin(WOCHENTAGE), std::end(WOCHENTAGE)}; }

@@ -9,12 +9,16 @@
 #include <string_view>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace orvostat {
 
 // Ends the command with exit code 1 after a message on the error output.
 [[noreturn]] void Verweigere(const std::string & sMeldung);
 
-// A practice file behind both database handles for the life of the object. A file that is refused ends the command.
+// A practice, in a file or on a server, behind both database handles for the life of the object. One that is refused ends the command.
 class CPraxis {
 public:
     CPraxis(const std::string & sDatei, EModus eModus);
@@ -22,6 +26,9 @@ public:
     CPraxis(const CPraxis &) = delete;
     CPraxis & operator=(const CPraxis &) = delete;
 };
+
+// The option --praxis, for a practice named before it.
+void FuegePraxisHinzu(CLI::App & app, std::string & sDatei);
 
 // Ends the command with a message if a read of the open practice has failed since it was opened: what the command has
 // worked out until then misses rows. sFolge is a sentence about what that means.
@@ -38,9 +45,13 @@ void VerweigereNachLesefehler(const std::string & sFolge = {});
 // The number of a patient or a treater as rows hold it. Ends the command where it is nobody's.
 [[nodiscard]] CString PruefePatient(const std::string & sPatient);
 [[nodiscard]] CString PruefeBehandler(const std::string & sBehandler);
+// Treaters with commas between them; none for the empty text.
+[[nodiscard]] std::vector<CString> PruefeBehandlerliste(const std::string & sListe);
 
-// A day as TT.MM.JJJJ or JJJJMMTT, as JJJJMMTT; anything else is wrong usage.
+// A day as TT.MM.JJJJ, JJJJ-MM-TT or JJJJMMTT, as JJJJMMTT; anything else is wrong usage.
 [[nodiscard]] CString LiesDatum(const std::string & sText);
+// A period that ends before it begins is wrong usage of the option; an empty end is open.
+void PruefeFolge(const std::string & sOption, const CString & sVon, const CString & sBis);
 
 // "mo" to "so", and the weekday's number, 1 for Sunday to 7 for Saturday; 0 for another text.
 [[nodiscard]] std::vector<std::string> WochentagKuerzel();

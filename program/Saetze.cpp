@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
 #include <map>
 #include <sstream>
 
@@ -126,6 +127,9 @@ void PruefeName(const std::string & sName) {
 CString Ort(const std::string & sPraxisdatei, const SSatzoptionen & optionen) {
     if (optionen.bImBestand) return GetOrvoStatPath();
     if (!optionen.sOrdner.empty()) return Verzeichnistext(fs::absolute(optionen.sOrdner).string());
+    if (IstServer(sPraxisdatei))
+        Verweigere(
+            "Neben einer Praxis auf dem Server liegt kein Ordner; --daten oder --im-bestand sagt, wohin.");
     return Verzeichnistext((fs::absolute(sPraxisdatei).parent_path() / "stat").string());
 }
 
@@ -139,6 +143,7 @@ public:
         this->m_sStatistikart = "LAUF";
         this->SetStatVersion(SATZVERSION);
     }
+    [[nodiscard]] bool Abgebrochen() const { return m_bAbgebrochen; }
     int * SetLineStruct() override { return m_pLayout; }
     long GetGesamtPos() override { return static_cast<long>(this->m_pFilter->m_vBehHits.size()); }
     CString GetDatFilename() override { return m_sPfad + ".SVE"; }
@@ -146,7 +151,10 @@ public:
     int DoData(T & file, int & iCount) override {
         this->WriteTitel(file);
         for (const CBehHitLine & hit : this->m_pFilter->m_vBehHits) {
-            if (!this->DoProgress(++this->m_lPos, this->m_lGesamtPos)) return CODE_ABBRUCH;
+            if (!this->DoProgress(++this->m_lPos, this->m_lGesamtPos)) {
+                m_bAbgebrochen = true;
+                return CODE_ABBRUCH;
+            }
             this->m_Line.MoveHit(hit);
             this->m_Line.PATNAME = hit.PATNAME; // which a hit's own line leaves out
             this->WriteLines(file, this->m_Line);
@@ -164,6 +172,7 @@ public:
 private:
     CString m_sPfad;
     int * m_pLayout;
+    bool m_bAbgebrochen = false;
 };
 
 template <class T> class CSatzleser : public CFile2Stat<T> {
@@ -260,11 +269,13 @@ bool SchreibeAbschnitt(const CString & sPfad, const std::string & sLayout, const
     return bOk && ini.Save();
 }
 
+// ENDE_ABBRUCH where the user has cancelled.
 template <class T>
-bool SchreibeSatz(CStatAccu & accu, const CString & sPfad, const std::string & sLayout,
-                  const std::string & sPraxis, const std::vector<std::string> & vAbfrage) {
+int SchreibeSatz(CStatAccu & accu, const CString & sPfad, const std::string & sLayout,
+                 const std::string & sPraxis, const std::vector<std::string> & vAbfrage) {
     CSatzschreiber<T> schreiber(accu, sPfad, Layout(sLayout));
-    return schreiber.WriteDaten() && SchreibeAbschnitt<T>(sPfad, sLayout, sPraxis, vAbfrage);
+    if (schreiber.WriteDaten() && SchreibeAbschnitt<T>(sPfad, sLayout, sPraxis, vAbfrage)) return 0;
+    return schreiber.Abgebrochen() ? ENDE_ABBRUCH : ENDE_FEHLER;
 }
 
 // Puts the new files in the place of the old ones; without a selection file a set is unfinished, so it goes first and
@@ -329,29 +340,31 @@ void FuegeSatzortHinzu(CLI::App & app, SSatzoptionen & optionen) {
 
 CSatz::CSatz(const std::string & sPraxisdatei, const SSatzoptionen & optionen, const std::string & sName)
     : m_bImBestand(optionen.bImBestand), m_sName(sName),
-      m_sPraxis(fs::path(sPraxisdatei).filename().string()) {
+      m_sPraxis(IstServer(sPraxisdatei) ? Praxisname(sPraxisdatei)
+                                        : fs::path(sPraxisdatei).filename().string()) {
     PruefeName(sName);
     m_sPfad = Ort(sPraxisdatei, optionen) + AusUtf8(sName);
 }
 
 void CSatz::Schreibe(CStatAccu & accu, const std::string & sLayout,
                      const std::vector<std::string> & vAbfrage) const {
-    const auto Scheitere = [this] {
-        Verweigere("Die Statistik \"" + m_sName +
-                   "\" ist nicht gespeichert; was vorher da war, ist unverändert.");
-    };
+    int iEnde = 0;
     if (m_bImBestand) {
         CMxGruppe gruppe(dbDatabase);
-        const bool bOk = SchreibeSatz<CDBStdioFile>(accu, m_sPfad, sLayout, m_sPraxis, vAbfrage);
-        if (!gruppe.Beende(bOk)) Scheitere();
-        return;
+        iEnde = SchreibeSatz<CDBStdioFile>(accu, m_sPfad, sLayout, m_sPraxis, vAbfrage);
+        if (!gruppe.Beende(iEnde == 0) && iEnde == 0) iEnde = ENDE_FEHLER;
+    } else {
+        std::error_code fehler;
+        fs::create_directories(fs::path(Dateipfad(m_sPfad)).parent_path(), fehler);
+        const CString sNeu = m_sPfad + Text(fmt::format(".neu-{}", getpid()));
+        const CAufraeumer aufraeumer(sNeu);
+        iEnde = SchreibeSatz<CStdioFile>(accu, sNeu, sLayout, m_sPraxis, vAbfrage);
+        if (iEnde == 0 && !Tausche(sNeu, m_sPfad)) iEnde = ENDE_FEHLER;
     }
-    std::error_code fehler;
-    fs::create_directories(fs::path(Dateipfad(m_sPfad)).parent_path(), fehler);
-    const CString sNeu = m_sPfad + Text(fmt::format(".neu-{}", getpid()));
-    const CAufraeumer aufraeumer(sNeu);
-    if (!SchreibeSatz<CStdioFile>(accu, sNeu, sLayout, m_sPraxis, vAbfrage) || !Tausche(sNeu, m_sPfad))
-        Scheitere();
+    if (iEnde == 0) return;
+    std::cerr << "Die Statistik \"" << m_sName
+              << "\" ist nicht gespeichert; was vorher da war, ist unverändert.\n";
+    throw CLI::RuntimeError(iEnde);
 }
 
 CString CSatz::Wert(const char * pAbschnitt, const char * pSchluessel) const {

@@ -47,7 +47,8 @@ void LaufeFrisch(const SSatzbefehl & befehl, const CSatz & satz, CStatAccu & acc
     optionen.sDatei = befehl.sDatei;
     SetzeSelektion(app, optionen, accu);
     CLauf lauf(accu, Laufauftrag(optionen));
-    const ELauf eLauf = lauf.Laufe();
+    ELauf eLauf = ELauf::Gescheitert;
+    AmStichtag(optionen, [&] { eLauf = lauf.Laufe(); });
     if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
     VerweigereNachLesefehler();
     if (eLauf == ELauf::Abgebrochen || AbbruchVerlangt()) throw CLI::RuntimeError(ENDE_ABBRUCH);

@@ -5,8 +5,10 @@
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Leistungsarten.h"
+#include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/Textfunktionen.h"
+#include "orvostatbs/host/Umgebung.h"
 
 #include <CLI/CLI.hpp>
 
@@ -81,6 +83,10 @@ std::string FehlerRecallart(const std::string & s) {
     return bZahl || s == "*" ? std::string() : '"' + s + "\" ist weder eine Recallart noch *";
 }
 
+std::string FehlerLeer(const std::string & s) { return s.empty() ? "die Angabe ist leer" : ""; }
+
+std::string FehlerPflichttag(const std::string & s) { return s.empty() ? FehlerLeer(s) : FehlerTag(s); }
+
 // The values of an option: the word for them in the help, the characters and the length that they may have, and what
 // else is asked of them. Null and 0 are no limit.
 struct SWertart {
@@ -88,11 +94,13 @@ struct SWertart {
     const char * pZeichen = nullptr;
     std::size_t iLaenge = 0;
     std::string (*fFehler)(const std::string &) = nullptr;
+    bool bListe = false; // of letters, which may have commas between them
 };
 
 constexpr SWertart WERT{"WERT"};
 constexpr SWertart NR{"NR"};
-constexpr SWertart WORT{"WORT"};
+constexpr SWertart PFLICHTNR{"NR", nullptr, 0, FehlerLeer};
+constexpr SWertart PFLICHTTAG{"TAG", nullptr, 0, FehlerPflichttag};
 constexpr SWertart TAG{"TAG", nullptr, 0, FehlerTag};
 constexpr SWertart TAGE{"VON..BIS", nullptr, 0, FehlerTage};
 constexpr SWertart GEBURTSTAGE{"VON..BIS", nullptr, 0, FehlerGeburtstage};
@@ -106,7 +114,8 @@ struct STechnik {
 constexpr STechnik TECHNIKEN[] = {{"ziffern", 1}, {"buchstaben", 2}, {"alle", 3}};
 
 const STechnik * FindeTechnik(const std::string & s) {
-    const auto * const p = std::ranges::find(TECHNIKEN, s, &STechnik::pWort);
+    const auto * const p =
+        std::ranges::find_if(TECHNIKEN, [&](const STechnik & t) { return GleichesWort(t.pWort, s); });
     return p == std::end(TECHNIKEN) ? nullptr : p;
 }
 
@@ -117,11 +126,24 @@ std::string FehlerTechnik(const std::string & s) {
 constexpr SWertart TECHNIK{"WORT", nullptr, 0, FehlerTechnik};
 constexpr SWertart INTERVALL{"ZIFFER", ZIFFERN, 1};
 constexpr SWertart PLANNR{"NR", "0123456789 ", 3};
-constexpr SWertart STATUSZIFFERN{"ZIFFERN", ZIFFERN};
+constexpr SWertart STATUSZIFFERN{"ZIFFERN", ZIFFERN, 0, nullptr, true};
 constexpr SWertart GOARTEN{"BUCHSTABE", "kgqpaubefh123456789", 1};
-constexpr SWertart ABRARTEN{"BUCHSTABEN", "0123456789abcdefghijklmnopqrstuvwxyz"};
-constexpr SWertart PWLARTEN{"BUCHSTABEN", "0abcdefghijklmnopqrstuvwxyz"};
-constexpr SWertart KARTENARTEN{"BUCHSTABEN", "GgjE"};
+constexpr SWertart ABRARTEN{"BUCHSTABEN", "0123456789abcdefghijklmnopqrstuvwxyz", 0, nullptr, true};
+constexpr SWertart PWLARTEN{"BUCHSTABEN", "0abcdefghijklmnopqrstuvwxyz", 0, nullptr, true};
+constexpr SWertart KARTENARTEN{"BUCHSTABEN", "GgjE", 0, nullptr, true};
+
+// What stands for the text of an option: a list of letters without its commas, and letters small where no kind has a
+// capital one.
+std::string Bereinigt(const SWertart & art, std::string s) {
+    if (art.pZeichen == nullptr) return s;
+    if (art.bListe) std::erase(s, ',');
+    const std::string_view sZeichen = art.pZeichen;
+    const auto IstKlein = [](char c) { return c >= 'a' && c <= 'z'; };
+    const auto IstGross = [](char c) { return c >= 'A' && c <= 'Z'; };
+    if (std::ranges::any_of(sZeichen, IstKlein) && std::ranges::none_of(sZeichen, IstGross))
+        s = CLI::detail::to_lower(s);
+    return s;
+}
 
 std::string Fehler(const SWertart & art, const std::string & s) {
     if (art.pZeichen != nullptr && s.find_first_not_of(art.pZeichen) != std::string::npos)
@@ -134,24 +156,34 @@ std::string Fehler(const SWertart & art, const std::string & s) {
 // The one way to declare an option with a value: checked as it is read, its kind of value in the help.
 CLI::Option * Option(CLI::App & app, const char * pName, const SWertart & art, std::string & sWert,
                      const std::string & sHilfe) {
-    const auto Pruefe = [art](const std::string & s) { return Fehler(art, s); };
-    return app.add_option(pName, sWert, sHilfe)->type_name(art.pTyp)->check(CLI::Validator(Pruefe, ""));
+    const auto Pruefe = [art](std::string & s) {
+        s = Bereinigt(art, s);
+        return Fehler(art, s);
+    };
+    return app.add_option(pName, sWert, sHilfe)->type_name(art.pTyp)->transform(CLI::Validator(Pruefe, ""));
+}
+
+CLI::Option * OptionWort(CLI::App & app, const char * pName, const std::vector<std::string> & vWorte,
+                         std::string & sWert, const char * pHilfe) {
+    return app.add_option(pName, sWert, pHilfe)->type_name("WORT")->transform(Wortwahl(vWorte));
 }
 
 // ---- the sections
 
-// The insurer's short form as its rows have it, whatever the case of the letters; empty for the empty text. Ends the
-// command where there is none, or several that differ in case and none is written like this.
-CString FindeKasse(const std::string & sKasse) {
-    const CString sGesucht = Text(sKasse);
+// A value as the rows of a table have it, whatever the case of the letters; empty for the empty text. Ends the command
+// where there is none, or several that differ in case and none is written like this.
+template <class TTabelle>
+CString FindeWert(const char * pWas, CString TTabelle::*pFeld, const std::string & sWert) {
+    const CString sGesucht = Text(sWert);
     if (sGesucht.IsEmpty()) return sGesucht;
     std::set<CString> aGleiche;
-    CTOrvoKas kas(dbDatabaseRO);
-    for (int i = kas.GetAll(); i == ZEILE_OK; i = kas.Next())
-        if (kas.m_KASKUERZEL.CompareNoCase(sGesucht) == 0) aGleiche.insert(kas.m_KASKUERZEL);
+    TTabelle tabelle(dbDatabaseRO);
+    for (int i = tabelle.GetAll(); i == ZEILE_OK; i = tabelle.Next())
+        if ((tabelle.*pFeld).CompareNoCase(sGesucht) == 0) aGleiche.insert(tabelle.*pFeld);
     if (aGleiche.contains(sGesucht)) return sGesucht;
-    if (aGleiche.empty()) VerweigereFehlendes("Eine Kasse \"" + sKasse + "\" gibt es nicht.");
-    if (aGleiche.size() > 1) Verweigere("Die Kasse \"" + sKasse + "\" ist nicht eindeutig geschrieben.");
+    const std::string sName = pWas + (" \"" + sWert) + '"';
+    if (aGleiche.empty()) VerweigereFehlendes("Eine " + sName + " gibt es nicht.");
+    if (aGleiche.size() > 1) Verweigere("Die " + sName + " ist nicht eindeutig geschrieben.");
     return *aGleiche.begin();
 }
 
@@ -187,7 +219,8 @@ const SAbschnitt ABSCHNITTE[] = {
          s.SetChStrasse(true);
          s.SetStrasse(Text(sWert));
      }},
-    {"--alter", ALTER, "Alter in Jahren, heute; eine leere Seite ist offen, eine Zahl allein ist beides",
+    {"--alter", ALTER,
+     "Alter in Jahren am --stichtag, sonst heute; eine leere Seite ist offen, eine Zahl allein ist beides",
      [](CSelektion & s, const std::string & sWert) {
          const auto [sVon, sBis] = Bereich(sWert);
          s.SetChAlter(true);
@@ -228,16 +261,19 @@ const SAbschnitt ABSCHNITTE[] = {
      "Gebührenordnung: k oder " + MitNamen(GEBUEHRENARTEN, "gqp") +
          ", a Material, u Unfall, b, e, f, h andere Kostenträger, 1 bis 9 Labor; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetGoArt(Text(sWert).Erstes()); }},
-    {"--leistung", NR, "Leistungsnummer; leer: alle",
-     [](CSelektion & s, const std::string & sWert) { s.SetLst(Text(sWert)); }},
+    // Numbers of laboratory entries have no fee row.
+    {"--leistung", NR, "Leistungsnummer, groß oder klein; leer: alle",
+     [](CSelektion & s, const std::string & sWert) {
+         s.SetLst(s.GetELabChecked() ? Text(sWert) : FindeWert<CTGO>("Leistung", &CTGO::m_LSTNR, sWert));
+     }},
     {"--abrart", ABRARTEN,
-     "Abrechnungsarten ohne Trenner: " + MitNamen(ABRECHNUNGSARTEN, "czk") +
+     "Abrechnungsarten, auch mit Komma: " + MitNamen(ABRECHNUNGSARTEN, "czk") +
          " (m, wo im Quartal Multiband behandelt ist), " + MitNamen(ABRECHNUNGSARTEN, "p") +
          " (6 bis 8 mit --par-marken und --par-beva), " + MitNamen(ABRECHNUNGSARTEN, "bi") +
-         ", e, r und s Sonderfälle; leer: alle",
+         ", e, r und s andere Rechnungen; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetAbrArt(Text(sWert)); }},
     {"--pwlart", PWLARTEN,
-     "Leistungsarten des Punktwerts ohne Trenner: " + MitNamen(PUNKTWERTARTEN, "a") + ", c und " +
+     "Leistungsarten des Punktwerts, auch mit Komma: " + MitNamen(PUNKTWERTARTEN, "a") + ", c und " +
          MitNamen(PUNKTWERTARTEN, "jfghi") + ", b, d, e andere, p privat, 0 ohne Punktwert; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetPwLArt(Text(sWert)); }},
     {"--technik", TECHNIK,
@@ -250,9 +286,13 @@ const SAbschnitt ABSCHNITTE[] = {
          s.SetPlan(sPlan.IsEmpty() ? sPlan : RightFix(sPlan, 3));
      }},
     {"--kasse", WERT, "Kürzel der Kasse, groß oder klein; leer: alle",
-     [](CSelektion & s, const std::string & sWert) { s.SetKasse(FindeKasse(sWert)); }},
+     [](CSelektion & s, const std::string & sWert) {
+         s.SetKasse(FindeWert<CTOrvoKas>("Kasse", &CTOrvoKas::m_KASKUERZEL, sWert));
+     }},
     {"--kasstat", WERT, "Statistikart der Kasse; leer: alle",
-     [](CSelektion & s, const std::string & sWert) { s.SetKasStat(Text(sWert)); }},
+     [](CSelektion & s, const std::string & sWert) {
+         s.SetKasStat(FindeWert<CTOrvoKas>("Statistikart", &CTOrvoKas::m_KASSTATISTIKART, sWert));
+     }},
     {"--erfasser", WERT, "Erfasser der Leistung; leer: alle",
      [](CSelektion & s, const std::string & sWert) { s.SetErfasser(Text(sWert)); }},
 };
@@ -260,20 +300,19 @@ const SAbschnitt ABSCHNITTE[] = {
 // ---- the options
 
 void FuegeZeitraumHinzu(CLI::App & app, SLaufoptionen & o) {
-    Option(app, "--von", TAG, o.sVon, "Erster Tag, TT.MM.JJJJ oder JJJJMMTT");
-    Option(app, "--bis", TAG, o.sBis, "Letzter Tag");
-    Option(app, "--mandant", NR, o.sMandant, "Praxisinhaber; leer: alle");
-    Option(app, "--behandler", NR, o.sBehandler, "Ein Behandler oder mehrere mit Komma; leer: alle");
-    Option(app, "--patient", NR, o.sPatient, "Patientennummer; leer: alle");
-    Option(app, "--sort", WORT, o.sSortierung, "Reihenfolge der Treffer: name oder patient")
-        ->check(EinesVon({"name", "patient"}));
+    Option(app, "--von", PFLICHTTAG, o.sVon, "Erster Tag, TT.MM.JJJJ, JJJJ-MM-TT oder JJJJMMTT; ohne: offen");
+    Option(app, "--bis", PFLICHTTAG, o.sBis, "Letzter Tag; ohne: offen");
+    Option(app, "--mandant", PFLICHTNR, o.sMandant, "Praxisinhaber; ohne: alle");
+    Option(app, "--behandler", PFLICHTNR, o.sBehandler, "Ein Behandler oder mehrere mit Komma; ohne: alle");
+    Option(app, "--patient", PFLICHTNR, o.sPatient, "Patientennummer; ohne: alle");
+    OptionWort(app, "--sort", {"name", "patient"}, o.sSortierung,
+               "Reihenfolge der Treffer: name oder patient");
 }
 
 void FuegeLaufHinzu(CLI::App & app, SLaufoptionen & o) {
     const char * pGruppe = "Lauf";
-    Option(app, "--status", WORT, o.sStatus,
-           "Nur die Hits, die abgerechnet oder die erfasst sind; ohne: beide")
-        ->check(EinesVon({"abgerechnet", "erfasst"}))
+    OptionWort(app, "--status", {"abgerechnet", "erfasst"}, o.sStatus,
+               "Nur die Hits, die abgerechnet oder die erfasst sind; ohne: beide")
         ->group(pGruppe);
     const struct {
         const char * pOption;
@@ -321,7 +360,8 @@ void FuegeKarteHinzu(CLI::App & app, SLaufoptionen & o) {
                                   "Versichertenkarte eingelesen in diesen Tagen; eine leere Seite ist offen")
                                ->group(AUSWAHL);
     Option(app, "--kartenart", KARTENARTEN, o.sKartenarten,
-           "Nachweise in --karte ohne Trenner: G, g, j, E; leer: alle")
+           "Nachweise in --karte: G eingelesene Karte, g Ersatzverfahren, j Schein, E elektronische "
+           "Ersatzbescheinigung; leer: alle")
         ->needs(pKarte)
         ->group(AUSWAHL);
     app.add_flag("--karte-fehlt", o.bKarteFehlt, "Patienten, deren Karte in --karte fehlt")->group(AUSWAHL);
@@ -333,6 +373,10 @@ void FuegeAbschnitteHinzu(CLI::App & app, SLaufoptionen & o) {
         const SAbschnitt & abschnitt = ABSCHNITTE[i];
         Option(app, abschnitt.pOption, abschnitt.art, o.vWerte[i], abschnitt.sHilfe)->group(AUSWAHL);
     }
+    Option(app, "--stichtag", PFLICHTTAG, o.sStichtag,
+           "Tag, der dem Lauf als heute gilt, für das Alter; ohne: heute")
+        ->needs(app.get_option("--alter"))
+        ->group(AUSWAHL);
     Option(app, "--plz", WERT, o.sPlz, "Postleitzahl; mit leerem Ort ('' und ''): nur Patienten ohne beides")
         ->group(AUSWAHL);
     Option(app, "--ort", WERT, o.sOrt, "Ort")->group(AUSWAHL);
@@ -350,23 +394,15 @@ bool Gesetzt(const CLI::App & app, const char * pOption) { return app.count(pOpt
 void SetzeZeitraum(const SLaufoptionen & o, CSelektion & s) {
     const CString sVon = Tag(o.sVon);
     const CString sBis = Tag(o.sBis);
-    if (!sBis.IsEmpty() && sBis < sVon) throw CLI::ValidationError("--bis", VERKEHRT);
+    PruefeFolge("--bis", sVon, sBis);
     s.SetZeitraum(sVon, sBis);
-}
-
-void SetzeBehandler(const SLaufoptionen & o, CSelektion & s) {
-    std::vector<CString> vLebs;
-    SeparatedStrToVec(Text(o.sBehandler), ',', vLebs);
-    for (CString & sLeb : vLebs)
-        sLeb = PruefeBehandler(Trim(sLeb).Utf8());
-    s.SetLebs(vLebs);
 }
 
 void SetzeGrund(const SLaufoptionen & o, CSelektion & s) {
     SetzeZeitraum(o, s);
     if (!o.sMandant.empty()) s.SetMandant(MandantOderErster(o.sMandant));
     if (!o.sPatient.empty()) s.SetPatient(PruefePatient(o.sPatient));
-    SetzeBehandler(o, s);
+    s.SetLebs(PruefeBehandlerliste(o.sBehandler));
     if (!o.sSortierung.empty()) s.SetSortierung(o.sSortierung == "name" ? '1' : '2');
     s.SetIsAbgerechnet(o.sStatus != "erfasst");
     s.SetIsErfasst(o.sStatus != "abgerechnet");
@@ -394,7 +430,32 @@ void SetzeKarte(const CLI::App & app, const SLaufoptionen & o, CSelektion & s) {
     s.SetEEB(Hat('E'));
 }
 
+// A clock that stands on a day. Its time of day goes on.
+class CStichtaguhr : public CUhr {
+public:
+    explicit CStichtaguhr(const CString & sTag)
+        : m_iJahr(Zahl(sTag.Left(4))), m_iMonat(Zahl(sTag.Mid(4, 2))), m_iTag(Zahl(sTag.Mid(6))) {}
+    [[nodiscard]] SZeitpunkt Jetzt() const override {
+        SZeitpunkt jetzt = m_uhr.Jetzt();
+        jetzt.iJahr = m_iJahr;
+        jetzt.iMonat = m_iMonat;
+        jetzt.iTag = m_iTag;
+        return jetzt;
+    }
+
+private:
+    const CUhr & m_uhr = Uhr();
+    int m_iJahr, m_iMonat, m_iTag;
+};
+
 } // namespace
+
+void AmStichtag(const SLaufoptionen & o, const std::function<void()> & fTue) {
+    if (o.sStichtag.empty()) return fTue();
+    CStichtaguhr uhr(LiesDatum(o.sStichtag));
+    const CUhrErsatz ersatz(uhr);
+    fTue();
+}
 
 void FuegeSelektionHinzu(CLI::App & app, SLaufoptionen & optionen) {
     FuegeZeitraumHinzu(app, optionen);

@@ -4,6 +4,7 @@
 #include "orvostatbs/accu/Selektion.h"
 #include "orvostatbs/lauf/Lauf.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ struct SLaufoptionen {
     std::string sPatient;
     std::string sSortierung;
     std::string sStatus;
+    std::string sStichtag;
     bool bNurGesetzliche = false;
     bool bNurAbrechenbare = false;
     bool bPraxiswechselAus = false;
@@ -49,5 +51,8 @@ void FuegeSelektionHinzu(CLI::App & app, SLaufoptionen & optionen);
 // Sets the selection, with a practice open. A period that ends before it begins is wrong usage; a patient, treater,
 // owner or insurer that the practice does not have ends the command.
 void SetzeSelektion(const CLI::App & app, const SLaufoptionen & optionen, CSelektion & selektion);
+
+// Does something with --stichtag in the place of today.
+void AmStichtag(const SLaufoptionen & optionen, const std::function<void()> & fTue);
 
 } // namespace orvostat

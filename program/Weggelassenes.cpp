@@ -21,7 +21,9 @@ constexpr SAusgabespalte SPALTEN[] = {
 } // namespace
 
 void CWeggelassenes::Nimm(const CTBeh & beh, EWeglassgrund eGrund) {
-    if (!m_bAlle && !IstMangel(eGrund)) return;
+    // The kind "7" counts only where somebody asks for it.
+    const bool bUngefragt = eGrund == EWeglassgrund::Technik && m_accu.GetTecGoSubArten() == 0;
+    if (!m_bAlle && !IstMangel(eGrund) && !bUngefragt) return;
     CBehHitLine hit;
     if (eGrund == EWeglassgrund::Zeitraum)
         hit.MoveBeh(&beh);
@@ -38,7 +40,8 @@ void CWeggelassenes::Nimm(const CTBeh & beh, EWeglassgrund eGrund) {
 }
 
 void CWeggelassenes::Schreibe(CDokument & dokument) const {
-    CAusgabe & tabelle = dokument.Tabelle(m_bAlle ? "Nicht gezählt" : "Gewählt und nicht gezählt", SPALTEN);
+    CAusgabe & tabelle = dokument.Tabelle(
+        m_bAlle ? "Nicht gezählt" : "Nicht gezählt, aber auch nicht ausgeschlossen", SPALTEN);
     for (const auto & vZellen : m_vZeilen)
         tabelle.Zeile(vZellen);
     tabelle.Summe({"Gesamt", "", "", "", "", "", BetragZelle(m_summe), "", GenauZelle(m_summe)});

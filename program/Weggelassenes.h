@@ -9,7 +9,7 @@
 
 namespace orvostat {
 
-// Collects the treatments that a run leaves out: what is selected and yet nobody bills, or all.
+// Collects the treatments that a run leaves out: those that nobody has excluded and nobody bills, or all.
 class CWeggelassenes {
 public:
     // The accumulator is the run's.

@@ -41,8 +41,8 @@ int main(int argc, char ** argv) {
         return Fuehre(argc, argv);
     } catch (const std::bad_alloc &) {
         std::cerr << "Nicht genug Speicher.\n";
-    } catch (const std::exception & fehler) {
-        std::cerr << "Unerwarteter Fehler: " << fehler.what() << '\n';
+    } catch (const std::exception &) {
+        std::cerr << "Unerwarteter Fehler im Programm; der Befehl ist nicht zu Ende gekommen.\n";
     }
     return orvostat::ENDE_FEHLER;
 }

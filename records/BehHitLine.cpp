@@ -5,6 +5,7 @@
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/host/TabellenPatient.h"
 #include "orvostatbs/host/Textfunktionen.h"
+#include "orvostatbs/host/detail/Reihenfolge.h"
 #include "orvostatbs/records/Gebuehr.h"
 #include "orvostatbs/records/Stammdaten.h"
 
@@ -120,6 +121,9 @@ template <class TBlock> void NimmBlock(CBehHitLine & hit, const TBlock & block) 
 // ---- the entry
 
 void CBehHitLine::MoveBeh(const CTBeh * pBeh) {
+    Verlange(!m_bMitEintrag,
+             "MoveBeh is called for a hit that holds an entry: Clear comes before the next one.");
+    m_bMitEintrag = true;
     PATNR = pBeh->m_PATNR;
     DATUM = pBeh->m_DATUM;
     TEETH = pBeh->m_TEETH;

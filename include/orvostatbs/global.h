@@ -51,6 +51,21 @@ using orvostat::Trim;
 using orvostat::TrimRight;
 using orvostat::UStKey2MwStSatz;
 
+// Files, on disk and in the practice's own store
+using orvostat::CDBFile;
+using orvostat::CDBFileFind;
+using orvostat::CDBIniFile;
+using orvostat::CDBStdioFile;
+using orvostat::CFile;
+using orvostat::CFileException;
+using orvostat::CFileFind;
+using orvostat::CIniFile;
+using orvostat::CStdioFile;
+using orvostat::DeleteFileDB;
+using orvostat::FileExistsDB;
+using orvostat::GetDatFilePath;
+using orvostat::vdsetprofilestring1;
+
 // The user
 using orvostat::BeginWaitCursor;
 using orvostat::CWaitCursor;
@@ -114,6 +129,8 @@ using orvostat::CTGLKuFakt;
 using orvostat::CTGLKuFakt_Fields;
 using orvostat::CTGO;
 using orvostat::CTGO_Fields;
+using orvostat::CTGoBudget;
+using orvostat::CTGoBudget_Fields;
 using orvostat::CTGoCheck;
 using orvostat::CTGoCheck_Fields;
 using orvostat::CTGoPunkte;
@@ -209,3 +226,63 @@ using orvostat::CHVMUrParam;
 using orvostat::CWPFApplication;
 using orvostat::NaechsterArbeitstag;
 using orvostat::SetWPFHolidays;
+
+// Statistic files
+using orvostat::CFile2Stat;
+using orvostat::COrvo2Excel;
+using orvostat::CStat2File;
+using orvostat::CStatEval;
+using orvostat::CStatEval2;
+using orvostat::CStatLines;
+using orvostat::CZwSich2File;
+using orvostat::GetOrvoStatPath;
+using orvostat::GetOrvoStatWSPath;
+using orvostat::iERR_SICHERUNG;
+using orvostat::iEXPERTENSTATISTIK;
+using orvostat::iFS_SICHERUNG;
+using orvostat::iFSSTATISTIK;
+using orvostat::iGA_SICHERUNG;
+using orvostat::iGB_SICHERUNG;
+using orvostat::iGIPS_SICHERUNG;
+using orvostat::iGLAB_SICHERUNG;
+using orvostat::iGOZ_SICHERUNG;
+using orvostat::iHVM_SICHERUNG;
+using orvostat::iKASSTATISTIK;
+using orvostat::iKZV_SICHERUNG;
+using orvostat::iLS_SICHERUNG;
+using orvostat::iLSTSTATISTIK;
+using orvostat::iLU_SICHERUNG;
+using orvostat::iMD_SICHERUNG;
+using orvostat::iPS_SICHERUNG;
+using orvostat::iQS_SICHERUNG;
+using orvostat::iRB_SICHERUNG;
+using orvostat::iRS_SICHERUNG;
+using orvostat::iSU_SICHERUNG;
+using orvostat::iTAGESPROTOKOLL;
+using orvostat::iTP_SICHERUNG;
+using orvostat::iTS_SICHERUNG;
+using orvostat::iUEW_SICHERUNG;
+using orvostat::OrvoStartExcel;
+using orvostat::VarNames;
+
+// Service statistics
+using orvostat::CFallJeQuartal;
+using orvostat::CKasArt100F;
+using orvostat::CLastFall;
+using orvostat::CLSBehLstGrp;
+using orvostat::CLSKasLstGrp;
+using orvostat::CLSLst;
+using orvostat::CLSLstGrp;
+using orvostat::CLSPxLstGrp;
+using orvostat::CLSSum;
+using orvostat::CPx100F;
+using orvostat::CPxLstGrp;
+using orvostat::CVerhLst;
+using orvostat::FindFallImQuartal;
+using orvostat::FindFallImQuartalMitAbrArt;
+using orvostat::KAS_GRP_SEL;
+using orvostat::STATKASGRP;
+using enum orvostat::STATKASGRP;
+
+// Plan statistics
+using orvostat::CStatZE;

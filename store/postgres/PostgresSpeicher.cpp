@@ -16,22 +16,6 @@ constexpr std::size_t PRAXISNAME_MAX = 60;
 // Why a database is refused; the sentence goes on behind its name.
 using CGrund = std::optional<CString>;
 
-// The database as messages name it, without user and password.
-std::string Anzeigename(const std::string & sVerbindung) {
-    struct SFreigabe {
-        void operator()(PQconninfoOption * p) const { PQconninfoFree(p); }
-    };
-    const std::unique_ptr<PQconninfoOption, SFreigabe> p(PQconninfoParse(sVerbindung.c_str(), nullptr));
-    std::string sName, sServer;
-    for (const PQconninfoOption * q = p.get(); q != nullptr && q->keyword != nullptr; ++q) {
-        const std::string_view sWort = q->keyword;
-        if (q->val == nullptr) continue;
-        if (sWort == "dbname") sName = q->val;
-        if (sWort == "host" || (sWort == "hostaddr" && sServer.empty())) sServer = q->val;
-    }
-    return "\"" + sName + "\"" + (sServer.empty() ? "" : " auf \"" + sServer + "\"");
-}
-
 CGrund Grund(const CSerververbindung & v, const CString & sWas) {
     const std::string sText = Ursachentext(v.LetzteUrsache());
     CString s;
@@ -136,6 +120,21 @@ CGrund OeffneDatenbank(CServerdatenbank & datenbank, EServermodus eModus, std::s
 }
 
 } // namespace
+
+std::string CPostgresSpeicher::Anzeigename(const std::string & sVerbindung) {
+    struct SFreigabe {
+        void operator()(PQconninfoOption * p) const { PQconninfoFree(p); }
+    };
+    const std::unique_ptr<PQconninfoOption, SFreigabe> p(PQconninfoParse(sVerbindung.c_str(), nullptr));
+    std::string sName, sServer;
+    for (const PQconninfoOption * q = p.get(); q != nullptr && q->keyword != nullptr; ++q) {
+        const std::string_view sWort = q->keyword;
+        if (q->val == nullptr) continue;
+        if (sWort == "dbname") sName = q->val;
+        if (sWort == "host" || (sWort == "hostaddr" && sServer.empty())) sServer = q->val;
+    }
+    return "\"" + sName + "\"" + (sServer.empty() ? "" : " auf \"" + sServer + "\"");
+}
 
 bool CPostgresSpeicher::IstVerbindung(std::string_view sText) {
     return sText.starts_with("postgresql://") || sText.starts_with("postgres://");

@@ -47,6 +47,11 @@ inline constexpr const char * ERSTE_LAUFNUMMER = R"(INSERT INTO "LAUFNUMMER" VAL
 inline constexpr std::string_view LIES_LAUFNUMMER = R"(SELECT "LETZTE" FROM "LAUFNUMMER")";
 inline constexpr std::string_view SCHREIBE_LAUFNUMMER = R"(UPDATE "LAUFNUMMER" SET "LETZTE" = ?1)";
 
+// Where the file comes from: a table beyond the versions, only in files that somebody has marked.
+inline constexpr const char * MACHE_HERKUNFT = R"(CREATE TABLE "HERKUNFT" ("TEXT" TEXT NOT NULL))";
+inline constexpr std::string_view SCHREIBE_HERKUNFT = R"(INSERT INTO "HERKUNFT" VALUES (CAST(?1 AS TEXT)))";
+inline constexpr const char * LIES_HERKUNFT = R"(SELECT "TEXT" FROM "HERKUNFT")";
+
 // What the rows of a walk have behind the columns of the table.
 enum class EDazu {
     Nichts,

@@ -15,6 +15,9 @@
 #include <system_error>
 #include <utility>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace orvostat {
 
 namespace {
@@ -244,12 +247,13 @@ private:
 
 CGrund MacheNeue(const fs::path & pfad, bool bUngesichert, std::unique_ptr<CSqliteDatei> & pDatei,
                  CUnfertig & unfertig) {
-    std::error_code fehler;
     if (!pfad.has_filename()) return "ist kein Dateiname."_t;
-    if (fs::exists(fs::symlink_status(pfad, fehler))) return "gibt es schon."_t;
+    // By us, since SQLite would take a file that somebody else has made meanwhile.
+    const int iHandle = open(pfad.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (iHandle < 0) return errno == EEXIST ? "gibt es schon."_t : Systemgrund("anlegen"_t, errno);
+    close(iHandle);
     unfertig.Beginnt(pfad);
-    CVerbindung pVerbindung =
-        Verbinde(AlsUtf8(pfad), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, GEDULD_OEFFNEN_MS);
+    CVerbindung pVerbindung = Verbinde(AlsUtf8(pfad), SQLITE_OPEN_READWRITE, GEDULD_OEFFNEN_MS);
     if (!pVerbindung) return Systemgrund("anlegen"_t, errno);
     pDatei = std::make_unique<CSqliteDatei>(std::move(pVerbindung), false);
     if (LegeAn(*pDatei, bUngesichert)) return {};
@@ -351,6 +355,19 @@ std::int64_t CSqliteSpeicher::Zeilenzahl(const STabelle & tabelle) { return m_pD
 bool CSqliteSpeicher::NurLesen() const { return m_pDatei->NurLesen(); }
 ESpeicherursache CSqliteSpeicher::LetzteUrsache() const { return m_pDatei->LetzteUrsache(); }
 const std::string & CSqliteSpeicher::LetzterFehler() const { return m_pDatei->LetzterFehler(); }
+
+bool CSqliteSpeicher::SetzeHerkunft(std::string_view sHerkunft) {
+    if (NurLesen() || !m_pDatei->Fuehre(schema::MACHE_HERKUNFT)) return false;
+    const CAnweisung pAnweisung = m_pDatei->Bereite(schema::SCHREIBE_HERKUNFT);
+    return pAnweisung && BindeBytes(pAnweisung.get(), 1, sHerkunft) && m_pDatei->Fuehre(pAnweisung.get());
+}
+
+std::string CSqliteSpeicher::Herkunft() {
+    sqlite3_stmt * p = nullptr; // null, and no failure, where the file has no such table
+    sqlite3_prepare_v2(m_pDatei->Verbindung(), schema::LIES_HERKUNFT, -1, &p, nullptr);
+    const CAnweisung pAnweisung(p);
+    return p && sqlite3_step(p) == SQLITE_ROW ? std::string(Bytes(p, 0)) : std::string();
+}
 
 std::string CSqliteSpeicher::WegSql(const STabelle & tabelle) const {
     return schema::Weg(tabelle, 1, false, false, m_pDatei->Dazu());

@@ -32,155 +32,110 @@ std::vector<CSpalten> Lies(const std::string & sDatei) {
     return vZeilen;
 }
 
-CString Zahltext(std::int64_t i) { return CString(std::string_view(std::to_string(i))); }
-
-// Stored text of so many millionths of a euro: hundredths, and behind a point what is left.
-CString EuroAusMillionsteln(std::int64_t iMillionstel) {
-    std::string s = std::to_string(iMillionstel / 10'000);
-    std::string sRest = std::to_string(10'000 + iMillionstel % 10'000).substr(1);
-    sRest.erase(sRest.find_last_not_of('0') + 1);
-    if (!sRest.empty()) s += "." + sRest;
-    return CString(std::string_view("e" + s));
-}
-
 class CGebuehrenTest : public CAccuTest {
 protected:
-    // One service on a day; of the given kind of point value, if not of that of its fee row.
-    CBehHitLine Bewerte(CBehHitLine hit, const std::string & sNummer, char cPwLArt = 0) {
+    CDBetrag Betrag(CBehHitLine hit, const std::string & sNummer) {
         hit.LSTNR = AusUtf8(sNummer);
         hit.ANZAHL = 100;
         hit.WSO_ERG = "1";
         m_accu.GetGOData(hit);
-        if (cPwLArt != 0) hit.PWLART = cPwLArt;
         m_accu.GetPunkte(hit);
         m_accu.GetBetrag(hit, nullptr);
-        return hit;
+        return hit.BETRAG;
     }
-};
-
-// ---- GOZ
-
-class CGozTest : public CGebuehrenTest {
-protected:
-    CGozTest() {
-        for (const CSpalten & zeile : m_vZeilen)
-            Schreibe("GO GOART=q GOSUBART=1 LSTNR=\"" + zeile[0] + "\" GEBPKT=" + zeile[1]);
-    }
-    CString Betrag(const std::string & sNummer, int iFaktor) {
+    std::string GozBetrag(const std::string & sNummer, int iFaktor) {
         CBehHitLine hit;
         hit.GOART = 'q';
-        hit.FAKTOR = Zahltext(iFaktor);
-        return AusUtf8(Wert(Bewerte(hit, sNummer).BETRAG));
+        hit.FAKTOR = itoc(iFaktor);
+        return Wert(Betrag(hit, sNummer));
     }
-    std::vector<CSpalten> m_vZeilen = Lies("goz.csv");
+    std::string BemaBetrag(const CSpalten & zeile, const std::string & sKasse, const std::string & sDatum);
 };
 
 // The amount of a number of points at a factor in ten-thousandths.
-CString GozBetrag(std::int64_t iPunkte, std::int64_t iFaktor) {
+std::string GozSoll(std::int64_t iPunkte, std::int64_t iFaktor) {
     constexpr std::int64_t CENT = 1'000'000'000; // a cent in units of the product
-    return "e" + Zahltext((iPunkte * 562421 * iFaktor + CENT / 2) / CENT);
+    return "e" + std::to_string((iPunkte * 562421 * iFaktor + CENT / 2) / CENT);
 }
 
-TEST_F(CGozTest, JedeZeileZuDenUeblichenFaktoren) {
-    ASSERT_EQ(m_vZeilen.size(), 42u);
-    for (const CSpalten & zeile : m_vZeilen)
+TEST_F(CGebuehrenTest, JedeZeileDerGozZuDenUeblichenFaktoren) {
+    const std::vector<CSpalten> vZeilen = Lies("goz.csv");
+    for (const CSpalten & zeile : vZeilen)
+        Schreibe("GO GOART=q GOSUBART=1 LSTNR=\"" + zeile[0] + "\" GEBPKT=" + zeile[1]);
+    for (const CSpalten & zeile : vZeilen)
         for (const int iFaktor : {10000, 23000, 35000})
-            EXPECT_EQ(Betrag(zeile[0], iFaktor), GozBetrag(std::stoi(zeile[1]), iFaktor)) << zeile[0];
+            EXPECT_EQ(GozBetrag(zeile[0], iFaktor), GozSoll(std::stoi(zeile[1]), iFaktor)) << zeile[0];
     EXPECT_TRUE(m_accu.m_vBehErrors.empty());
     EXPECT_EQ(m_accu.m_vGO.size(), 42u) << "each row is read once";
     // As dentists' invoices show them.
-    EXPECT_EQ(Betrag("0010", 23000), "e1294"_t);
-    EXPECT_EQ(Betrag("2210", 23000), "e21706"_t);
-    EXPECT_EQ(Betrag("4050", 10000), "e56"_t);
+    EXPECT_EQ(GozBetrag("0010", 23000), "e1294");
+    EXPECT_EQ(GozBetrag("2210", 23000), "e21706");
+    EXPECT_EQ(GozBetrag("4050", 10000), "e56");
 }
 
-TEST_F(CGozTest, JedePunktzahlZuJedemFaktorDesRahmens) {
+TEST_F(CGebuehrenTest, JedePunktzahlDerGozZuJedemFaktorDesRahmens) {
     CBehHitLine hit;
     hit.GOART = 'q';
     hit.GOSUBART = '1';
     hit.ANZAHL = 100;
     for (int iFaktor = 10000; iFaktor <= 35000; iFaktor += 500) {
-        hit.FAKTOR = Zahltext(iFaktor);
+        hit.FAKTOR = itoc(iFaktor);
         for (hit.PUNKTE = 1; hit.PUNKTE <= 3000; ++hit.PUNKTE) {
             m_accu.GetBetrag(hit, nullptr);
-            ASSERT_EQ(AusUtf8(Wert(hit.BETRAG)), GozBetrag(hit.PUNKTE, iFaktor))
-                << hit.PUNKTE << " x " << iFaktor;
+            ASSERT_EQ(Wert(hit.BETRAG), GozSoll(hit.PUNKTE, iFaktor)) << hit.PUNKTE << " x " << iFaktor;
         }
     }
 }
-
-// ---- BEMA
 
 // A group of the schedule, how it is billed, and its kind in the table of point values. Individual prophylaxis is
 // billed with conservative treatment and tells itself apart by its fee rows.
 struct SGruppe {
-    char cAbrArt, cPwLArt;
-    CString sPwLArtZeile;
+    char cAbrArt, cPwLArt, cPwLArtZeile;
 };
-const std::map<std::string, SGruppe> GRUPPEN = {
-    {"KCH", {'c', 'a', "a"}}, {"IP", {'c', 'c', "c"}},  {"KFO", {'k', 'i', "x"}},
-    {"ZE", {'z', 'f', "x"}},  {"PAR", {'p', 'g', "x"}}, {"KBR", {'b', 'h', "x"}},
-};
+const std::map<std::string, SGruppe> GRUPPEN = {{"KCH", {'c', 'a', 'a'}}, {"IP", {'c', 'c', 'c'}},
+                                                {"KFO", {'k', 'i', 'x'}}, {"ZE", {'z', 'f', 'x'}},
+                                                {"PAR", {'p', 'g', 'x'}}, {"KBR", {'b', 'h', 'x'}}};
 
 // A published value has four decimals: in ten-thousandths of a euro.
 int Zehntausendstel(std::string sWert) { return std::stoi(sWert.erase(sWert.find('.'), 1)); }
 
-class CBemaTest : public CGebuehrenTest {
-protected:
-    CBemaTest() {
-        std::erase_if(m_vZeilen, [](const CSpalten & zeile) { return zeile[4] != "BEMA"; }); // invented
-        for (const CSpalten & zeile : m_vZeilen)
-            Schreibe("GO GOART=k LSTNR=\"" + zeile[0] + "\" GEBPKT=" + zeile[2] +
-                     "00 PWLART=" + GRUPPEN.at(zeile[3]).sPwLArtZeile.Utf8());
-        for (const CSpalten & wert : m_vPunktwerte)
-            Schreibe("PUNKTWERT PWAB=" + wert[2] + " PWGRP=" + wert[0] + " PWLART=" +
-                     GRUPPEN.at(wert[1]).cPwLArt + " PWWEST=e" + std::to_string(Zehntausendstel(wert[3])));
-        m_accu.GetAllPw();
-    }
-    static CBehHitLine Leistung(const std::string & sDatum, const std::string & sKasse = "") {
-        CBehHitLine hit;
-        hit.DATUM = AusUtf8(sDatum);
-        hit.GOART = 'k';
-        hit.KASSENPWGRP = AusUtf8(sKasse);
-        return hit;
-    }
-    std::vector<CSpalten> m_vZeilen = Lies("bema.csv");
-    std::vector<CSpalten> m_vPunktwerte = Lies("punktwerte.csv"); // insurer, group, first day, value
-};
+// In whole cents.
+std::string CGebuehrenTest::BemaBetrag(const CSpalten & zeile, const std::string & sKasse,
+                                       const std::string & sDatum) {
+    CBehHitLine hit;
+    hit.GOART = 'k';
+    hit.ABRART = GRUPPEN.at(zeile[3]).cAbrArt;
+    hit.KASSENPWGRP = AusUtf8(sKasse);
+    hit.DATUM = AusUtf8(sDatum);
+    CDBetrag betrag = Betrag(hit, zeile[0]);
+    return Wert(betrag.Round());
+}
 
-// Each service on the first day of each value, as if it belonged to the value's group of services.
-TEST_F(CBemaTest, JedeZeileMitJedemPunktwert) {
-    ASSERT_EQ(m_vZeilen.size(), 95u);
-    ASSERT_EQ(m_vPunktwerte.size(), 13u);
-    for (const CSpalten & zeile : m_vZeilen)
-        for (const CSpalten & wert : m_vPunktwerte) {
-            SCOPED_TRACE(zeile[0] + " x " + wert[0] + " " + wert[1] + " " + wert[2]);
-            const std::int64_t iBetrag = std::int64_t{std::stoi(zeile[2])} * Zehntausendstel(wert[3]);
-            CBehHitLine hit = Bewerte(Leistung(wert[2], wert[0]), zeile[0], GRUPPEN.at(wert[1]).cPwLArt);
-            EXPECT_EQ(AusUtf8(Wert(hit.BETRAG)), EuroAusMillionsteln(100 * iBetrag));
-            hit.BETRAG.Round();
-            EXPECT_EQ(AusUtf8(Wert(hit.BETRAG)), "e" + Zahltext((iBetrag + 50) / 100));
+TEST_F(CGebuehrenTest, JedeZeileDesBemaZuJedemPunktwertIhrerGruppe) {
+    std::vector<CSpalten> vZeilen = Lies("bema.csv");
+    const std::vector<CSpalten> vPunktwerte = Lies("punktwerte.csv"); // insurer, group, first day, value
+    std::erase_if(vZeilen, [](const CSpalten & zeile) { return zeile[4] != "BEMA"; }); // invented
+    for (const CSpalten & zeile : vZeilen)
+        Schreibe("GO GOART=k LSTNR=\"" + zeile[0] + "\" GEBPKT=" + zeile[2] +
+                 "00 PWLART=" + GRUPPEN.at(zeile[3]).cPwLArtZeile);
+    for (const CSpalten & wert : vPunktwerte)
+        Schreibe("PUNKTWERT PWAB=" + wert[2] + " PWGRP=" + wert[0] + " PWLART=" +
+                 GRUPPEN.at(wert[1]).cPwLArt + " PWWEST=e" + std::to_string(Zehntausendstel(wert[3])));
+    m_accu.GetAllPw();
+    for (const CSpalten & zeile : vZeilen)
+        for (const CSpalten & wert : vPunktwerte) {
+            if (wert[1] != zeile[3]) continue;
+            const int iBetrag = std::stoi(zeile[2]) * Zehntausendstel(wert[3]);
+            EXPECT_EQ(BemaBetrag(zeile, wert[0], wert[2]), "e" + std::to_string((iBetrag + 50) / 100))
+                << zeile[0] << " x " << wert[0] << " " << wert[2];
         }
     EXPECT_TRUE(m_accu.m_vBehErrors.empty());
-}
-
-TEST_F(CBemaTest, JedeZeileNimmtDenPunktwertIhrerGruppe) {
-    for (const CSpalten & zeile : m_vZeilen) {
-        CBehHitLine hit = Leistung("20250301");
-        hit.ABRART = GRUPPEN.at(zeile[3]).cAbrArt;
-        EXPECT_EQ(Bewerte(hit, zeile[0]).PWLART, GRUPPEN.at(zeile[3]).cPwLArt) << zeile[0];
-    }
-}
-
-// A filling of one surface at an insurer of the region through the years: 33 points.
-TEST_F(CBemaTest, EinflaechigeFuellungDurchDieJahre) {
-    const std::pair<const char *, const char *> aFaelle[] = {
-        {"20151231", "e2938"}, {"20160101", "e3313"}, {"20241231", "e3313"}, {"20250101", "e4367"}};
-    for (const auto & [pDatum, pBetrag] : aFaelle) {
-        CBehHitLine hit = Bewerte(Leistung(pDatum, "aok"), "13a", 'a');
-        hit.BETRAG.Round();
-        EXPECT_EQ(Wert(hit.BETRAG), pBetrag) << pDatum;
-    }
+    // A filling of one surface at an insurer of the region through the years: 33 points.
+    for (const auto & [pDatum, pBetrag] : {std::pair("20151231", "e2938"),
+                                           {"20160101", "e3313"},
+                                           {"20241231", "e3313"},
+                                           {"20250101", "e4367"}})
+        EXPECT_EQ(BemaBetrag({"13a", "", "", "KCH"}, "aok", pDatum), pBetrag) << pDatum;
 }
 
 } // namespace

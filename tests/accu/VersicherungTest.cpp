@@ -35,27 +35,19 @@ public:
             v.push_back(kas.KASKUERZEL.Utf8() + ' ' + kas.m_sGueltigAb.Utf8());
         fall.Aus("KASSEN", v);
     }
-    // A first entry "alt" with ALT.
-    void Auswahl(CFall & fall) {
-        if (fall.Ein<bool>("ALT")) m_accu.m_vKas = {Kasse("alt", "20000101")};
-        Waehle(m_accu, fall);
-    }
     void EineKasse(CFall & fall) {
-        Auswahl(fall);
+        Waehle(m_accu, fall);
+        if (fall.Ein<bool>("ALT")) m_accu.m_vKas = {Kasse("alt", "20000101")};
         (void)HatGelesen();
-        if (fall.Ein<bool>("EIGENES")) { // the code is the record's own
-            EXPECT_EQ(m_accu.ReadKas(fall.Ein("KUERZEL")), 0);
-            EXPECT_EQ(m_accu.ReadKas(m_accu.m_pROrvoKas->m_KASKUERZEL), 0);
-            fall.Aus("JA", m_accu.GetKasFromVDesc(m_accu.m_pROrvoKas->m_KASKUERZEL, fall.Ein("DATUM"), ""));
-        } else {
-            fall.Aus("JA", m_accu.GetKasFromVDesc(fall.Ein("KUERZEL"), fall.Ein("DATUM"), ""));
-        }
+        CString & sKuerzel = m_accu.m_pROrvoKas->m_KASKUERZEL; // the code may be the record's own
+        sKuerzel = fall.Ein("KUERZEL");
+        fall.Aus("JA", m_accu.GetKasFromVDesc(sKuerzel, fall.Ein("DATUM"), ""));
         if (fall.Erwartet("GELESEN")) fall.Aus("GELESEN", HatGelesen());
         if (fall.Erwartet("KASSEN")) Kassen(fall);
         if (fall.Erwartet("POS")) fall.Aus("POS", m_accu.FindKas(fall.Ein("KUERZEL"), fall.Ein("DATUM")));
     }
     void AlleKassen(CFall & fall) {
-        Auswahl(fall);
+        Waehle(m_accu, fall);
         m_accu.m_mapVDesc["1"].clear();
         for (const CString & sKuerzel : fall.Ein<std::vector<CString>>("PERIODEN"))
             m_accu.m_mapVDesc["1"].emplace_back().KASKUERZEL = sKuerzel;
@@ -86,10 +78,6 @@ public:
         Waehle(m_accu, fall);
         fall.Aus("JA", m_accu.IsPrivatPatient(fall.Ein("PATNR", "1"_t), fall.Ein("VON"), fall.Ein("BIS")));
     }
-    void Nachweis(CFall & fall) {
-        Waehle(m_accu, fall);
-        fall.Aus("JA", m_accu.CheckKvkVorgaben(Periode("", "", fall.Ein("VNACHWEIS"))));
-    }
     // The card section, for a patient with one period or with none.
     void Karte(CFall & fall) {
         Waehle(m_accu, fall);
@@ -113,41 +101,28 @@ TEST_F(VersicherungTest, Faelle) {
                                     {"kassen", &VersicherungTest::AlleKassen},
                                     {"periode", &VersicherungTest::Periodenwahl},
                                     {"privat", &VersicherungTest::Privatpatient},
-                                    {"nachweis", &VersicherungTest::Nachweis},
                                     {"karte", &VersicherungTest::Karte}});
 }
 
 // ---- insurers
 
-TEST_F(VersicherungTest, FindKasFollowsWhateverHappensToTheTable) {
+// The random model of the fee rows proves what can happen to such a table; here is what is the insurers' own.
+TEST_F(VersicherungTest, FindKasFollowsTheTable) {
     auto & vKas = m_accu.m_vKas;
     vKas = {Kasse("aok", "20200101"), Kasse("aok", "19800101"), Kasse("BKK", "20150101")};
-    EXPECT_EQ(m_accu.FindKas("AOK", "20210101"), 0);
-    EXPECT_EQ(m_accu.FindKas("Aok", "20191231"), 1);
-    EXPECT_EQ(m_accu.FindKas("bkk", "20150101"), 2);
-    EXPECT_EQ(m_accu.FindKas("bkk", "20141231"), -2);
-    EXPECT_EQ(m_accu.FindKas("tk", "20210101"), -1);
+    const auto Finde = [this](const char * pKuerzel, const char * pDatum) {
+        return m_accu.FindKas(pKuerzel, pDatum);
+    };
+    EXPECT_EQ(Werte(Finde("AOK", "20210101"), Finde("Aok", "20191231"), Finde("bkk", "20150101")), "|1|2");
+    EXPECT_EQ(Werte(Finde("bkk", "20141231"), Finde("tk", "20210101")), "-2|-1");
     vKas[2].m_sGueltigAb = "20100101";
-    EXPECT_EQ(m_accu.FindKas("bkk", "20141231"), 2);
+    EXPECT_EQ(Finde("bkk", "20141231"), 2);
     vKas[2].KASKUERZEL = "tk";
-    EXPECT_EQ(m_accu.FindKas("bkk", "20210101"), -1);
-    EXPECT_EQ(m_accu.FindKas("TK", "20210101"), 2);
+    EXPECT_EQ(Werte(Finde("bkk", "20210101"), Finde("TK", "20210101")), "-1|2");
     vKas.erase(vKas.begin());
-    EXPECT_EQ(m_accu.FindKas("Aok", "20210101"), 0);
-    vKas = {Kasse("bkk", "20200101"), Kasse("aok", "20200101")};
-    EXPECT_EQ(m_accu.FindKas("bkk", "20210101"), 0);
-    std::vector<CKas> vListe = {Kasse("tk", "20200101")};
-    vKas = vListe;
-    EXPECT_EQ(m_accu.FindKas("tk", "20210101"), 0);
-    vKas.front().KASKUERZEL = "bkk";
-    EXPECT_EQ(m_accu.FindKas("tk", "20210101"), -1);
-    vKas.assign(2, vListe[0]);
-    EXPECT_EQ(m_accu.FindKas("bkk", "20210101"), -1);
-    EXPECT_EQ(m_accu.FindKas("tk", "20210101"), 0);
-    const std::vector<CKas> & vLesend = vKas;
-    EXPECT_EQ(vLesend.size(), 2U);
+    EXPECT_EQ(Finde("Aok", "20210101"), 0);
     const auto vWeg = std::move(vKas);
-    EXPECT_EQ(m_accu.FindKas("tk", "20210101"), -1);
+    EXPECT_EQ(Finde("tk", "20210101"), -1);
 }
 
 // ---- periods
@@ -162,8 +137,6 @@ TEST_F(VersicherungTest, GetVDescTakesThePeriodsWithAnInsurerNewestFirst) {
                 VDESC PATNR=1 VDESCNR=f VDABDATUM=20160101 VDBISDATUM=20161231 KASKUERZEL=aok)");
     EXPECT_FALSE(m_accu.GetVDesc("2", "19800101"));
     EXPECT_TRUE(m_accu.m_mapVDesc.empty());
-    EXPECT_EQ(m_accu.FindVDescByDate("2", ""), nullptr);
-    EXPECT_TRUE(m_accu.m_mapVDesc.contains("2")) << "whoever was looked up has a list";
     EXPECT_TRUE(m_accu.GetVDesc("1", "20131231"));
     m_accu.m_pRVDesc->m_VDABDATUM = "19800101";
     EXPECT_TRUE(m_accu.GetVDesc(m_accu.m_pRVDesc->m_PATNR, m_accu.m_pRVDesc->m_VDABDATUM));

@@ -10,11 +10,8 @@
 #include "orvostatbs/host/Textfunktionen.h"
 #include "support/Fehlerdateien.h"
 
-#include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <string>
-#include <type_traits>
+#include <utility>
 
 namespace orvostat {
 
@@ -26,49 +23,50 @@ public:
     using CStatEval<T>::FindFieldTitel;
     using CStatEval<T>::GetLineFields;
     using CStatEval<T>::MoveLineFields;
-    using CStatEval<T>::WriteLines;
 };
+
+// A file's bytes as UTF-8, "-" where there is none; writing them.
+template <class T> [[nodiscard]] std::string Inhalt(const CString & sPfad) {
+    T datei;
+    if (!datei.Open(sPfad, T::modeRead)) return "-";
+    std::string s(static_cast<std::size_t>(datei.GetLength()), '\0');
+    datei.Read(s.data(), static_cast<unsigned>(s.size()));
+    return NachUtf8(s);
+}
+template <class T> void Lege(const CString & sPfad, const std::string & sText) {
+    T datei;
+    ASSERT_TRUE(datei.Open(sPfad, T::modeCreate | T::modeWrite));
+    datei.WriteString(std::string_view(sText));
+    datei.Close();
+}
 
 class CDateiTest : public CAccuTest {
 protected:
     CDateiTest() {
         std::filesystem::create_directories(m_verzeichnis / "daten" / "stat" / "01");
-        for (const CString & sPool :
-             {"gostattyp"_t, "gostattyp2"_t, "gostattyp3"_t, "gostattyp4"_t, "statistikspalte"_t,
-              "medstatistikspalte"_t, "kassenarttyp"_t, "techlsttyp"_t, "kassengrptyp"_t, "hvmbudget"_t})
-            Schreibe("SELECTPOOL SPLFD=1 SPKEY=k SPPOOL=" + sPool.Utf8());
+        for (const char * pPool :
+             {"gostattyp", "gostattyp2", "gostattyp3", "gostattyp4", "statistikspalte", "medstatistikspalte",
+              "kassenarttyp", "techlsttyp", "kassengrptyp", "hvmbudget"})
+            Schreibe(std::string("SELECTPOOL SPLFD=1 SPKEY=k SPPOOL=") + pPool);
     }
 
-    // The columns of a line that differ from those of an empty one: "DATUM=20240101 TEXT=..."
-    [[nodiscard]] std::string Spalten(const CStatLines & zeile) {
-        CPruefeval<CStdioFile> eval;
-        CStatLines line = zeile;
+    // Lets an operation of the files of both kinds fail from now on; none without one.
+    void Stoere(CFehlerdateien::EWo eWo = CFehlerdateien::NIRGENDS, int iUrsache = 13) {
+        m_platte.FehlerBei(eWo, iUrsache);
+        m_bestand.FehlerBei(eWo, iUrsache);
+    }
+    // What the user was told since the last call: "E title: text".
+    [[nodiscard]] std::string Gesagt() {
         std::string s;
-        for (int i = 0; i <= 222; ++i) {
-            const CString sWert = eval.GetField(i, line);
-            if (sWert == eval.GetField(i, m_leer) || i == 129 || i == 134) continue; // shared slots once
-            s += (s.empty() ? "" : " ") + (VarNames[i] ? std::string(VarNames[i]) : std::to_string(i)) + '=' +
-                 sWert.Utf8();
-        }
+        for (const SPrompt & prompt : std::exchange(m_rekorder.m_vPrompts, {}))
+            s += std::string(1, "HEI?"[prompt.eArt]) + ' ' + (prompt.sTitel + ": " + prompt.sText).Utf8();
         return s;
     }
 
-    // A file's bytes as UTF-8, "-" where there is none; writing them.
-    template <class T> [[nodiscard]] static std::string Inhalt(const CString & sPfad) {
-        T datei;
-        if (!datei.Open(sPfad, T::modeRead)) return "-";
-        std::string s(static_cast<std::size_t>(datei.GetLength()), '\0');
-        datei.Read(s.data(), static_cast<unsigned>(s.size()));
-        return NachUtf8(s);
-    }
-    template <class T> static void Lege(const CString & sPfad, const std::string & sText) {
-        T datei;
-        ASSERT_TRUE(datei.Open(sPfad, T::modeCreate | T::modeWrite));
-        datei.WriteString(std::string_view(sText));
-        datei.Close();
-    }
-
-    CStatLines m_leer;
+private:
+    CFehlerdateien m_platte{Plattendateien()}, m_bestand{Bestandsdateien()};
+    CPlattendateienErsatz m_platteErsatz{m_platte};
+    CBestandsdateienErsatz m_bestandErsatz{m_bestand};
 };
 
 } // namespace orvostat

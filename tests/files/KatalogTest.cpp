@@ -2,7 +2,6 @@
 #include "files/DateiTest.h"
 
 #include <string>
-#include <vector>
 
 namespace orvostat {
 namespace {
@@ -51,54 +50,25 @@ TEST_F(KatalogTest, TitelUndFormen) {
     EXPECT_EQ(sIst, " " + Zeile("columns"));
     static_assert(sizeof VarNames == 224 * sizeof *VarNames);
     for (int i = 220; i < 224; ++i) {
-        EXPECT_EQ(VarNames[i], nullptr);
-        EXPECT_EQ(Form(i), i < 223 ? 's' : '-');
+        EXPECT_TRUE(VarNames[i] == nullptr && Form(i) == (i < 223 ? 's' : '-'));
     }
-    for (const int i : {-2, -1, 223, 224, 100'000}) {
-        CStatLines line;
-        m_eval.MoveLineFields(i, "x", line);
-        EXPECT_EQ(m_eval.GetField(i, line), ""_t);
-        EXPECT_EQ(Spalten(line), "");
-    }
-}
-
-TEST_F(KatalogTest, FelderInIhrerReihenfolge) {
-    const CStatLines line;
-    std::string sIst;
-    std::vector<const void *> vOrte;
-#define FELD(TYP, NAME, START)                                                                               \
-    sIst += " " #NAME;                                                                                       \
-    vOrte.push_back(&line.NAME);
-#include "orvostatbs/files/StatLines.def"
-    EXPECT_EQ(sIst, " " + Zeile("fields"));
-    EXPECT_TRUE(std::is_sorted(vOrte.begin(), vOrte.end()));
-}
-
-// Each column has a slot of its own, but for two pairs.
-TEST_F(KatalogTest, JederTitelHatSeinFeld) {
-    std::string sPaare;
-    for (int i = 0; i <= 222; ++i) {
-        if (Form(i) == '-') continue;
-        CStatLines line;
-        m_eval.MoveLineFields(i, i == 174 || i == 175 ? CString("0") : CString("1"), line);
-        for (int j = 0; j <= 222; ++j) {
-            const bool bGeaendert = m_eval.GetField(j, line) != m_eval.GetField(j, m_leer);
-            if (bGeaendert && i < j) sPaare += std::string(VarNames[i]) + '/' + VarNames[j] + ' ';
-            EXPECT_FALSE(i == j && !bGeaendert) << i;
-        }
-    }
-    EXPECT_EQ(sPaare, "BEHANDLERNR/TECHNIKER TEXT/BEMERKUNG ");
+    CStatLines line;
+    for (int i = -2; i < 230; ++i)
+        m_eval.MoveLineFields(i, itoc(i), line);
+    sIst.clear();
+    for (int i = -2; i < 230; ++i)
+        if (m_eval.GetField(i, line) != itoc(i) && Form(i) == 's') sIst += VarNames[i] + std::string(" ");
+    EXPECT_EQ(sIst, "BEHANDLERNR TEXT "); // their slots are TECHNIKER's and BEMERKUNG's too
+    EXPECT_EQ(m_eval.GetField(-1, line) + m_eval.GetField(223, line), ""_t);
 }
 
 TEST_F(KatalogTest, Layouts) {
     for (const auto & [pName, pLayout] : LAYOUTS) {
         std::string sIst;
-        int iSpalten = 0;
-        for (const int * p = pLayout; *p != -1; ++p, ++iSpalten)
+        for (const int * p = pLayout; *p != -1; ++p)
             sIst += ' ' + (VarNames[*p] ? std::string(VarNames[*p]) : std::to_string(*p));
-        EXPECT_EQ(std::to_string(iSpalten) + sIst, Zeile(pName)) << pName;
+        EXPECT_EQ(sIst, " " + Zeile(pName)) << pName;
     }
-    EXPECT_EQ(std::size(LAYOUTS), 25u);
 }
 
 TEST_F(KatalogTest, SpaltenImEinzelnen) {
@@ -107,23 +77,16 @@ TEST_F(KatalogTest, SpaltenImEinzelnen) {
         CString sWert;
         std::string sZurueck;
     } vFaelle[] = {
-        {36, "1", "1"},
-        {36, "10", "0"},
         {36, " 1", "0"},
         {122, "-1", "1"},
-        {122, "0", "0"},
-        {138, "x1", "0"},
-        {174, "0", "0"},
+        {122, "x1", "0"},
         {174, "00", "1"},
-        {92, "12", "1"},
         {55, " a", " "},
         {212, "-1", "4294967295"},
-        {212, "4294967295", "4294967295"},
         {212, "99999999999"_t, "4294967295"},
-        {212, "x", "0"},
-        {21, "nur ein\nUmbruch"_t, "nur ein Umbruch"},
-        {21, "nur eine\rRueckkehr"_t, "nur eine Rueckkehr"},
+        {212, "-99999999999"_t, "2147483648"},
         {21, "a;b\r\nc"_t, "a|b  c"},
+        {21, "nur eine\rRueckkehr"_t, "nur eine Rueckkehr"},
         {22, ";", "|"},
         {19, "1;2;3;4;5;6;7"_t, "1|2|3|4|5|6|7"},
     };

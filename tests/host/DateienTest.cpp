@@ -5,11 +5,12 @@
 #include "support/Praxis.h"
 #include "support/Rechte.h"
 
-#include <fstream>
 #include <string>
 
 namespace orvostat {
 namespace {
+
+using namespace std::string_view_literals;
 
 struct SPlatte {
     using CDatei = CStdioFile;
@@ -23,6 +24,16 @@ struct SBestand {
     using CIni = CDBIniFile;
     static CDateispeicher & Dateien() { return Bestandsdateien(); }
 };
+
+// What a call throws; 0 where it does not.
+template <class F> int UrsacheVon(F f) {
+    try {
+        f();
+    } catch (const CFileException & fehler) {
+        return fehler.m_cause;
+    }
+    return 0;
+}
 
 class CDateienTest : public CPraxisTest {
 protected:
@@ -55,13 +66,18 @@ protected:
             s += '[' + std::string(sZeile.Sicht().Text()) + ']';
         return s;
     }
+    // Why a file cannot be opened; 0 where it can.
+    [[nodiscard]] int Ursache(const CString & sPfad, unsigned iModus) {
+        CFileException fehler;
+        return CDatei().Open(sPfad, iModus, &fehler) ? 0 : fehler.m_cause;
+    }
     [[nodiscard]] std::string Namen(const CString & sMuster) {
         std::string s;
         typename F::CSuche suche;
-        for (bool bMehr = suche.FindFile(sMuster); bMehr;) {
+        for (bool bMehr = suche.FindFile(Pfad(sMuster)); bMehr;) {
             bMehr = suche.FindNextFile();
             s += suche.GetFileName().Utf8() + (suche.IsDirectory() ? "\\ " : " ");
-            EXPECT_EQ(suche.GetFilePath(), Ordnerteil(sMuster) + suche.GetFileName());
+            EXPECT_EQ(suche.GetFilePath(), Ordnerteil(Pfad(sMuster)) + suche.GetFileName());
         }
         return s;
     }
@@ -70,22 +86,13 @@ using CFamilien = ::testing::Types<SPlatte, SBestand>;
 TYPED_TEST_SUITE(DateienTest, CFamilien);
 
 TYPED_TEST(DateienTest, ZeilenMitBeidenEnden) {
-    struct SFall {
-        std::string_view sText, sZeilen;
-    };
-    for (const auto & [sText, sZeilen] :
-         std::initializer_list<SFall>{{"", ""},
-                                      {"\n", "[]"},
-                                      {"a", "[a]"},
-                                      {"a\nb\n", "[a][b]"},
-                                      {"a\r\n\r\nb\r\n", "[a][][b]"},
-                                      {"a\rb\n", "[a\rb]"},
-                                      {"a\r", "[a\r]"},
-                                      {"\xE4;\xDF\n", "[\xE4;\xDF]"},
-                                      {std::string_view("a\0b\n", 4), std::string_view("[a\0b]", 5)}}) {
+    std::string s;
+    for (const std::string_view sText : {""sv, "\n"sv, "a\nb\n"sv, "a\r\n\r\nb\r\n"sv, "a\rb\n"sv, "a\r"sv,
+                                         "b\r\r\n"sv, "\xE4;\xDF\n"sv, "a\0b\n"sv}) {
         this->Schreibe("x", sText);
-        EXPECT_EQ(this->Zeilen("x"), sZeilen) << sText;
+        s += this->Zeilen("x") + "|";
     }
+    EXPECT_EQ(s, "|[]|[a][b]|[a][][b]|[a\rb]|[a]|[b]|[\xE4;\xDF]|[a\0b]|"sv);
 }
 
 // Lines longer than the buffer, lines across its end, files longer than a piece of the store.
@@ -116,71 +123,56 @@ TYPED_TEST(DateienTest, LesenUndSchreibenAnJederStelle) {
     EXPECT_EQ(datei.Seek(-1, datei.current), 65'537u);
     datei.Write("X", 1);
     EXPECT_EQ(datei.GetLength(), 100'000u);
-    datei.Close();
     ASSERT_TRUE(datei.Open(this->Pfad("x"), datei.modeRead));
     char ac[6] = {};
-    EXPECT_EQ(datei.Seek(65'534, datei.begin), 65'534u);
-    EXPECT_EQ(datei.Read(ac, 5), 5u);
+    EXPECT_TRUE(datei.Seek(65'534, datei.begin) == 65'534u && datei.Read(ac, 5) == 5u);
     EXPECT_STREQ(ac, ".abX.");
     EXPECT_EQ(datei.Seek(0, datei.current), 65'539u);
-    EXPECT_EQ(datei.Seek(99, datei.end), 100'000u);
-    EXPECT_EQ(datei.Read(ac, 5), 0u);
+    EXPECT_TRUE(datei.Seek(99, datei.end) == 100'000u && datei.Read(ac, 5) == 0u);
+    EXPECT_TRUE(datei.Seek(65'530, datei.begin) == 65'530u && datei.Read(ac, 5) == 5u);
+    ASSERT_TRUE(datei.Open(this->Pfad("x"), datei.modeRead) && datei.Read(ac, 5) == 5u) << "from its start";
+    EXPECT_STREQ(ac, ".....");
     EXPECT_THROW(datei.WriteString("x"), CFileException);
 }
 
-TYPED_TEST(DateienTest, UrsachenDesOeffnens) {
-    CFileException fehler;
-    typename TypeParam::CDatei datei;
-    EXPECT_FALSE(datei.Open(this->Pfad("fehlt"), datei.modeRead, &fehler));
-    EXPECT_EQ(fehler.m_cause, 2);
-    EXPECT_FALSE(datei.Open(this->Pfad("fehlt"), datei.modeWrite, &fehler));
-    EXPECT_EQ(fehler.m_cause, 2);
-    EXPECT_FALSE(datei.Open(this->Pfad(CString('n', 256)), TestFixture::NEU, &fehler));
-    EXPECT_EQ(fehler.m_cause, 3);
-    EXPECT_EQ(TypeParam::Dateien().Loesche(this->Pfad(CString('n', 256))), 3);
-    EXPECT_EQ(TypeParam::Dateien().Loesche(this->Pfad("fehlt")), 2);
-    EXPECT_FALSE(datei.Open(CString(), datei.modeRead, &fehler));
-    EXPECT_EQ(fehler.m_cause, 2);
+TYPED_TEST(DateienTest, UrsachenDesOeffnensUndLoeschens) {
+    const CString sZuLang = this->Pfad(CString('n', 256));
+    EXPECT_EQ(Werte(this->Ursache(this->Pfad("fehlt"), CFile::modeRead),
+                    this->Ursache(this->Pfad("fehlt"), CFile::modeWrite), this->Ursache("", CFile::modeRead),
+                    this->Ursache(sZuLang, TestFixture::NEU),
+                    TypeParam::Dateien().Loesche(this->Pfad("fehlt")), TypeParam::Dateien().Loesche(sZuLang)),
+              "2|2|2|3|2|3");
 }
 
 TYPED_TEST(DateienTest, SuchenUndLoeschen) {
     std::filesystem::create_directory(this->m_verzeichnis / "daten" / "unter");
     for (const CString & sName : {"a.SVE"_t, "b.ISV"_t, "ohne"_t, "ä.SVE"_t, "unter\\c.SVE"_t})
         this->Schreibe(sName, "x");
-    EXPECT_EQ(this->Namen(this->Pfad("*.*")), "a.SVE b.ISV ohne unter\\ ä.SVE ");
-    EXPECT_EQ(this->Namen(this->Pfad("*.SVE")), "a.SVE ä.SVE ");
-    EXPECT_EQ(this->Namen(this->Pfad("?.?S*V")), "b.ISV ");
-    EXPECT_EQ(this->Namen(this->Pfad("unter\\*"_t)), "c.SVE ");
-    EXPECT_EQ(this->Namen(this->Pfad("fehlt\\*"_t)), "");
+    EXPECT_EQ(Werte(this->Namen("*.*"), this->Namen("*.SVE"), this->Namen("?.?S*V"),
+                    this->Namen("unter\\*"_t), this->Namen("fehlt\\*"_t)),
+              "a.SVE b.ISV ohne unter\\ ä.SVE |a.SVE ä.SVE |b.ISV |c.SVE |");
     CDateispeicher & dateien = TypeParam::Dateien();
-    EXPECT_FALSE(dateien.Existiert(this->Pfad("unter")));
-    EXPECT_TRUE(dateien.Existiert(this->Pfad("a.SVE")));
-    EXPECT_EQ(dateien.Loesche(this->Pfad("a.SVE")), 0);
-    EXPECT_FALSE(dateien.Existiert(this->Pfad("a.SVE")));
+    EXPECT_TRUE(dateien.Existiert(this->Pfad("a.SVE")) && dateien.Loesche(this->Pfad("a.SVE")) == 0);
+    EXPECT_FALSE(dateien.Existiert(this->Pfad("a.SVE")) || dateien.Existiert(this->Pfad("unter")));
     EXPECT_EQ(this->Zeilen("ohne"), "[x]");
 }
 
 TYPED_TEST(DateienTest, Inidatei) {
     using CIni = typename TypeParam::CIni;
     const CString sDatei = this->Pfad("x.ISV");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "k", "*"), "*"_t);
+    const auto Gelesen = [&](const CString & s, const CString & sK) {
+        return CIni::ReadOneString(sDatei, s, sK, "*");
+    };
+    EXPECT_EQ(Gelesen("A", "k"), "*"_t);
     CIni ini(sDatei);
-    for (const auto & [sA, sK, sW] : std::initializer_list<std::array<CString, 3>>{{"A", "k", " 1 "},
-                                                                                   {"A", "q", "\"  5 12\""_t},
-                                                                                   {"B", "k", ""},
-                                                                                   {"A", "z", "a\nb\r"},
-                                                                                   {"A", "k", "2"}})
-        EXPECT_TRUE(ini.WriteString(sA, sK, sW));
-    EXPECT_TRUE(ini.Save());
-    EXPECT_EQ(this->Zeilen("x.ISV"), "[[A]][k=2][q=\"  5 12\"][z=a b ][[B]][k=]");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "q", "*"), "  5 12"_t);
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "B", "k", "*"), ""_t);
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "a", "k", "*"), "*"_t);
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "K", "*"), "*"_t);
-
+    EXPECT_TRUE(ini.WriteString("A", "q", "\"  5 12\""_t) && ini.WriteString("A", "k", " 1 ") &&
+                ini.WriteString("B", "k", "") && ini.WriteString("A", "z", "a\nb\r") &&
+                ini.WriteString("A", "k", "2") && ini.Save());
+    EXPECT_EQ(this->Zeilen("x.ISV"), "[[A]][q=\"  5 12\"][k=2][z=a b ][[B]][k=]");
+    EXPECT_EQ(Werte(Gelesen("A", "q"), Gelesen("B", "k"), Gelesen("a", "k"), Gelesen("A", "K")),
+              "  5 12||*|*");
     this->Schreibe("x.ISV", "k=vor\n\n[A]\r\nk=1\nkeine Zeile\nk=2\n[B]\nk = 3\n");
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "A", "k", "*"), "1"_t);
-    EXPECT_EQ(CIni::ReadOneString(sDatei, "B", "k", "*"), "*"_t);
+    EXPECT_EQ(Werte(Gelesen("A", "k"), Gelesen("B", "k")), "1|*");
     CIni dazu(sDatei);
     EXPECT_TRUE(dazu.WriteString("A", "n", "x") && dazu.WriteString("C", "m", "y") && dazu.Save());
     EXPECT_EQ(this->Zeilen("x.ISV"), "[k=vor][[A]][k=1][keine Zeile][k=2][n=x][[B]][k = 3][[C]][m=y]");
@@ -191,37 +183,24 @@ TYPED_TEST(DateienTest, JedeUrsacheAnJederStelle) {
     CFehlerdateien dateien(TypeParam::Dateien());
     const CPlattendateienErsatz platte(dateien);
     const CBestandsdateienErsatz bestand(dateien);
-    const auto Ursache = [&](auto eWo, auto fTu) {
+    const auto Pruefe = [&](auto eWo, auto fTu) {
         this->Schreibe("x", "abc");
-        typename TypeParam::CDatei datei;
-        EXPECT_TRUE(
-            datei.Open(this->Pfad("x"), eWo == CFehlerdateien::LESEN ? datei.modeRead : TestFixture::NEU));
         for (const int iUrsache : {1, 2, 3, 5, 10, 13, 99}) {
+            typename TypeParam::CDatei datei;
+            EXPECT_TRUE(
+                datei.Open(this->Pfad("x"), eWo == CFehlerdateien::LESEN ? datei.modeRead : datei.modeWrite));
             dateien.FehlerBei(eWo, iUrsache);
-            try {
-                fTu(datei);
-                ADD_FAILURE() << eWo << " " << iUrsache;
-            } catch (const CFileException & fehler) {
-                EXPECT_EQ(fehler.m_cause, iUrsache);
-            }
+            EXPECT_EQ(UrsacheVon([&] { fTu(datei); }), iUrsache) << eWo;
             datei.Close(); // has nothing left to fail with
             dateien.FehlerBei(CFehlerdateien::NIRGENDS);
-            EXPECT_TRUE(datei.Open(this->Pfad("x"),
-                                   eWo == CFehlerdateien::LESEN ? datei.modeRead : TestFixture::NEU));
         }
     };
     CString s;
-    Ursache(CFehlerdateien::LESEN, [&](auto & datei) { datei.ReadString(s); });
-    Ursache(CFehlerdateien::SCHREIBEN, [&](auto & datei) {
-        datei.WriteString("x");
-        datei.Flush();
-    });
-    Ursache(CFehlerdateien::SCHREIBEN, [&](auto & datei) {
-        datei.WriteString("x");
-        datei.Close();
-    });
-    Ursache(CFehlerdateien::SICHERN, [&](auto & datei) { datei.Flush(); });
-    Ursache(CFehlerdateien::SCHLIESSEN, [&](auto & datei) { datei.Close(); });
+    Pruefe(CFehlerdateien::LESEN, [&](auto & datei) { datei.ReadString(s); });
+    Pruefe(CFehlerdateien::SCHREIBEN, [&](auto & datei) { datei.WriteString("x"), datei.Flush(); });
+    Pruefe(CFehlerdateien::SCHREIBEN, [&](auto & datei) { datei.WriteString("x"), datei.Close(); });
+    Pruefe(CFehlerdateien::SICHERN, [&](auto & datei) { datei.Flush(); });
+    Pruefe(CFehlerdateien::SCHLIESSEN, [&](auto & datei) { datei.Close(); });
     // A settings file that could not be written whole is gone; one that cannot be read is not written.
     for (const auto eWo : {CFehlerdateien::OEFFNEN, CFehlerdateien::SCHREIBEN, CFehlerdateien::SCHLIESSEN}) {
         typename TypeParam::CIni ini(this->Pfad("x.ISV"));
@@ -235,8 +214,7 @@ TYPED_TEST(DateienTest, JedeUrsacheAnJederStelle) {
     for (const auto eWo : {CFehlerdateien::OEFFNEN, CFehlerdateien::LESEN}) {
         dateien.FehlerBei(eWo, 5);
         typename TypeParam::CIni ini(this->Pfad("x.ISV"));
-        EXPECT_EQ(ini.ReadString("A", "k", "*"), "*"_t);
-        EXPECT_FALSE(ini.WriteString("A", "k", "2") || ini.Save());
+        EXPECT_TRUE(ini.ReadString("A", "k", "*") == "*" && !ini.WriteString("A", "k", "2") && !ini.Save());
         dateien.FehlerBei(CFehlerdateien::NIRGENDS);
     }
     EXPECT_EQ(this->Zeilen("x.ISV"), "[[A]][k=1]");
@@ -247,39 +225,29 @@ TYPED_TEST(DateienTest, JedeUrsacheAnJederStelle) {
 using PlatteTest = DateienTest<SPlatte>;
 
 TEST_F(PlatteTest, UrsachenDesBetriebssystems) {
-    const auto Oeffne = [&](const CString & sPfad, unsigned iModus) {
-        CFileException fehler;
-        return CStdioFile().Open(sPfad, iModus, &fehler) ? 0 : fehler.m_cause;
-    };
-    std::filesystem::create_directory(m_verzeichnis / "daten" / "ordner");
+    const auto daten = m_verzeichnis / "daten";
+    std::filesystem::create_directory(daten / "ordner");
     Schreibe("datei", "x");
     Schreibe("nurles", "x");
-    std::filesystem::permissions(m_verzeichnis / "daten" / "nurles", std::filesystem::perms::owner_read);
+    std::filesystem::permissions(daten / "nurles", std::filesystem::perms::owner_read);
     const COhneRootrechte ersatz(m_verzeichnis);
-    EXPECT_EQ(Oeffne(Pfad("ordner"), CFile::modeRead), 5);
-    EXPECT_EQ(Oeffne(Pfad("ordner"), NEU), 5);
-    EXPECT_EQ(Oeffne(Pfad("weg\\x"), CFile::modeRead), 3);
-    EXPECT_EQ(Oeffne(Pfad("weg\\x"), NEU), 3);
-    EXPECT_EQ(Oeffne(Pfad("datei\\x"), NEU), 3);
-    EXPECT_EQ(Oeffne(Pfad("nurles"), NEU), 5);
-    EXPECT_EQ(Oeffne(Pfad("nurles"), CFile::modeRead), 0);
-    EXPECT_EQ(Plattendateien().Loesche(Pfad("ordner")), 5);
-    EXPECT_EQ(Plattendateien().Loesche(Pfad("weg\\x")), 3);
-    EXPECT_NO_THROW(CFile::Remove(Pfad("nurles"))); // its folder decides
+    EXPECT_EQ(Werte(Ursache(Pfad("ordner"), CFile::modeRead), Ursache(Pfad("ordner"), NEU),
+                    Ursache(Pfad("weg\\x"), CFile::modeRead), Ursache(Pfad("weg\\x"), NEU),
+                    Ursache(Pfad("datei\\x"), NEU), Ursache(Pfad("nurles"), NEU),
+                    Ursache(Pfad("nurles"), CFile::modeRead)),
+              "5|5|3|3|3|5|");
     Schreibe("ordner\\x"_t, "x");
-    std::filesystem::permissions(m_verzeichnis / "daten" / "ordner",
+    std::filesystem::permissions(daten / "ordner",
                                  std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
-    EXPECT_EQ(Plattendateien().Loesche(Pfad("ordner\\x"_t)), 5);
-    std::filesystem::permissions(m_verzeichnis / "daten" / "ordner", std::filesystem::perms::owner_all);
+    EXPECT_EQ(Werte(Plattendateien().Loesche(Pfad("ordner")), Plattendateien().Loesche(Pfad("weg\\x")),
+                    Plattendateien().Loesche(Pfad("ordner\\x"_t))),
+              "5|3|5");
+    std::filesystem::permissions(daten / "ordner", std::filesystem::perms::owner_all);
+    EXPECT_NO_THROW(CFile::Remove(Pfad("nurles"))); // its folder decides
     CStdioFile voll;
     ASSERT_TRUE(voll.Open("\\dev\\full"_t, CFile::modeWrite));
     voll.WriteString("x");
-    try {
-        voll.Flush();
-        ADD_FAILURE();
-    } catch (const CFileException & fehler) {
-        EXPECT_EQ(fehler.m_cause, 13);
-    }
+    EXPECT_EQ(UrsacheVon([&] { voll.Flush(); }), 13);
 }
 
 // ---- what only the practice's store does
@@ -292,15 +260,14 @@ TEST_F(BestandTest, EineSchlechteSchreibgruppeLaesstDieAlteDatei) {
         Schreibe("x", "alt");
         m_pSpeicher->FehlerBei(iBei);
         bool bGut = false;
-        try {
+        const int iUrsache = UrsacheVon([&] {
             CDBStdioFile datei;
             bGut = datei.Open(Pfad("x"), NEU);
             if (bGut) datei.WriteString(std::string_view(sNeu));
             datei.Close();
-        } catch (const CFileException & fehler) {
-            EXPECT_EQ(fehler.m_cause, 1);
-            bGut = false;
-        }
+        });
+        EXPECT_LE(iUrsache, 1);
+        bGut = bGut && iUrsache == 0;
         m_pSpeicher->FehlerBei(0);
         EXPECT_TRUE(Zeilen("x") == (bGut ? '[' + sNeu + ']' : "[alt]")) << iBei;
         EXPECT_EQ(m_pSpeicher->OffeneWege(), 0);
@@ -309,44 +276,31 @@ TEST_F(BestandTest, EineSchlechteSchreibgruppeLaesstDieAlteDatei) {
     ADD_FAILURE() << "never written";
 }
 
-TEST_F(BestandTest, OhneCloseGiltDerLetzteFlush) {
-    {
-        CDBStdioFile datei;
-        ASSERT_TRUE(datei.Open(Pfad("x"), NEU));
-        datei.WriteString("bleibt");
-        datei.Flush();
-        datei.WriteString(" nicht"_t);
-    }
-    EXPECT_EQ(Zeilen("x"), "[bleibt]");
-}
-
 TEST_F(BestandTest, WandertMitDerPraxisUndVerweigertOhneRecht) {
     Schreibe("stat\\01\\x"_t, "a");
     m_pfade.sDaten = "\\anderswo\\"_t;
     EXPECT_EQ(Zeilen("stat\\01\\x"_t), "[a]");
     EXPECT_TRUE(FileExistsDB("stat\\01\\x"_t));
     dbDatabase.Verbinde(nullptr); // only reading is left
-    CFileException fehler;
-    CDBStdioFile datei;
-    EXPECT_FALSE(datei.Open(Pfad("y"), NEU, &fehler));
-    EXPECT_EQ(fehler.m_cause, 5);
+    EXPECT_EQ(Ursache(Pfad("y"), NEU), 5);
     EXPECT_EQ(DeleteFileDB("stat\\01\\x"_t), 0);
     EXPECT_EQ(Zeilen("stat\\01\\x"_t), "[a]");
+}
+
+TEST_F(BestandTest, OhneCloseGiltDerLetzteFlush) {
+    {
+        CDBStdioFile datei;
+        ASSERT_TRUE(datei.Open(Pfad("x"), NEU));
+        datei.WriteString("bleibt"), datei.Flush(), datei.WriteString(" nicht"_t);
+    }
+    EXPECT_EQ(Zeilen("x"), "[bleibt]");
 }
 
 TEST_F(BestandTest, EinFehlendesStueckIstEinSchaden) {
     Schreibe("x", std::string(200'000, 'n'));
     CTDatei zeile(dbDatabase);
-    zeile.m_DATEINAME = "x";
-    zeile.m_STUECK = "00000002";
-    ASSERT_EQ(zeile.GetByK1(), 0);
-    ASSERT_EQ(zeile.Delete(), 0);
-    try {
-        static_cast<void>(Zeilen("x"));
-        ADD_FAILURE();
-    } catch (const CFileException & fehler) {
-        EXPECT_EQ(fehler.m_cause, 10);
-    }
+    ASSERT_EQ(zeile.GetRecByParam({"x", "00000002"}) + zeile.Delete(), 0);
+    EXPECT_EQ(UrsacheVon([&] { static_cast<void>(Zeilen("x")); }), 10);
 }
 
 // ---- the workstation

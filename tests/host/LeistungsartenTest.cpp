@@ -1,6 +1,6 @@
 #include "orvostatbs/host/Leistungsarten.h"
 
-#include <string>
+#include "support/Wert.h"
 
 #include <gtest/gtest.h>
 
@@ -19,8 +19,7 @@ template <class F> std::string Buchstaben(F f) {
 // GOART and behind it the GOSUBART with which it is in, "*" for all 256.
 template <class F> std::string Paare(F f) {
     std::string sPaare;
-    for (int c = 0; c < 256; ++c) {
-        const char cArt = static_cast<char>(c);
+    for (const char cArt : Buchstaben([](char) { return true; })) {
         const std::string s = Buchstaben([&](char cSub) { return f(cArt, cSub); });
         if (!s.empty()) sPaare += cArt + (s.size() == 256 ? "*" : s) + " ";
     }
@@ -28,29 +27,17 @@ template <class F> std::string Paare(F f) {
 }
 
 TEST(Leistungsarten, gruppen_enthalten_genau_ihre_buchstaben) {
-    EXPECT_EQ(Buchstaben(IstPrivatArt), "apqu");
-    EXPECT_EQ(Buchstaben(IstPunktArt), "befghk");
-    EXPECT_EQ(Buchstaben(IstKassenArt), "gk");
-    EXPECT_EQ(Buchstaben(IstGozArt), "pq");
-    EXPECT_EQ(Buchstaben(IstAlternativArt), "efh");
-    EXPECT_EQ(Buchstaben(IstLaborArt), "123456789");
-    EXPECT_EQ(Buchstaben(IstKfoAbrArt), "km");
-    EXPECT_EQ(Buchstaben(IstKbrAbrArt), "45b");
-    EXPECT_EQ(Buchstaben(IstParAbrArt), "6789p");
-    EXPECT_EQ(Buchstaben(CBuchstaben{"\xE4z"}), "z\xE4");
-}
-
-TEST(Leistungsarten, sachleistungen_nach_art_und_unterart) {
-    EXPECT_EQ(Paare(&IstKGSachLeistung), "g5678 k5678 ");
-    EXPECT_EQ(Paare(&IstPrivatSachLeistung), "pnopqrstu qnopqrstu ");
-    EXPECT_EQ(Paare(&IstSachLeistung), "1* 2* 3* 4* 7* 8* g5678 k5678 pnopqrstu qnopqrstu ");
-}
-
-TEST(Leistungsarten, private_nachweise_sind_genau_ein_buchstabe) {
-    for (const CString & s : {CString("p"), CString("P"), CString("O")})
-        EXPECT_TRUE(IstPrivatNachweis(s)) << s.Utf8();
-    for (const CString & s : {CString(), CString("o"), CString("E"), CString("pP"), CString("p ")})
-        EXPECT_FALSE(IstPrivatNachweis(s)) << s.Utf8();
+    EXPECT_EQ(Werte(Buchstaben(IstPrivatArt), Buchstaben(IstPunktArt), Buchstaben(IstKassenArt),
+                    Buchstaben(IstGozArt), Buchstaben(IstAlternativArt), Buchstaben(IstLaborArt),
+                    Buchstaben(IstKfoAbrArt), Buchstaben(IstKbrAbrArt), Buchstaben(IstParAbrArt),
+                    Buchstaben(CBuchstaben{"\xE4z"})),
+              "apqu|befghk|gk|pq|efh|123456789|km|45b|6789p|z\xE4");
+    EXPECT_EQ(Werte(Paare(&IstKGSachLeistung), Paare(&IstPrivatSachLeistung), Paare(&IstSachLeistung)),
+              "g5678 k5678 |pnopqrstu qnopqrstu |1* 2* 3* 4* 7* 8* g5678 k5678 pnopqrstu qnopqrstu ");
+    std::string sPrivat;
+    for (const char * p : {"p", "P", "O", "", "o", "E", "pP", "p "})
+        sPrivat += IstPrivatNachweis(CString(p)) ? '1' : '0';
+    EXPECT_EQ(sPrivat, "11100000");
 }
 
 } // namespace

@@ -1,10 +1,11 @@
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include "support/Rekorder.h"
+#include "support/Wert.h"
 
-#include <filesystem>
 #include <fstream>
 #include <limits>
+#include <utility>
 
 namespace orvostat {
 
@@ -13,163 +14,107 @@ namespace {
 constexpr int INT_GROSS = std::numeric_limits<int>::max();
 constexpr int INT_KLEIN = std::numeric_limits<int>::min();
 
-struct SZahl {
-    CString sText;
-    int iZahl;
-};
-
-TEST(Textfunktionen, GetMidStrWirdAufDasVorhandeneGekuerzt) {
-    const struct {
-        int iPos, iLen;
-        CString sErwartet;
-    } vFaelle[] = {{2, 2, "cd"},           {4, 9, "e"},   {2, -1, "cde"}, {5, 1, ""}, {0, 0, ""},
-                   {1, INT_GROSS, "bcde"}, {-1, 2, "ab"}, {1, -2, ""}};
-    for (const auto & fall : vFaelle)
-        EXPECT_EQ(GetMidStr("abcde", fall.iPos, fall.iLen), fall.sErwartet) << fall.iPos << ',' << fall.iLen;
-}
-
-TEST(Textfunktionen, BlanksAnDenEndenUndUeberall) {
-    const CString s = " Frau Müller-Öhm "_t;
-    EXPECT_EQ(Trim(s), "Frau Müller-Öhm"_t);
-    EXPECT_EQ(TrimRight(s), " Frau Müller-Öhm"_t);
-    EXPECT_EQ(RemoveBlanks(s), "FrauMüller-Öhm"_t);
-    EXPECT_EQ(Trim("    ") + TrimRight("    ") + RemoveBlanks("    "), CString());
-    EXPECT_EQ(Trim("\ta\n") + TrimRight("\ta\n") + RemoveBlanks("\ta\n"), "\ta\n\ta\n\ta\n"_t);
-    EXPECT_TRUE(Blank("") && Blank("    "));
-    EXPECT_FALSE(Blank(" a ") || Blank("\t"));
-}
-
-TEST(Textfunktionen, FixFuelltUndSchneidetAufDieLaenge) {
-    const struct {
-        CString sText;
-        int iLen;
-        char cFill;
-        CString sRechts, sLinks;
-    } vFaelle[] = {{"5", 3, ' ', "  5", "5  "},   {"", 2, '0', "00", "00"}, {"12345", 3, ' ', "345", "123"},
-                   {"123", 3, 'x', "123", "123"}, {"12", 0, ' ', "", ""},   {"12", INT_KLEIN, ' ', "", ""}};
-    for (const auto & fall : vFaelle) {
-        EXPECT_EQ(RightFix(fall.sText, fall.iLen, fall.cFill), fall.sRechts);
-        EXPECT_EQ(LeftFix(fall.sText, fall.iLen, fall.cFill), fall.sLinks);
-    }
-}
-
-TEST(Textfunktionen, ReplaceCharWithErsetztJedeStelle) {
+TEST(Textfunktionen, TeileUndBlanks) {
+    const auto Mitte = [](int iPos, int iLen) { return GetMidStr("abcde", iPos, iLen); };
+    EXPECT_EQ(Werte(Mitte(2, 2), Mitte(4, 9), Mitte(2, -1), Mitte(5, 1), Mitte(1, INT_GROSS), Mitte(-1, 2),
+                    Mitte(1, -2)),
+              "cd|e|cde||bcde|ab|");
+    for (const auto & [sText, sSoll] :
+         {std::pair(" Frau Müller-Öhm "_t, "Frau Müller-Öhm| Frau Müller-Öhm|FrauMüller-Öhm"),
+          {CString("    "), "||"},
+          {CString("\ta\n"), "\ta\n|\ta\n|\ta\n"}})
+        EXPECT_EQ(Werte(Trim(sText), TrimRight(sText), RemoveBlanks(sText)), sSoll);
+    EXPECT_TRUE(Blank("") && Blank("    ") && !Blank(" a ") && !Blank("\t"));
+    const auto Fix = [](const char * p, int iLen, char cFill) {
+        return Werte(RightFix(CString(p), iLen, cFill), LeftFix(CString(p), iLen, cFill));
+    };
+    EXPECT_EQ(Werte(Fix("5", 3, ' '), Fix("", 2, '0'), Fix("12345", 3, ' '), Fix("123", 3, 'x'),
+                    Fix("12", INT_KLEIN, ' ')),
+              "  5|5  |00|00|345|123|123|123||");
     CString s = ";a;;b;";
     ReplaceCharWith(s, ';', '|', 1);
     EXPECT_EQ(s, CString("|a||b|"));
-}
-
-TEST(Textfunktionen, SeparatedStrToVecBehaeltLeereTeile) {
-    const struct {
-        CString sText;
-        std::vector<CString> vErwartet;
-    } vFaelle[] = {{"", {}}, {"a", {"a"}}, {";", {"", ""}}, {"a;;Müller;"_t, {"a", "", "Müller", ""}}};
-    for (const auto & fall : vFaelle) {
-        std::vector<CString> v = {"alt"};
-        SeparatedStrToVec(fall.sText, ';', v);
-        EXPECT_EQ(v, fall.vErwartet) << fall.sText.Utf8();
-    }
-    std::vector<CString> v = {"ein langer Text;ein zweiter"_t};
+    std::vector<CString> v = {"alt"};
+    const auto Geteilt = [&v](const CString & sText) {
+        return SeparatedStrToVec(sText, ';', v), Elemente(v) + "/" + Wert(v.size());
+    };
+    EXPECT_EQ(Werte(Geteilt(CString()), Geteilt("a"), Geteilt(";"), Geteilt("a;;Müller;"_t)),
+              "/|a/1|,/2|a,,Müller,/4");
+    v = {"ein langer Text;ein zweiter"_t};
     SeparatedStrToVec(v[0], ';', v); // the text to split is an element of the result
-    EXPECT_EQ(v, (std::vector<CString>{"ein langer Text"_t, "ein zweiter"_t}));
+    EXPECT_EQ(Elemente(v), "ein langer Text,ein zweiter");
 }
 
 TEST(Textfunktionen, ZahlLiestDenAnfangUndItocSchreibtIhn) {
-    constexpr std::int64_t KLEINSTE = std::numeric_limits<std::int64_t>::min();
-    const struct {
-        CString sText;
-        int iZahl;
-        std::int64_t iZahl64;
-    } vGross[] = {{"2147483648", INT_GROSS, 2147483648},
-                  {"-2147483649", INT_KLEIN, -2147483649},
-                  {"9223372036854775808"_t, INT_GROSS, 9223372036854775807},
-                  {"99999999999999999999999999"_t, INT_GROSS, 9223372036854775807},
-                  {"-9223372036854775809"_t, INT_KLEIN, KLEINSTE}};
-    for (const auto & fall : vGross) {
-        EXPECT_EQ(Zahl(fall.sText), fall.iZahl) << fall.sText.Utf8();
-        EXPECT_EQ(Zahl64(fall.sText), fall.iZahl64) << fall.sText.Utf8();
-    }
-    const SZahl vKlein[] = {{"", 0},    {"007", 7},   {"  -12 3", -12}, {"\t\n+5", 5}, {"- 5", 0},
-                            {"+-5", 0}, {"12,5", 12}, {"a1", 0},        {"\u00B2", 0}};
-    for (const auto & fall : vKlein)
-        EXPECT_EQ(Zahl(fall.sText), fall.iZahl) << fall.sText.Utf8();
-    EXPECT_EQ(itoc(-120), CString("-120"));
-    EXPECT_EQ(itoc(KLEINSTE), "-9223372036854775808"_t);
+    const auto Gelesen = [](const char * p) { return Werte(Zahl(CString(p)), Zahl64(CString(p))); };
+    EXPECT_EQ(Werte(Gelesen("2147483648"), Gelesen("-2147483649"), Gelesen("9223372036854775808"),
+                    Gelesen("99999999999999999999999999"), Gelesen("-9223372036854775809")),
+              "2147483647|2147483648|-2147483648|-2147483649|2147483647|9223372036854775807|2147483647|"
+              "9223372036854775807|"
+              "-2147483648|-9223372036854775808");
+    EXPECT_EQ(Werte(Zahl(""), Zahl("007"), Zahl("  -12 3"), Zahl("\t\n+5"), Zahl("- 5"), Zahl("+-5"),
+                    Zahl("12,5"), Zahl("a1"), Zahl("\u00B2")),
+              "|7|-12|5|||12||");
+    EXPECT_EQ(Werte(itoc(-120), itoc(std::numeric_limits<std::int64_t>::min())), "-120|-9223372036854775808");
 }
 
 TEST(Textfunktionen, MulDivRundetHaelftenVonNullWeg) {
-    const struct {
-        int iZahl, iZaehler, iNenner, iErwartet;
-    } vFaelle[] = {{10000, 1, 3, 3333}, {10000, 2, 3, 6667}, {1, 1, 2, 1},   {1, -1, 2, -1}, {-1, -1, -2, -1},
-                   {1, -249, 100, -2},  {7, 5, -10, -4},     {0, 5, -10, 0}, {5, 3, 0, -1}};
-    for (const auto & fall : vFaelle)
-        EXPECT_EQ(MulDiv(fall.iZahl, fall.iZaehler, fall.iNenner), fall.iErwartet)
-            << fall.iZahl << " * " << fall.iZaehler << " / " << fall.iNenner;
+    EXPECT_EQ(Werte(MulDiv(10000, 1, 3), MulDiv(10000, 2, 3), MulDiv(1, 1, 2), MulDiv(1, -1, 2),
+                    MulDiv(-1, -1, -2), MulDiv(1, -249, 100), MulDiv(7, 5, -10), MulDiv(0, 5, -10),
+                    MulDiv(5, 3, 0)),
+              "3333|6667|1|-1|-1|-2|-4||-1");
     EXPECT_EQ(MulDiv(INT_GROSS, INT_GROSS, INT_GROSS), INT_GROSS) << "the product needs 64 bits";
     EXPECT_EQ(MulDiv(INT_KLEIN, INT_KLEIN, INT_KLEIN), INT_KLEIN);
-    EXPECT_EQ(MulDiv(INT_KLEIN, 1, -1), -1);
-    EXPECT_EQ(MulDiv(INT_GROSS, 2, 1), -1);
+    EXPECT_TRUE(MulDiv(INT_KLEIN, 1, -1) == -1 && MulDiv(INT_GROSS, 2, 1) == -1);
 }
 
 TEST(Textfunktionen, MwStSaetze) {
-    const SZahl vFaelle[] = {{"", 0},    {" ", 0},   {"h", 7}, {"7", 7},  {"g", 19},
-                             {"1 ", 19}, {"16", 16}, {"x", 0}, {"-5", 0}, {"7x", 0}};
-    for (const auto & fall : vFaelle)
-        EXPECT_EQ(UStKey2MwStSatz(fall.sText), fall.iZahl) << fall.sText.Utf8();
+    const auto Satz = [](const char * p) { return UStKey2MwStSatz(CString(p)); };
+    EXPECT_EQ(Werte(Satz(" "), Satz("h"), Satz("7"), Satz("g"), Satz("1 "), Satz("16"), Satz("x"), Satz("-5"),
+                    Satz("7x")),
+              "|7|7|19|19|16|||");
 }
 
+// What is no digit takes no place; the sign takes a digit's place, and further left than its own it is not seen yet.
 TEST(Textfunktionen, BildVonRechtsNachLinks) {
-    const struct {
-        CString sWert, sBild, sErwartet;
-    } vFaelle[] = {{"4711 ", "ZZZZZX", "  4711"},
-                   {"1234567", "ZZZX", "4567"},
-                   {"", "ZXX", " 00"},
-                   {"1-2a3", "ZZZX", " 123"}, // what is no digit takes no place
-                   {"-12", "VZZX", "- 12"},
-                   {"12-", "VZZX", "- 12"},
-                   {"512", "VZX", " 12"},    // the sign takes the place of a digit
-                   {"-512", "XVXX", "0 12"}, // a sign further left than its place is not seen yet
-                   {"123", "ZZ.XX", " 1.23"},
-                   {"45", "ZZ.XX", "   45"}, // nothing is left of the point
-                   {"12", "X,X-a9", "1,2-a9"}};
-    for (const auto & fall : vFaelle)
-        EXPECT_EQ(BildeBild(fall.sWert, fall.sBild), fall.sErwartet)
-            << fall.sWert.Utf8() << " in " << fall.sBild.Utf8();
+    const auto Bild = [](const char * pWert, const char * pBild) {
+        return BildeBild(CString(pWert), CString(pBild));
+    };
+    EXPECT_EQ(Werte(Bild("4711 ", "ZZZZZX"), Bild("1234567", "ZZZX"), Bild("", "ZXX"), Bild("1-2a3", "ZZZX"),
+                    Bild("-12", "VZZX"), Bild("12-", "VZZX"), Bild("512", "VZX"), Bild("-512", "XVXX"),
+                    Bild("123", "ZZ.XX"), Bild("45", "ZZ.XX"), Bild("12", "X,X-a9")),
+              "  4711|4567| 00| 123|- 12|- 12| 12|0 12| 1.23|   45|1,2-a9");
 }
 
 TEST(Textfunktionen, SortierschluesselIstInGrundbuchstabenUndGekuerzt) {
-    const auto Schluessel = [](const CString & s) { return CMxField::MakeKY(s, INT_GROSS); };
-    EXPECT_EQ(Schluessel("Müller, Anna"_t), "MULLER, ANNA"_t);
-    EXPECT_EQ(Schluessel("ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞŸŠŽŒ"_t), "AAAAAAAECEEEEIIIIDNOOOOOOUUUUYTHYSZOE"_t);
-    EXPECT_EQ(Schluessel("àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþÿšžœß"_t),
-              "AAAAAAAECEEEEIIIIDNOOOOOOUUUUYTHYSZOESS"_t);
-    EXPECT_EQ(Schluessel("a×b÷c€[_]"_t), "A×B÷C€[_]"_t);
-    EXPECT_EQ(CMxField::MakeKY("Strauß", 6), CString("STRAUS")); // also within a letter that becomes two
-    EXPECT_EQ(CMxField::MakeKY("Strauß", 7), CString("STRAUSS"));
-    EXPECT_EQ(CMxField::MakeKY("Strauß", -1), CString());
+    const auto Schluessel = [](const CString & s, int i = INT_GROSS) { return CMxField::MakeKY(s, i); };
+    const std::string sGrund = "AAAAAAAECEEEEIIIIDNOOOOOOUUUUYTHYSZOE";
+    EXPECT_EQ(Wert(Schluessel("ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞŸŠŽŒ"_t)), sGrund);
+    EXPECT_EQ(Wert(Schluessel("àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþÿšžœß"_t)), sGrund + "SS");
+    // The length may end within a letter that becomes two.
+    EXPECT_EQ(Werte(Schluessel("az×b÷c€[_], "_t), Schluessel("\u00A0"), Schluessel("Strauß", 6),
+                    Schluessel("Strauß", 7), Schluessel("Strauß", -1)),
+              "AZ×B÷C€[_], | |STRAUS|STRAUSS|");
 }
 
 class TextfunktionenAmHost : public CHostTest {}; // today is 1 July 2024
 
 TEST_F(TextfunktionenAmHost, GeburtsdatumLiegtNichtInDerZukunft) {
-    EXPECT_EQ(CorrectGebDate("20240702"), CString("19240702"));
-    EXPECT_EQ(CorrectGebDate("99991231"), CString("98991231"));
-    for (const CString & s : {CString("20240701"), CString("20991301"), CString("209912"), CString()})
-        EXPECT_EQ(CorrectGebDate(s), s);
+    const auto Richtig = [](const char * p) { return CorrectGebDate(CString(p)); };
+    EXPECT_EQ(Werte(Richtig("20240702"), Richtig("99991231"), Richtig("20240701"), Richtig("20991301"),
+                    Richtig("209912"), Richtig("")),
+              "19240702|98991231|20240701|20991301|209912|");
     m_uhr.m_zeit = {1999, 12, 31, 8, 0};
-    EXPECT_EQ(CorrectGebDate("20000229"), CString("19000228")); // 1900 was no leap year
+    EXPECT_EQ(Wert(Richtig("20000229")), "19000228"); // 1900 was no leap year
     m_uhr.m_zeit = {50, 1, 1, 8, 0};
-    EXPECT_EQ(CorrectGebDate("01010501"), CString("00010501"));
-    EXPECT_EQ(CorrectGebDate("01000501"), CString("01000501")); // there was no year 0
+    EXPECT_EQ(Werte(Richtig("01010501"), Richtig("01000501")), "00010501|01000501"); // there was no year 0
 }
 
 TEST_F(TextfunktionenAmHost, FileExistsKenntDateienUndKeineVerzeichnisse) {
     const CString sDatei = GetOrvoDataPath() + "Prüfung 1.SVE"_t;
-    EXPECT_FALSE(FileExists(sDatei));
+    EXPECT_FALSE(FileExists(sDatei) || FileExists(GetOrvoDataPath()) || FileExists(""));
     std::ofstream(m_verzeichnis / "daten" / "Prüfung 1.SVE") << "x";
     EXPECT_TRUE(FileExists(sDatei));
-    EXPECT_FALSE(FileExists(GetOrvoDataPath()));
-    EXPECT_FALSE(FileExists(""));
 }
 
 } // namespace

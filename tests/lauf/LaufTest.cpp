@@ -26,26 +26,13 @@ protected:
         accu.SetPatient(sPatient);
     }
 
-    // The hits of a kind of billing: without a plan, with one.
-    using AHits = std::array<int, 2>;
-    static AHits Hits(const CString & sAbrArt, const SLaufauftrag & auftrag) {
+    // The hits with a plan, of a kind of billing.
+    static std::int64_t Planhits(const CString & sAbrArt, const SLaufauftrag & auftrag = {}) {
         CStatAccu accu;
         Waehle(accu);
         accu.SetAbrArt(sAbrArt);
         EXPECT_EQ(CLauf(accu, auftrag).Laufe(), ELauf::Fertig);
-        AHits aiHits = {};
-        for (const CBehHitLine & hit : accu.m_vBehHits)
-            ++aiHits[hit.PLANNR.IsEmpty() ? 0 : 1];
-        return aiHits;
-    }
-
-    // Whose the treatments are, for each one.
-    static std::vector<CString> Patienten() {
-        std::vector<CString> v;
-        CTBeh beh(dbDatabase);
-        for (int i = beh.GetAll(); i == ZEILE_OK; i = beh.Next())
-            v.push_back(beh.m_PATNR);
-        return v;
+        return std::ranges::count(accu.m_vBehHits, false, [](auto & hit) { return hit.PLANNR.IsEmpty(); });
     }
 
     template <class T, class F> static void Loesche(F fIst) {
@@ -53,13 +40,15 @@ protected:
         for (int i = zeile.GetAll(); i == ZEILE_OK;)
             i = fIst(zeile) ? zeile.DeleteRec() : zeile.Next();
     }
-
-    template <class T, class F> static void Aendere(F fAendere) {
+    // Gives the number of rows.
+    template <class T, class F> static int Aendere(F fAendere) {
         T zeile(dbDatabase);
-        for (int i = zeile.GetAll(); i == ZEILE_OK; i = zeile.Next()) {
+        int iZeilen = 0;
+        for (int i = zeile.GetAll(); i == ZEILE_OK; i = zeile.Next(), ++iZeilen) {
             fAendere(zeile);
             EXPECT_EQ(zeile.RewriteRec(), 0);
         }
+        return iZeilen;
     }
 
     int m_iBisSchluss = 0;
@@ -71,77 +60,61 @@ private:
 };
 
 TEST_F(CLaufImSpeicher, ACancelledRunKeepsWhatItHas) {
-    const auto Laufe = [&](int iAntwort) {
+    for (const bool bJa : {true, false}) {
         CStatAccu accu;
         Waehle(accu);
         m_rekorder.m_iAbbruchAb = static_cast<int>(m_rekorder.m_vSchritte.size()) + 1;
-        m_rekorder.m_vAntworten = {iAntwort == SOLLICH_JA, iAntwort == SOLLICH_JA, iAntwort == SOLLICH_JA};
-        CLauf lauf(accu, SLaufauftrag());
-        const ELauf eLauf = lauf.Laufe();
-        return std::pair(eLauf, accu.m_vBehHits.size());
-    };
-    const auto [eJa, iJa] = Laufe(SOLLICH_JA);
-    EXPECT_EQ(eJa, ELauf::Abgebrochen);
-    EXPECT_GT(iJa, 400U);
-    EXPECT_LT(iJa, 513U);
-    const auto [eNein, iNein] = Laufe(0);
-    EXPECT_EQ(eNein, ELauf::Fertig);
-    EXPECT_GT(iNein, 1200U);
-    for (const auto & [iPos, iMax] : m_rekorder.m_vSchritte)
-        EXPECT_LE(iPos, iMax);
+        m_rekorder.m_vAntworten = {bJa};
+        EXPECT_EQ(CLauf(accu, SLaufauftrag()).Laufe(), bJa ? ELauf::Abgebrochen : ELauf::Fertig);
+        EXPECT_GT(accu.m_vBehHits.size(), bJa ? 400U : 1200U);
+        EXPECT_LT(accu.m_vBehHits.size(), bJa ? 513U : 9999U);
+    }
 }
 
 TEST_F(CLaufImSpeicher, EachStepOfAHitLeavesItsTrace) {
     CStatAccu accu;
     Waehle(accu);
     accu.SetSortierung('1');
-    CLauf lauf(accu, {.bOhne22a = true});
-    ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
+    ASSERT_EQ(CLauf(accu, {}).Laufe(), ELauf::Fertig);
     const std::vector<CBehHitLine> & vHits = accu.m_vBehHits;
     EXPECT_FALSE(std::ranges::is_sorted(vHits, {}, &CBehHitLine::PATNR)) << "sorted by name";
-    const auto Einer = [&](auto fIst) { EXPECT_TRUE(std::ranges::any_of(vHits, fIst)); };
-    Einer([](const CBehHitLine & hit) { return !hit.BEFUND.IsEmpty(); });
-    Einer([](const CBehHitLine & hit) { return hit.m_iLebAbschlag != 0; });
-    Einer([](const CBehHitLine & hit) { return hit.PROVISONSWERT != 0; });
-    Einer([](const CBehHitLine & hit) { return hit.ISPRIVATPATIENT; });
+    const auto Einer = [&](auto pFeld) {
+        return std::ranges::any_of(vHits, [&](auto & hit) { return hit.*pFeld != CBehHitLine().*pFeld; });
+    };
+    using H = CBehHitLine;
+    EXPECT_TRUE(Einer(&H::BEFUND) && Einer(&H::m_iLebAbschlag) && Einer(&H::PROVISONSWERT));
+    EXPECT_TRUE(Einer(&H::ISPRIVATPATIENT));
     for (const CBehHitLine & hit : vHits)
         EXPECT_EQ(hit.ISPRIVATPATIENT, hit.VDABDATUM.IsEmpty() || IstPrivatNachweis(hit.VNACHWEIS));
 }
 
 // The plan gate knows orthodontics by its letter "k"; only behind it multiband treatment gets its own.
 TEST_F(CLaufImSpeicher, MultibandComesBehindThePlanGate) {
-    EXPECT_GT(Hits("m", {})[1], 0);
-    Aendere<CTPlan>([](CTPlan & plan) { plan.m_PLANNUM = "0"; });
-    EXPECT_EQ(Hits("m", {})[1], 0);
-    Aendere<CTPlan>([](CTPlan & plan) { plan.m_PLANNUM = "80"; });
-    EXPECT_GT(Hits("m", {})[1], 0);
-    Loesche<CTBeh>([](const CTBeh & beh) { return beh.m_LSTNR >= "126" && beh.m_LSTNR < "129"; });
-    EXPECT_EQ(Hits("m", {}), (AHits{})) << "nothing is remembered from the run before";
-}
-
-TEST_F(CLaufImSpeicher, PlansOfTheShortenedProcedureCanBeLeftOut) {
+    for (const char * pStand : {"0", "80"}) {
+        Aendere<CTPlan>([&](CTPlan & plan) { plan.m_PLANNUM = pStand; });
+        EXPECT_EQ(Planhits("m") > 0, *pStand == '8');
+    }
+    Loesche<CTBeh>([](CTBeh & beh) { return beh.m_LSTNR >= "126" && beh.m_LSTNR < "129"; });
+    EXPECT_EQ(Planhits("m"), 0) << "nothing is remembered from the run before";
     Aendere<CTPlan>([](CTPlan & plan) { plan.m_PAR22A = "1"; });
-    EXPECT_GT(Hits("p", {}), (AHits{}));
-    EXPECT_EQ(Hits("p", {.bOhne22a = true}), (AHits{}));
+    EXPECT_GT(Planhits("p"), 0);
+    EXPECT_EQ(Planhits("p", {.bOhne22a = true}), 0) << "plans of the shortened procedure are left out";
 }
 
 TEST_F(CLaufImSpeicher, ASecondRunStartsFromNothing) {
     CStatAccu accu;
     Waehle(accu, "      1001");
     CLauf lauf(accu, SLaufauftrag());
-    ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
-    const std::vector<CBehHitLine> vErste = accu.m_vBehHits;
-    const std::int64_t iBehandlungen = lauf.Zahlen().iBehandlungen;
-    EXPECT_NE(accu.m_pRPat, nullptr) << "the record sets stay for whoever reads the tables";
-    EXPECT_EQ(accu.m_lAnzHits, static_cast<int>(vErste.size()));
-    ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
-    EXPECT_EQ(lauf.Zahlen().iBehandlungen, iBehandlungen);
-    ASSERT_EQ(accu.m_vBehHits.size(), vErste.size());
-    for (std::size_t i = 0; i < vErste.size(); ++i) {
-        EXPECT_TRUE(accu.m_vBehHits[i] == vErste[i]);
-        EXPECT_EQ(accu.m_vBehHits[i].KASKUERZEL, vErste[i].KASKUERZEL);
-        EXPECT_EQ(accu.m_vBehHits[i].PATNAME, vErste[i].PATNAME);
+    std::vector<std::string> vHits;
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
+        EXPECT_NE(accu.m_pRPat, nullptr) << "the record sets stay for whoever reads the tables";
+        std::string & s = vHits.emplace_back(std::to_string(lauf.Zahlen().iBehandlungen));
+        for (const CBehHitLine & hit : accu.m_vBehHits)
+            s += Werte(hit.DATUM, hit.LSTNR, hit.BETRAG, hit.KASKUERZEL, hit.PATNAME);
+        EXPECT_EQ(accu.m_lAnzHits, static_cast<int>(accu.m_vBehHits.size()));
     }
+    EXPECT_EQ(vHits[0], vHits[1]);
     accu.SetZeitraum("29990101", "");
     ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
     EXPECT_TRUE(accu.m_vBehHits.empty());
@@ -158,23 +131,30 @@ TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
         return AZahlen{accu.m_vBehHits.size(), accu.m_vGlabHits.size(), accu.m_vGipsHits.size(),
                        accu.m_vRechHits.size(), accu.m_vVerordnungHits.size()};
     };
+    CTLBlockEntry eintrag(dbDatabase); // of a block that a patient's treatments are in
+    ASSERT_EQ(eintrag.GetAll(), ZEILE_OK);
+    Aendere<CTBeh>([&](CTBeh & beh) {
+        if (beh.m_PATNR != eintrag.m_PATNR) return;
+        beh.m_LFDLBLOCK = eintrag.m_LFDLBLOCK;
+        beh.m_LSTNR = eintrag.m_LSTNR;
+    });
     CStatAccu alle;
     Waehle(alle);
     const AZahlen aAlle = Laufe(alle);
-    for (const auto & [iPos, iMax] : m_rekorder.m_vSchritte)
-        EXPECT_LE(iPos, iMax);
+    EXPECT_TRUE(std::ranges::all_of(m_rekorder.m_vSchritte, [](auto & s) { return s.first <= s.second; }));
     EXPECT_FALSE(alle.m_vGlabFaktHits.empty());
-    std::set<std::tuple<CString, CString, CString>> setBehandelt;
+    std::set<CString> setBehandelt;
     int iBloecke = 0;
-    for (const CBehHitLine & hit : alle.m_vBehHits)
-        if (!hit.ISORVOPAT && !hit.LFDLBLOCK.IsEmpty())
-            setBehandelt.emplace(hit.PATNR, hit.LFDLBLOCK, hit.LSTNR);
-    for (const CBehHitLine & hit : alle.m_vBehHits) {
-        if (!hit.ISELAB) continue;
+    for (const CBehHitLine & hit :
+         alle.m_vBehHits) { // those of blocks come last and have no number of an entry
+        const CString sLeistung = hit.PATNR + "/" + hit.LFDLBLOCK + "/" + hit.LSTNR;
+        if (!hit.LFDBEHEINTRAG.IsEmpty() && !hit.LFDLBLOCK.IsEmpty()) setBehandelt.insert(sLeistung);
+        if (!hit.LFDBEHEINTRAG.IsEmpty() || hit.LFDLBLOCK.IsEmpty()) continue;
         ++iBloecke;
-        EXPECT_FALSE(setBehandelt.contains({hit.PATNR, hit.LFDLBLOCK, hit.LSTNR}));
+        EXPECT_FALSE(setBehandelt.contains(sLeistung));
         EXPECT_FALSE(hit.PATNAME.IsEmpty() || hit.VDABDATUM.IsEmpty());
     }
+    EXPECT_FALSE(setBehandelt.empty());
     EXPECT_GT(iBloecke, 0);
 
     AZahlen aSumme = {};
@@ -206,36 +186,27 @@ TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
     for (const CRechHitLine & hit : praxis.m_vRechHits)
         EXPECT_EQ(hit.PRAXISNR, " 2"_t);
 
-    CStatAccu niemand;
-    Waehle(niemand);
-    niemand.SetChAnrede(true);
-    niemand.SetPatAnrede("zzz");
-    EXPECT_EQ(Laufe(niemand), AZahlen());
+    praxis.SetZeitraum("29990101", "");
+    EXPECT_EQ(Laufe(praxis), AZahlen());
+    praxis.SetZeitraum("", "");
+    praxis.SetSelektion("zzz");
+    EXPECT_EQ(Laufe(praxis), AZahlen());
 }
 
 // A section leaves out for its own reason only, and with every reason the account closes: the rows read are hits or
 // counted once.
 TEST_F(CLaufImSpeicher, WhatIsLeftOutIsCountedUnderOneReason) {
-    struct SFall {
-        EWeglassgrund eGrund;
-        void (*pWaehle)(CStatAccu &);
-        bool bPlangatter = false;
-    };
     using enum EWeglassgrund;
-    const auto Nichts = [](CStatAccu &) {};
-    const SFall aFaelle[] = {
+    using CWahl = void (*)(CStatAccu &);
+    const std::pair<EWeglassgrund, CWahl> aFaelle[] = {
         {Zeitraum, [](CStatAccu & a) { a.SetZeitraum("20240201", "20240831"); }},
-        {Patient,
-         [](CStatAccu & a) {
-             a.SetChAnrede(true);
-             a.SetPatAnrede("Frau");
-         }},
+        {Patient, [](CStatAccu & a) { a.SetSelektion("zzz"); }},
         {Behandler, [](CStatAccu & a) { a.SetLebs({"   3"}); }},
         {Gebuehrenart, [](CStatAccu & a) { a.SetGoArt('q'); }},
         {Erfasser, [](CStatAccu & a) { a.SetErfasser("XYZ"); }},
         {Status, [](CStatAccu & a) { a.SetIsErfasst(false); }},
         {Plan, [](CStatAccu & a) { a.SetPlan("  1"); }},
-        {Planstand, Nichts, true},
+        {Planstand, [](CStatAccu &) {}},
         {Abrechnungsart, [](CStatAccu & a) { a.SetAbrArt("c"); }},
         {Praxis, [](CStatAccu & a) { a.SetMandant(" 2"); }},
         {Versicherung, [](CStatAccu & a) { a.SetRsa(true); }},
@@ -244,39 +215,38 @@ TEST_F(CLaufImSpeicher, WhatIsLeftOutIsCountedUnderOneReason) {
         {Punktwertart, [](CStatAccu & a) { a.SetPwLArt("a"); }},
         {Abrechenbar, [](CStatAccu & a) { a.SetOnlyAbrechenbare(true); }},
         {Technik, [](CStatAccu & a) { a.SetTecGoSubArten(0); }},
-        {PlanFehlt, [](CStatAccu &) { Loesche<CTPlan>([](const CTPlan &) { return true; }); }, true},
-        {OhnePlannummer, [](CStatAccu &) { Aendere<CTBill>([](CTBill & bill) { bill.m_PLANNR = ""; }); },
-         true},
+        {PlanFehlt, [](CStatAccu &) { Loesche<CTPlan>([](CTPlan &) { return true; }); }},
+        {OhnePlannummer, [](CStatAccu &) { Aendere<CTBill>([](CTBill & b) { b.m_PLANNR = ""; }); }},
         {BehandlerUnbekannt,
-         [](CStatAccu &) { Loesche<CTLeb>([](const CTLeb & leb) { return leb.m_LEB == "   3"; }); }},
+         [](CStatAccu &) { Loesche<CTLeb>([](CTLeb & leb) { return leb.m_LEB == "   3"; }); }},
         {PraxisUnbekannt,
-         [](CStatAccu &) { Loesche<CTMandant>([](const CTMandant & md) { return md.m_MDID == " 2"; }); }},
+         [](CStatAccu &) { Loesche<CTMandant>([](CTMandant & md) { return md.m_MDID == " 2"; }); }},
     };
     EXPECT_EQ(std::size(aFaelle), WEGLASSGRUENDE);
-    const auto iAlle = static_cast<std::int64_t>(Patienten().size());
-    for (const SFall & fall : aFaelle) {
-        SCOPED_TRACE(Weglassname(fall.eGrund).Utf8());
+    const int iAlle = Aendere<CTBeh>([](CTBeh &) {});
+    for (const auto & [eGrund, fWaehle] : aFaelle) {
+        SCOPED_TRACE(Weglassname(eGrund).Utf8());
         CStatAccu accu;
         Waehle(accu);
         accu.SetTecGoSubArten(3);
-        fall.pWaehle(accu);
-        CLauf lauf(accu, {.bPlangatter = fall.bPlangatter});
+        fWaehle(accu);
+        const bool bPlangatter = eGrund == Planstand || eGrund == PlanFehlt || eGrund == OhnePlannummer;
+        CLauf lauf(accu, {.bPlangatter = bPlangatter});
         ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
         const SLaufzahlen & zahlen = lauf.Zahlen();
         EXPECT_EQ(zahlen.iBehandlungen, iAlle);
         EXPECT_EQ(zahlen.iTreffer, static_cast<std::int64_t>(accu.m_vBehHits.size()));
         EXPECT_EQ(zahlen.iTreffer + zahlen.Weggelassen(), iAlle);
-        EXPECT_GT(zahlen.Weggelassen(fall.eGrund), 0);
-        for (const SFall & anderer : aFaelle) // the defects stay from row to row
-            EXPECT_TRUE(anderer.eGrund == fall.eGrund || IstMangel(anderer.eGrund) ||
-                        zahlen.Weggelassen(anderer.eGrund) == 0);
+        EXPECT_GT(zahlen.Weggelassen(eGrund), 0);
+        for (const auto & [eAnderer, fDort] : aFaelle) // the defects stay from row to row
+            EXPECT_TRUE(eAnderer == eGrund || IstMangel(eAnderer) || zahlen.Weggelassen(eAnderer) == 0);
     }
 }
 
 // Whether it is valued or not, a treatment that is left out changes no hit; and only one that is selected has an error.
 TEST_F(CLaufImSpeicher, WhatIsLeftOutLeavesNoTrace) {
-    Loesche<CTPlan>([](const CTPlan & plan) { return plan.m_PATNR > "      1010"; });
-    Loesche<CTGO>([](const CTGO & go) { return go.m_LSTNR == "01"; });
+    Loesche<CTPlan>([](CTPlan & plan) { return plan.m_PATNR > "      1010"; });
+    Loesche<CTGO>([](CTGO & go) { return go.m_LSTNR == "01"; });
     for (const char * pLeistung : {"", "89", "91b", "nix"}) {
         std::vector<CBehHitLine> vHits;
         std::vector<CBehErrors> vFehler;
@@ -344,33 +314,30 @@ TEST_F(CLaufImSpeicher, AnObserverMayEmptyTheTables) {
         EXPECT_EQ(zahlen.iHits, static_cast<std::int64_t>(vHits.size()));
         EXPECT_EQ(accu.m_lAnzHits, static_cast<int>(vHits.size()));
         EXPECT_TRUE(std::equal(vHits.begin(), vHits.end(), soll.m_vBehHits.begin()));
+        EXPECT_EQ(zahlen.iHits == plain.Zahlen().iHits, iSchluss == 0);
         if (iSchluss != 0) {
             EXPECT_EQ(m_iBisSchluss, 0) << "not called again";
-            EXPECT_LT(vHits.size(), soll.m_vBehHits.size());
             continue;
         }
-        EXPECT_EQ(zahlen.iHits, plain.Zahlen().iHits);
+        std::set<CString> setPatienten;
+        Aendere<CTBeh>([&](CTBeh & beh) { setPatienten.insert(beh.m_PATNR); });
+        EXPECT_EQ(m_iBisSchluss, -static_cast<int>(setPatienten.size()) - 7) << "once for each";
         EXPECT_EQ(zahlen.iRechnungen, static_cast<std::int64_t>(iFakt));
         using enum ELaufstelle;
         EXPECT_EQ(vStellen, (std::vector{Patient, Behandlungen, Laborbloecke, Gewerbelabor, Sammelrechnungen,
                                          Gipsmodelle, Rechnungen, Verordnungen}));
-        const std::vector<CString> vPatienten = Patienten();
-        const std::set<CString> setPatienten(vPatienten.begin(), vPatienten.end());
-        EXPECT_EQ(m_iBisSchluss, -static_cast<int>(setPatienten.size()) - 7) << "once for each";
     }
 }
 
 // Nothing of what is missing stands in the way, and a second run does not find the hits of the first.
 TEST_F(CLaufImSpeicher, RawHitsNeedNoMasterData) {
-    const SLaufauftrag roh = {.bPlangatter = false,
-                              .bSelektion = false,
-                              .bBewertung = false,
-                              .bStammdatenNoetig = false,
-                              .bPatienten = false};
-    Loesche<CTLeb>([](const CTLeb &) { return true; });
-    Loesche<CTMandant>([](const CTMandant &) { return true; });
-    Loesche<CTSelectPool>([](const CTSelectPool &) { return true; });
-    Loesche<CTAdr>([](const CTAdr &) { return true; });
+    SLaufauftrag roh;
+    roh.bPlangatter = roh.bSelektion = roh.bBewertung = roh.bStammdatenNoetig = roh.bPatienten = false;
+    const auto Alle = [](auto &) { return true; };
+    Loesche<CTLeb>(Alle);
+    Loesche<CTMandant>(Alle);
+    Loesche<CTSelectPool>(Alle);
+    Loesche<CTAdr>(Alle);
     CStatAccu accu;
     accu.SetLst("nothing is asked"_t);
     CLauf lauf(accu, roh);

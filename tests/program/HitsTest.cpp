@@ -185,14 +185,5 @@ TEST_F(CHitsTest, OptionsChooseInTheOrderOfTheKeys) {
     }
 }
 
-TEST_F(CHitsTest, APatientOrTreaterThatDoesNotExistIsRefused) {
-    const SProgrammende patient = Laufe("hits a.db --patient 4711");
-    EXPECT_EQ(patient.iCode, 1);
-    EXPECT_EQ(patient.sFehler, "Einen Patienten \"4711\" gibt es nicht.\n");
-    const SProgrammende behandler = Laufe("hits a.db --behandler 77");
-    EXPECT_EQ(behandler.iCode, 1);
-    EXPECT_EQ(behandler.sFehler, "Einen Behandler \"77\" gibt es nicht.\n");
-}
-
 } // namespace
 } // namespace orvostat

@@ -1,11 +1,12 @@
 // The configuration as the program shows and changes it.
 #include "Programmlauf.h"
 
+#include "support/Verzeichnis.h"
+
 #include <chrono>
+#include <fstream>
 #include <future>
-#include <sstream>
 #include <thread>
-#include <utility>
 
 #include <sqlite3.h>
 
@@ -16,84 +17,76 @@ class CHvmBefehlTest : public CProgrammTest {
 protected:
     CHvmBefehlTest() { EXPECT_EQ(Laufe("sample praxis.db --patients 1 --years 1").iCode, 0); }
     SProgrammende Hvm(const std::string & sArgumente) { return Laufe("hvm praxis.db " + sArgumente); }
-    // The lines that show has now and did not have before, each with a "+", and those that are gone, with a "-".
-    std::string Unterschied() {
-        const std::string sVorher = std::exchange(m_sShow, Hvm("show").sAus);
-        return Ohne(sVorher, m_sShow, '-') + Ohne(m_sShow, sVorher, '+');
+    int Pruefe(const std::string & sName) {
+        return PruefeBefehle(ORVOSTATBS_SOURCE_DIR "/tests/program/faelle/" + sName + ".txt");
     }
-
-private:
-    static std::string Ohne(const std::string & sText, const std::string & sAndere, char cVorsatz) {
-        std::istringstream zeilen(sText);
-        std::string sErgebnis;
-        for (std::string s; std::getline(zeilen, s);)
-            if (('\n' + sAndere).find('\n' + s + '\n') == std::string::npos) sErgebnis += cVorsatz + s + '\n';
-        return sErgebnis;
-    }
-    std::string m_sShow;
 };
 
-// Each change shows in exactly its own lines.
-TEST_F(CHvmBefehlTest, AenderungenTreffenNurDasGenannte) {
-    const struct {
-        const char * pArgumente;
-        const char * pUnterschied;
-    } vFaelle[] = {
-        {"set KBRMitLab an", "-  aus  KBRMitLab           Laborbeträge zählen zum KBR-Topf\n"
-                             "+  an   KBRMitLab           Laborbeträge zählen zum KBR-Topf\n"},
-        {"set Einstell14 7", "-  0    Einstell14\n+  7    Einstell14\n"},
-        {"set --land SN",
-         "-  Allerheiligen, Fronleichnam, Rosenmontag\n+  Buß- und Bettag, Reformationstag\n"},
-        {"set Heiligabend 1",
-         "-  Buß- und Bettag, Reformationstag\n+  Buß- und Bettag, Heiligabend, Reformationstag\n"},
-        {"pots z --mandant 2 --wert -5 --gruppe n --name Neu --auswahl x1",
-         "+  Topf \"z\": aktiv, Budget aus, Wert -5\n+    Gruppe n: e\n+    Gruppe n \"Neu\": x1\n"},
-        {"pots 9 --aktiv an", "+  Topf \"9\": aktiv, Budget aus, Wert 1\n"},
-        {"vacation 2026 --tage sa --urlaub 01.07.2026-03.07.2026 20261224",
-         "+  Jahr 2026  Arbeitstage sa\n+    Urlaub 01.07.2026 bis 03.07.2026\n"
-         "+    Urlaub 24.12.2026 bis 24.12.2026\n"},
-        {"vacation 2026 --kein-urlaub",
-         "-    Urlaub 01.07.2026 bis 03.07.2026\n-    Urlaub 24.12.2026 bis 24.12.2026\n"},
-        {"services 107a Ä1", "-  01 04 10 12 13a 13b 13c 107 107a IP1 IP2 IP4 Ä1\n+  107a Ä1\n"},
-        {"services --keine", "-  107a Ä1\n+  keine\n"},
-    };
-    Unterschied();
-    for (const auto & fall : vFaelle) {
-        const SProgrammende ende = Hvm(fall.pArgumente);
-        EXPECT_EQ(ende.iCode, 0) << ende.sFehler;
-        EXPECT_EQ(Unterschied(), fall.pUnterschied) << fall.pArgumente;
-    }
-}
+TEST_F(CHvmBefehlTest, AenderungenTreffenNurDasGenannte) { Pruefe("hvm"); }
 
 TEST_F(CHvmBefehlTest, WasNichtGehtAendertNichts) {
+    const std::string sVorher = Inhalt("praxis.db");
+    Pruefe("hvm_verweigert");
+    EXPECT_EQ(Inhalt("praxis.db"), sVorher);
+}
+
+// What another practice has, and the file does not, is gone: groups, selections, years.
+TEST_F(CHvmBefehlTest, EineDateiBringtDieEinstellungenZurueck) {
+    const std::string sVorher = Hvm("show --format JSON").sAus;
+    std::ofstream(Pfad("alles.json")) << sVorher;
+    for (const char * pAenderung : {"set PARZuKCH an", "set --land BE", "services 107a Ä1",
+                                    "pots c --gruppe h --auswahl x", "pots 9 --aktiv an", "pots p --bw 7",
+                                    "vacation 2026 --tage mo", "vacation 2024 --urlaub 03.01.2024"})
+        EXPECT_EQ(Hvm(pAenderung).iCode, 0) << pAenderung;
+    EXPECT_NE(Hvm("show --format json").sAus, sVorher);
+    const std::string sAntwort = Hvm("set --aus alles.json").sAus;
+    EXPECT_EQ(sAntwort, Hvm("show").sAus);
+    EXPECT_EQ(Hvm("show --format json").sAus, sVorher);
+}
+
+// The documented file, which names parts: the rest stays.
+TEST_F(CHvmBefehlTest, EineDateiAendertNurWasSieNennt) {
+    const std::string sSeite = LiesDatei(ORVOSTATBS_SOURCE_DIR "/docs/hvm.md");
+    const std::size_t iAb = sSeite.find("```json\n") + 8;
+    std::ofstream(Pfad("teil.json")) << sSeite.substr(iAb, sSeite.find("```", iAb) - iAb);
+    EXPECT_EQ(Hvm("set --aus teil.json").iCode, 0);
+    EXPECT_EQ(Frage("praxis.db",
+                    "SELECT WERT FROM PARPOOL WHERE KUERZEL LIKE 'bg- 1%' OR KUERZEL = 'einstell' OR "
+                    "KUERZEL LIKE 'leist%' OR KUERZEL LIKE 'ur- 1%' ORDER BY KUERZEL"),
+              "eKons|1|100|1| x1|Ersatzkassen 001100111000100010001 01     04     107a    2024070120240712");
+}
+
+TEST_F(CHvmBefehlTest, EineDateiMitFehlernAendertNichts) {
     const struct {
-        const char * pArgumente;
-        int iCode;
+        const char * pDatei;
+        const char * pMeldung;
     } vFaelle[] = {
-        {"set KBRMitLab", 2},
-        {"set KBRMitLab vielleicht", 2},
-        {"set Einstell14 12", 2},
-        {"set Nichts an", 2},
-        {"set KBRMitLab an --land NW", 2},
-        {"pots q --aktiv an", 2},
-        {"pots --aktiv an", 2},
-        {"pots c --auswahl x", 2},
-        {"pots c --gruppe q --auswahl x", 2},
-        {"pots c --gruppe g --auswahl a|b", 2},
-        {"pots c --mandant 7 --aktiv aus", 1},
-        {"vacation 24 --kein-urlaub", 2},
-        {"vacation 2024 --urlaub 01.07.2025-12.07.2025", 2},
-        {"vacation 2024 --urlaub 31.12.2023-02.01.2024", 2},
-        {"vacation 2024 --urlaub 30.12.2024-01.01.2025", 2},
-        {"vacation 2024 --urlaub 03.07.2024-01.07.2024", 2},
-        {"vacation 2024 --urlaub 20240101 20240102 20240103 20240104 20240105 20240106", 2},
-        {"services 4", 2},
-        {"services 12345678", 2},
+        {"[]", "Die Datei: erwartet { Name: Wert, ... }."},
+        {R"({"schalter": {"PARZuKCH": true, "Nix": true}})", "schalter.Nix: diesen Schalter gibt es nicht."},
+        {R"({"schalter": {"PARZuKCH": 1}})", "schalter.PARZuKCH: erwartet true oder false."},
+        {R"({"schalter": {"Einstell14": 10}})", "schalter.Einstell14: erwartet eine ganze Zahl von 0 bis 9."},
+        {R"({"feiertage": ["Ostern"]})", "feiertage[1]: diesen Feiertag kann man nicht schalten."},
+        {R"({"leistungen": ["01", "01"]})", "leistungen: \"01\" steht zweimal in der Liste."},
+        {R"({"leistungen": ["\u4e2d\u4e2d"]})",
+         "leistungen[1]: \"中中\" hat Zeichen, die Windows-1252 fehlen."},
+        {R"({"inhaber": {"9": {}}})", "Die Praxis hat keinen Praxisinhaber \"9\"."},
+        {R"({"inhaber": {"1": {"toepfe": {"q": {}}}}})", "inhaber.1.toepfe.q: diesen Topf gibt es nicht."},
+        {R"({"inhaber": {"1": {"toepfe": {"c": {"wert": 3000000000}}}}})",
+         "inhaber.1.toepfe.c.wert: erwartet eine ganze Zahl von -2147483648 bis 2147483647."},
+        {R"({"inhaber": {"1": {"toepfe": {"c": {"gruppen": {"g": {"": "a|b"}}}}}}})",
+         "inhaber.1.toepfe.c.gruppen.g.: das Zeichen | trennt die Felder der Zeile."},
+        {R"({"inhaber": {"1": {"jahre": {"2024": {"urlaub": ["2024-02-30"]}}}}})",
+         "inhaber.1.jahre.2024.urlaub[1]: \"2024-02-30\" ist kein Tag, erwartet wird TT.MM.JJJJ, JJJJ-MM-TT "
+         "oder "
+         "JJJJMMTT."},
     };
-    Unterschied();
+    const std::string sVorher = Inhalt("praxis.db");
     for (const auto & fall : vFaelle) {
-        EXPECT_EQ(Hvm(fall.pArgumente).iCode, fall.iCode) << fall.pArgumente;
-        EXPECT_EQ(Unterschied(), "") << fall.pArgumente;
+        std::ofstream(Pfad("falsch.json")) << fall.pDatei;
+        const SProgrammende ende = Hvm("set --aus falsch.json");
+        EXPECT_EQ(ende.iCode, 1) << fall.pDatei;
+        EXPECT_EQ(ende.sFehler, std::string(fall.pMeldung) + '\n');
+        EXPECT_EQ(Inhalt("praxis.db"), sVorher) << fall.pDatei;
     }
 }
 
@@ -129,11 +122,11 @@ TEST_F(CHvmBefehlTest, UnlesbareEinstellungenSindKeineAnfangswerte) {
     Zerstoere("praxis.db", "feiertag"); // the pages before it hold other groups
     const std::string sInhalt = Inhalt("praxis.db");
     for (const char * pBefehl :
-         {"hvm praxis.db show", "hvm praxis.db pots", "hvm praxis.db services", "hvm praxis.db vacation",
-          "hvm praxis.db set KBRMitLab an", "hvm praxis.db set --land NW", "hvm praxis.db pots c --aktiv an",
-          "hvm praxis.db services 107a", "hvm praxis.db vacation 2024 --kein-urlaub",
-          "kalender praxis.db 2024", "naechster 20240706 --praxis praxis.db",
-          "arbeitstage 20240801 20240831 --praxis praxis.db"}) {
+         {"hvm praxis.db show", "hvm praxis.db show --format json", "hvm praxis.db pots",
+          "hvm praxis.db services", "hvm praxis.db vacation", "hvm praxis.db set KBRMitLab an",
+          "hvm praxis.db set --land NW", "hvm praxis.db pots c --aktiv an", "hvm praxis.db services 107a",
+          "hvm praxis.db vacation 2024 --kein-urlaub", "kalender praxis.db 2024",
+          "naechster 20240706 --praxis praxis.db", "arbeitstage 20240801 20240831 --praxis praxis.db"}) {
         const SProgrammende ende = Laufe(pBefehl);
         EXPECT_EQ(ende.iCode, 1) << pBefehl;
         EXPECT_EQ(ende.sAus, "") << pBefehl;

@@ -1,11 +1,15 @@
-// Ctrl-C at the program's terminal: when it asks, and what counts as an answer.
+// Ctrl-C at the program's terminal: when it asks, what counts as an answer, and what a signal takes with it.
 #include "Konsole.h"
+
+#include "support/Verzeichnis.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <future>
+#include <sstream>
 #include <thread>
 
 #include <unistd.h>
@@ -26,9 +30,7 @@ protected:
         dup2(m_iStdin, STDIN_FILENO);
         close(m_iStdin);
     }
-    void Tippe(const std::string & s) {
-        EXPECT_EQ(write(m_aiRohr[1], s.data(), s.size()), static_cast<ssize_t>(s.size()));
-    }
+    void Tippe(std::string_view s) { EXPECT_NE(write(m_aiRohr[1], s.data(), s.size()), -1); }
     void Schliesse() {
         if (m_aiRohr[1] >= 0) close(m_aiRohr[1]);
         m_aiRohr[1] = -1;
@@ -80,14 +82,44 @@ TEST_F(CKonsoleTest, CtrlCAtTheQuestionIsYesAndDoesNotWaitForTheInput) {
     EXPECT_TRUE(m_konsole.Fortschritt(1, 2));
 }
 
-TEST_F(CKonsoleTest, TheThirdCtrlCEndsAProgramThatNeverLooks) {
-    const auto Druecke = [](int iMal) {
+// Written in any pieces, only ends of lines get through of what could drive a terminal.
+TEST(Steuerzeichenfilter, TakesOutWhatDrivesATerminal) {
+    const std::string sEin = "\x1b]0;x\x07 a\rb\r\n\tÄ\u009d\u00a0\x7f\r";
+    const std::string sSoll = " ]0;x  a b\r\n Ä \u00a0  ";
+    for (std::size_t iStueck = 1; iStueck <= sEin.size(); ++iStueck) {
+        std::ostringstream aus;
+        {
+            const CSauber sauber(aus);
+            for (std::size_t i = 0; i < sEin.size(); i += iStueck)
+                aus << sEin.substr(i, iStueck);
+        }
+        EXPECT_EQ(aus.str(), sSoll) << iStueck;
+    }
+}
+
+TEST_F(CKonsoleTest, ASignalThatEndsTheProgramTakesTheUnfinishedFileWithIt) {
+    const CTempVerzeichnis verzeichnis;
+    const std::string sDatei = verzeichnis.Datei("a.db.neu-1");
+    std::signal(SIGHUP, SIG_IGN); // by nohup
+    const CSignalschutz schutz(sDatei);
+    const auto Sende = [](int iSignal, int iMal) {
         for (int i = 0; i < iMal; ++i)
-            std::raise(SIGINT);
+            std::raise(iSignal);
         _exit(0);
     };
-    EXPECT_EXIT(Druecke(2), ::testing::ExitedWithCode(0), "");
-    EXPECT_EXIT(Druecke(3), ::testing::KilledBySignal(SIGINT), "");
+    constexpr struct {
+        int iSignal, iMal;
+        bool bEnde;
+    } FAELLE[] = {{SIGINT, 2, false}, {SIGINT, 3, true}, {SIGTERM, 1, true}, {SIGHUP, 1, false}};
+    for (const auto & fall : FAELLE) {
+        std::ofstream(sDatei) << "halb";
+        if (fall.bEnde)
+            EXPECT_EXIT(Sende(fall.iSignal, fall.iMal), ::testing::KilledBySignal(fall.iSignal), "");
+        else
+            EXPECT_EXIT(Sende(fall.iSignal, fall.iMal), ::testing::ExitedWithCode(0), "");
+        EXPECT_NE(std::filesystem::exists(sDatei), fall.bEnde) << fall.iSignal;
+    }
+    std::signal(SIGHUP, SIG_DFL);
 }
 
 } // namespace

@@ -2,8 +2,8 @@
 
 #include "support/Verzeichnis.h"
 
+#include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -54,7 +54,7 @@ private:
 } // namespace
 
 SProgrammende CProgrammTest::Laufe(const std::vector<std::string> & vArgumente, const std::string & sEingabe,
-                                   int iSignalNachMs) {
+                                   int iSignalNachMs, int iSignal) {
     std::ofstream(Pfad(".ein")) << sEingabe;
     std::vector<std::string> vAlle{ORVOSTATBS_PROGRAM_PATH};
     vAlle.insert(vAlle.end(), vArgumente.begin(), vArgumente.end());
@@ -74,7 +74,7 @@ SProgrammende CProgrammTest::Laufe(const std::vector<std::string> & vArgumente, 
     }
     if (iSignalNachMs > 0) {
         std::this_thread::sleep_for(std::chrono::milliseconds(iSignalNachMs));
-        kill(iKind, SIGINT);
+        kill(iKind, iSignal);
     }
     int iStatus = 0;
     waitpid(iKind, &iStatus, 0);
@@ -83,6 +83,14 @@ SProgrammende CProgrammTest::Laufe(const std::vector<std::string> & vArgumente, 
 }
 
 std::string CProgrammTest::Inhalt(const std::string & sName) const { return LiesDatei(Pfad(sName)); }
+
+std::string CProgrammTest::Dateien() const {
+    std::string s;
+    for (const std::string & sName : m_verzeichnis.Inhalt())
+        if (!sName.starts_with('.'))
+            s += (s.empty() ? "" : " ") + sName; // not the program's input and outputs
+    return s;
+}
 
 void CProgrammTest::Sql(const std::string & sName, const std::string & sAnweisungen) {
     CDatenbank(Pfad(sName)).Fuehre(sAnweisungen);
@@ -135,7 +143,9 @@ int CProgrammTest::PruefeBefehle(const std::string & sDatei) {
 
 std::vector<std::string> CProgrammTest::Worte(const std::string & s) {
     std::istringstream ein(s);
-    return {std::istream_iterator<std::string>(ein), std::istream_iterator<std::string>()};
+    std::vector<std::string> v{std::istream_iterator<std::string>(ein), std::istream_iterator<std::string>()};
+    std::ranges::replace(v, "''", std::string());
+    return v;
 }
 
 } // namespace orvostat

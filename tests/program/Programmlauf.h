@@ -3,6 +3,7 @@
 
 #include "support/Rekorder.h"
 
+#include <csignal>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -18,16 +19,18 @@ struct SProgrammende {
 // A directory of its own, the program run in it.
 class CProgrammTest : public ::testing::Test {
 protected:
-    // Runs orvostat with the arguments. iSignalNachMs above 0 sends the program a Ctrl-C after so many milliseconds.
+    // Runs orvostat with the arguments. iSignalNachMs above 0 sends the program a signal after so many milliseconds.
     SProgrammende Laufe(const std::vector<std::string> & vArgumente, const std::string & sEingabe = {},
-                        int iSignalNachMs = 0);
-    // The same in words: arguments without blanks in them.
+                        int iSignalNachMs = 0, int iSignal = SIGINT);
+    // The same in words: arguments without blanks in them, '' for an empty one.
     SProgrammende Laufe(const std::string & sArgumente) { return Laufe(Worte(sArgumente)); }
 
     [[nodiscard]] std::filesystem::path Pfad(const std::string & sName) const {
         return m_verzeichnis / sName;
     }
     [[nodiscard]] std::string Inhalt(const std::string & sName) const;
+    // The names of the files, sorted, with a blank between them.
+    [[nodiscard]] std::string Dateien() const;
     // Runs statements on a practice file, as a foreign tool would.
     void Sql(const std::string & sName, const std::string & sAnweisungen);
     // Damages the page of a practice file that holds the text.

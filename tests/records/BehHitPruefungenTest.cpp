@@ -3,6 +3,7 @@
 #include "support/Hitfelder.h"
 
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -12,130 +13,100 @@ namespace {
 
 class BehHitPruefungen : public CPraxisFixture {
 protected:
-    static void Schreibe(const char * pPat, const char * pDatum, const char * pLst) {
-        orvostat::Schreibe(std::string("BEH GOART=k PATNR=") + pPat + " DATUM=" + pDatum + " LSTNR=" + pLst);
+    static void Schreibe(const std::string & sPat, const std::string & sDatum, const std::string & sLst) {
+        orvostat::Schreibe("BEH GOART=k PATNR=" + sPat + " DATUM=" + sDatum + " LSTNR=" + sLst);
     }
-    static CBehHitLine Hit(const CString & sPat, const CString & sDatum, char cAbrArt) {
+    // The kind of billing behind the question for multiband, and "+" where deductions are there.
+    static std::string Antworten(const CString & sPat, const CString & sDatum, char cAbrArt = 'k') {
         CBehHitLine hit;
         hit.PATNR = sPat;
         hit.DATUM = sDatum;
         hit.ABRART = cAbrArt;
-        return hit;
-    }
-    static char Multiband(const CString & sPat, const CString & sDatum, char cAbrArt = 'k') {
-        CBehHitLine hit = Hit(sPat, sDatum, cAbrArt);
+        const bool bAbschlaege = hit.TestKFOAbschlaege();
         hit.TestMultiband();
-        return hit.ABRART;
-    }
-    static bool Abschlaege(const CString & sPat, const CString & sDatum, char cAbrArt = 'k') {
-        return Hit(sPat, sDatum, cAbrArt).TestKFOAbschlaege();
+        return Wert(hit.ABRART) + (bAbschlaege ? "+" : "");
     }
 };
 
 // ---- the record layer's answers
 
-TEST_F(BehHitPruefungen, antworten_gelten_fuer_patient_und_quartal) {
+TEST_F(BehHitPruefungen, antworten_gelten_fuer_patient_und_quartal_und_werden_behalten) {
     Schreibe("1", "20240331", "127a");
     Schreibe("1", "20240331", "119");
-    EXPECT_EQ(Multiband("1", "20240101"), 'm');
-    EXPECT_EQ(Multiband("1", "20240401"), 'k');
-    EXPECT_EQ(Multiband("2", "20240101"), 'k');
-    EXPECT_EQ(Multiband("1", "20240101", 'c'), 'c');
-    EXPECT_TRUE(Abschlaege("1", "20240101"));
-    EXPECT_TRUE(Abschlaege("1", "20240101", 'm'));
-    EXPECT_FALSE(Abschlaege("1", "20231231", 'm'));
-    EXPECT_TRUE(Abschlaege("2", "20240101", 'c')); // no orthodontics
-}
-
-TEST_F(BehHitPruefungen, ein_nein_wird_nicht_wiederholt_gefragt) {
-    EXPECT_EQ(Multiband("1", "20240215"), 'k');
-    EXPECT_FALSE(Abschlaege("1", "20240515"));
-    for (const char * sDatum : {"20240215", "20240515"}) {
-        Schreibe("1", sDatum, "127");
-        Schreibe("1", sDatum, "119");
-    }
-    EXPECT_EQ(Multiband("1", "20240101"), 'k');
-    EXPECT_FALSE(Abschlaege("1", "20240630"));
-    EXPECT_EQ(Multiband("1", "20240515"), 'm'); // the caches are two
-    EXPECT_TRUE(Abschlaege("1", "20240215"));
-    CBehHitLine::ClearMaps();
-    EXPECT_EQ(Multiband("1", "20240215"), 'm');
-    EXPECT_TRUE(Abschlaege("1", "20240515"));
-}
-
-TEST_F(BehHitPruefungen, ein_ja_wird_nicht_wiederholt_gefragt) {
-    Schreibe("1", "20240215", "127");
-    EXPECT_EQ(Multiband("1", "20240215"), 'm');
+    Schreibe("3", "20240331", "127");
+    EXPECT_EQ(Antworten("1", "20240101"), "m+");
+    EXPECT_EQ(Antworten("1", "20240101", 'm'), "m+");
+    EXPECT_EQ(Antworten("3", "20240101"), "m");
+    EXPECT_EQ(Antworten("1", "20240401"), "k");
+    EXPECT_EQ(Antworten("1", "20231231", 'm'), "m");
+    EXPECT_EQ(Antworten("2", "20240101"), "k");
+    EXPECT_EQ(Antworten("1", "20231231", 'c'), "c+"); // no orthodontics
+    for (const char * pLst : {"127", "119"})
+        Schreibe("1", "20240515", pLst);
+    EXPECT_EQ(Antworten("1", "20240630"), "k") << "a no is not asked for again";
     dbDatabaseRO.Verbinde(nullptr);
-    EXPECT_EQ(Multiband("1", "20240301"), 'm');
+    EXPECT_EQ(Antworten("1", "20240301"), "m+") << "nor is a yes";
     CBehHitLine::ClearMaps();
-    EXPECT_EQ(Multiband("1", "20240301"), 'k');
+    EXPECT_EQ(Antworten("1", "20240301"), "k");
 }
 
 // ---- tests and predicates of the hit alone
 
 TEST_F(BehHitPruefungen, zugelassene_leistungen_einer_abrechnungsart) {
-    struct SFall {
-        const char * pName;
+    constexpr struct {
         char cAbrArt, cGoArt, cGoSubArt;
-        CString sLst;
-        std::string sErwartet; // the tests passed: b, p without and B, P with material, r
+        const char *pLst, *pErwartet; // the tests passed: b, p without and B, P with material, r
+    } FAELLE[] = {
+        {'c', 'k', 0, "13a", "bBpPr"},
+        {0, 'k', 0, "13a", "bBpPr"},
+        // jaw fracture: its own services of the insurers, and material
+        {'b', 'k', 0, "13a", "pPr"},
+        {'4', 'k', 0, "k1", "bBpPr"},
+        {'5', 'g', 0, "k2", "bBpPr"},
+        {'b', 'k', 0, "k3", "bBpPr"},
+        {'b', 'k', 0, "k4", "bBpPr"},
+        {'b', 'k', 0, "up3", "bBpPr"},
+        {'b', 'k', 0, "K1", "pPr"},
+        {'b', 'b', 0, "k1", "pPr"},
+        {'b', 'k', '7', "13a", "BpPr"},
+        {'b', 'q', 't', "13a", "BpPr"},
+        // periodontics
+        {'p', 'k', 0, "13a", "bBr"},
+        {'p', 'k', 0, "p200", "bBpPr"},
+        {'6', 'g', 0, "p201", "bBpPr"},
+        {'7', 'k', 0, "p202", "bBpPr"},
+        {'8', 'k', 0, "p203", "bBpPr"},
+        {'9', 'k', 0, "p204", "bBr"},
+        {'p', 'b', 0, "p200", "bBr"},
+        {'p', '7', 0, "13a", "bBPr"},
+        {'p', '5', 0, "13a", "bBr"},
+        // orthodontics and multiband
+        {'k', 'k', 0, "13a", "bBpP"},
+        {'m', 'g', 0, "ä925", "bBpP"},
+        {'k', 'b', 0, "12", "bBpP"},
+        {'k', 'k', 0, "Ä928", "bBpP"},
     };
-    const SFall aFaelle[] = {
-        {"other billing", 'c', 'k', 0, "13a", "bBpPr"},
-        {"no billing", 0, 'k', 0, "13a", "bBpPr"},
-        {"jaw fracture, other service", 'b', 'k', 0, "13a", "pPr"},
-        {"jaw fracture", '4', 'k', 0, "k1", "bBpPr"},
-        {"jaw fracture", '5', 'g', 0, "k2", "bBpPr"},
-        {"jaw fracture", 'b', 'k', 0, "k3", "bBpPr"},
-        {"jaw fracture", 'b', 'k', 0, "k4", "bBpPr"},
-        {"jaw fracture", 'b', 'k', 0, "up3", "bBpPr"},
-        {"jaw fracture, capital", 'b', 'k', 0, "K1", "pPr"},
-        {"jaw fracture, other schedule", 'b', 'b', 0, "k1", "pPr"},
-        {"jaw fracture, material of the insurers", 'b', 'k', '7', "13a", "BpPr"},
-        {"jaw fracture, private material", 'b', 'q', 't', "13a", "BpPr"},
-        {"periodontics, other service", 'p', 'k', 0, "13a", "bBr"},
-        {"periodontics", 'p', 'k', 0, "p200", "bBpPr"},
-        {"periodontics", '6', 'g', 0, "p201", "bBpPr"},
-        {"periodontics", '7', 'k', 0, "p202", "bBpPr"},
-        {"periodontics", '8', 'k', 0, "p203", "bBpPr"},
-        {"periodontics, next number", '9', 'k', 0, "p204", "bBr"},
-        {"periodontics, other schedule", 'p', 'b', 0, "p200", "bBr"},
-        {"periodontics, laboratory", 'p', '7', 0, "13a", "bBPr"},
-        {"periodontics, a laboratory kind that is no material", 'p', '5', 0, "13a", "bBr"},
-        {"orthodontics, other service", 'k', 'k', 0, "13a", "bBpP"},
-        {"multiband, other service", 'm', 'g', 0, "ä925", "bBpP"},
-        {"orthodontics, other schedule", 'k', 'b', 0, "12", "bBpP"},
-        {"orthodontics, capital", 'k', 'k', 0, "Ä928", "bBpP"},
-    };
-    for (const SFall & fall : aFaelle) {
+    for (const auto & fall : FAELLE) {
         CBehHitLine hit;
         hit.ABRART = fall.cAbrArt;
         hit.GOART = fall.cGoArt;
         hit.GOSUBART = fall.cGoSubArt;
         hit.GOSTATISTIKART = 'a';
-        hit.LSTNR = fall.sLst;
+        hit.LSTNR = AusUtf8(fall.pLst);
         const std::string s = std::string(hit.TestKBRKX(false) ? "b" : "") +
                               (hit.TestKBRKX(true) ? "B" : "") + (hit.TestPARP20X(false) ? "p" : "") +
                               (hit.TestPARP20X(true) ? "P" : "") + (hit.TestKFORoe() ? "r" : "");
-        EXPECT_EQ(s, fall.sErwartet) << fall.pName << ' ' << fall.sLst.Utf8();
+        EXPECT_EQ(s, fall.pErwartet) << fall.cAbrArt << fall.cGoArt << fall.cGoSubArt << fall.pLst;
     }
-}
-
-TEST_F(BehHitPruefungen, roentgen_in_der_kfo) {
-    CBehHitLine hit;
+    CBehHitLine hit; // the x-rays of orthodontics, and a service of the statistic "f"
     hit.ABRART = 'k';
     hit.GOART = 'g';
-    hit.GOSTATISTIKART = 'a';
     for (const char * pLst : {"ä925a", "ä925b", "ä925c", "ä925d", "ä928", "ä934a", "ä934b", "ä934c", "ä935a",
-                              "ä935b", "ä935c", "ä935d", "12"}) {
+                              "ä935b", "ä935c", "ä935d", "12", ""}) {
         hit.LSTNR = AusUtf8(pLst);
+        hit.GOSTATISTIKART = *pLst == 0 ? 'f' : 'a';
         EXPECT_TRUE(hit.TestKFORoe()) << pLst;
     }
-    hit.LSTNR = "13a";
-    EXPECT_FALSE(hit.TestKFORoe());
-    hit.GOSTATISTIKART = 'f';
-    EXPECT_TRUE(hit.TestKFORoe());
 }
 
 // The kinds for which a question is answered with yes.
@@ -163,38 +134,32 @@ TEST_F(BehHitPruefungen, besondere_leistungen) {
             << c;
 }
 
-TEST_F(BehHitPruefungen, fiktive_leistungen) {
-    struct SFall {
-        char cGoArt;
-        CString sLst;
-        char cGrund;
-        std::string sErwartet;
-    };
-    const SFall aFaelle[] = {{'k', "13a", 'f', "13a0"}, {'g', "13b", 'i', "13b1"}, {'k', "13c", 'f', "13c0"},
-                             {'k', "13d", 'i', "13d1"}, {'k', "13a", 0, "13a"},    {'k', "13a", 'x', "13a"},
-                             {'k', "13e", 'f', "13e"},  {'b', "13a", 'f', "13a"}};
-    for (const SFall & fall : aFaelle) {
+TEST_F(BehHitPruefungen, fiktive_leistungen_und_mitglied) {
+    for (const auto & [cGoArt, cGrund, pLst, pErwartet] : {std::tuple('k', 'f', "13a", "13a0"),
+                                                           {'g', 'i', "13b", "13b1"},
+                                                           {'k', 'f', "13c", "13c0"},
+                                                           {'k', 'i', "13d", "13d1"},
+                                                           {'k', 'x', "13a", "13a"},
+                                                           {'k', 'f', "13e", "13e"},
+                                                           {'b', 'f', "13a", "13a"}}) {
         CBehHitLine hit;
-        hit.GOART = fall.cGoArt;
-        hit.LSTNR = fall.sLst;
-        hit.DTAGRUND = fall.cGrund;
+        hit.GOART = cGoArt;
+        hit.DTAGRUND = cGrund;
+        hit.LSTNR = pLst;
         hit.FiktiveLeistungen();
-        EXPECT_EQ(Wert(hit.LSTNR), fall.sErwartet) << fall.cGoArt << fall.sLst.Utf8() << fall.cGrund;
+        EXPECT_EQ(Wert(hit.LSTNR), pErwartet) << cGoArt << cGrund;
     }
-}
-
-TEST_F(BehHitPruefungen, mitglied_und_region) {
-    struct SFall {
-        CString sMfr, sWso;
-        std::string sErwartet;
-    };
-    const SFall aFaelle[] = {{"1", "1", "M/1"}, {"3", "9", "F/9"},  {"5", "", "R/"},  {"2", "1", "/1"},
-                             {"2", "", ""},     {" 1", "1", "M/1"}, {"10", "1", "/1"}};
-    for (const SFall & fall : aFaelle) {
+    for (const auto & [pMfr, pWso, pErwartet] : {std::tuple("1", "1", "M/1"),
+                                                 {"3", "9", "F/9"},
+                                                 {"5", "", "R/"},
+                                                 {"2", "1", "/1"},
+                                                 {"2", "", ""},
+                                                 {" 1", "1", "M/1"},
+                                                 {"10", "1", "/1"}}) {
         CBehHitLine hit;
-        hit.MFRDIG = fall.sMfr;
-        hit.WSO = fall.sWso;
-        EXPECT_EQ(Wert(hit.GetMFR_OW()), fall.sErwartet) << fall.sMfr.Utf8() << '/' << fall.sWso.Utf8();
+        hit.MFRDIG = pMfr;
+        hit.WSO = pWso;
+        EXPECT_EQ(Wert(hit.GetMFR_OW()), pErwartet) << pMfr << '/' << pWso;
     }
 }
 

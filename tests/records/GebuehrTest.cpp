@@ -5,6 +5,7 @@
 #include "support/Hitfelder.h"
 
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -14,45 +15,25 @@ namespace {
 
 class Gebuehr : public CPraxisFixture {};
 
-TEST_F(Gebuehr, clear_leert_alles) {
-    CGOStruct go;
-    go.m_sLst = go.m_sGoWert3Text = "1";
-    go.m_cGoArt = 'k';
-    go.m_iGebPkt = 1;
-    go.m_Einfachsatz = CDBetrag("e1");
-    go.Clear();
-    EXPECT_EQ(Werte(go.m_sLst, go.m_cGoArt, go.m_Einfachsatz, go.m_iGebPkt, go.m_sGoWert3Text), "||||");
-}
-
 TEST_F(Gebuehr, nummer_eines_kuerzels) {
     Schreibe("GO GOART=k LSTNR=LSTNR LSTKUERZEL=F1");
-    struct SFall {
-        CString sKuerzel;
-        const char * pGoArt;
-        bool bErwartet;
-        std::string sErwartet; // "old" was there before
-    };
-    const SFall aFaelle[] = {{"F1", "k", true, "LSTNR"},    {"F", "k", false, ""},
-                             {"F1", "b", false, ""},        {"F1", "", false, "old"},
-                             {"F1", nullptr, false, "old"}, {"", "k", false, "old"}};
-    for (const SFall & fall : aFaelle) {
+    for (const auto & [sKuerzel, pGoArt, sErwartet] : {std::tuple("F1", "k", "1|LSTNR"),
+                                                       {"F", "k", "|"},
+                                                       {"F1", "b", "|"},
+                                                       {"F1", "", "|old"},
+                                                       {"F1", static_cast<const char *>(nullptr), "|old"},
+                                                       {"", "k", "|old"}}) {
         CString sLst = "old";
-        EXPECT_EQ(GetGOPosLstNr(fall.sKuerzel, fall.pGoArt, sLst), fall.bErwartet) << &fall - aFaelle;
-        EXPECT_EQ(Wert(sLst), fall.sErwartet) << &fall - aFaelle;
+        const bool bDa = GetGOPosLstNr(sKuerzel, pGoArt, sLst);
+        EXPECT_EQ(Werte(bDa, sLst), sErwartet);
     }
     CString sBeides = "F1"; // one text for both
     EXPECT_TRUE(GetGOPosLstNr(sBeides, "k", sBeides));
     EXPECT_EQ(EntlieheneRSets(), 0);
 }
 
-struct SAufruf {
-    char cFunktion = 0;
-    char cGoArt = 0;
-    void * pEltern = nullptr;
-    void * pSuche = nullptr;
-    int iArt = 0;
-};
-SAufruf s_aufruf;
+using CAufruf = std::tuple<char, char, void *, void *, int>; // function, kind, parent, search, int
+CAufruf s_aufruf;
 template <char FUNKTION> int Suche(char cGoArt, void * pEltern, void * pSuche, int iArt) {
     s_aufruf = {FUNKTION, cGoArt, pEltern, pSuche, iArt};
     return 4711;
@@ -63,21 +44,16 @@ TEST_F(Gebuehr, suche_in_der_bibliothek) {
     EXPECT_EQ(SucheGO('2', nullptr, nullptr, 0), 0); // no SucheBEL
     ASSERT_EQ(m_rekorder.m_vPrompts.size(), 1u);
     EXPECT_EQ(Wert(m_rekorder.m_vPrompts[0].sText), "Programm in Vorbereitung!");
-
     m_bibliotheken.Registriere("orvogo", "SucheBEL"_t, &Suche<'B'>);
     std::string sGebuehr;
     for (int c = 0; c < 256; ++c) {
         SucheGO(static_cast<char>(c), nullptr, nullptr, 0);
-        if (s_aufruf.cFunktion == 'G') sGebuehr += c == 0 ? '0' : static_cast<char>(c);
+        if (std::get<0>(s_aufruf) == 'G') sGebuehr += c == 0 ? '0' : static_cast<char>(c);
     }
     EXPECT_EQ(sGebuehr, "0abefghkpqu");
-
     int iEltern = 0, iSuche = 0;
     EXPECT_EQ(SucheGO('k', &iEltern, &iSuche, 7), 4711);
-    EXPECT_EQ(s_aufruf.cGoArt, 'k');
-    EXPECT_EQ(s_aufruf.pEltern, &iEltern);
-    EXPECT_EQ(s_aufruf.pSuche, &iSuche);
-    EXPECT_EQ(s_aufruf.iArt, 7);
+    EXPECT_EQ(s_aufruf, CAufruf('G', 'k', &iEltern, &iSuche, 7));
 }
 
 } // namespace

@@ -31,4 +31,15 @@ template <class TSatz, class TZeile, class F> auto Zug(F f) {
     };
 }
 
+// The same for a move that takes the row and nothing else.
+template <class TSatz, class TArg> auto Zug(void (TSatz::*pMove)(TArg)) {
+    using TZeile = std::remove_const_t<std::remove_pointer_t<std::remove_reference_t<TArg>>>;
+    return Zug<TSatz, TZeile>([pMove](CFall &, TSatz & satz, TZeile & zeile) {
+        if constexpr (std::is_pointer_v<TArg>)
+            (satz.*pMove)(&zeile);
+        else
+            (satz.*pMove)(zeile);
+    });
+}
+
 } // namespace orvostat

@@ -4,49 +4,54 @@
 
 #include "orvostatbs/host/Textfunktionen.h"
 #include "orvostatbs/service/LSSum.h"
+#include "support/Hitfelder.h"
 
+#include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 namespace orvostat {
 
-// "01 U 200 125,00 3600 b5952 p4762": number, short code, unit, count, amount, points, shares; of the other
-// fields those that are not 0.
-inline std::string Text(const CLSLst & lst) {
-    std::string s = (lst.LSTNR + ' ' + lst.LSTKUERZEL + lst.EINHEIT + ' ').Utf8() +
-                    std::to_string(lst.ANZAHL) + ' ' + lst.BETRAG.ToExt(0, false).Utf8() + ' ' +
-                    std::to_string(lst.PUNKTE);
-    const auto Feld = [&](const char * pName, int iWert) {
-        if (iWert != 0) s += std::string(" ") + pName + std::to_string(iWert);
-    };
-    Feld("b", lst.ANTEILBEH);
-    if (lst.ANTEILKAS != lst.ANTEILBEH) Feld("!k", lst.ANTEILKAS);
-    Feld("p", lst.ANTEILPRAXIS);
-    Feld("soll", lst.m_iF100Soll);
-    Feld("abw", lst.m_iF100Abweichung);
-    Feld("anz", lst.m_iAnteilAnz);
-    Feld("je100:", lst.m_iAnzJe100Fall);
-    Feld("diff", lst.m_iAnzDiff);
-    Feld("g4:", lst.m_iAnzGrund4);
-    Feld("g5:", lst.m_iAnzGrund5);
+// "01 U 200 125,00 3600": number, short code, unit, count, amount, points.
+inline std::string Zahlen(const CLSLst & lst) {
+    return (lst.LSTNR + ' ' + lst.LSTKUERZEL + lst.EINHEIT + ' ').Utf8() + std::to_string(lst.ANZAHL) + ' ' +
+           lst.BETRAG.ToExt(0, false).Utf8() + ' ' + std::to_string(lst.PUNKTE);
+}
+// " b5952 p4762", the shares; of the other fields those that are not 0.
+inline std::string Anteile(const CLSLst & lst) {
+    std::string s;
+    for (const auto & [pName, iWert] : {std::pair{" b", lst.ANTEILBEH},
+                                        {" k", lst.ANTEILKAS == lst.ANTEILBEH ? 0 : lst.ANTEILKAS},
+                                        {" p", lst.ANTEILPRAXIS},
+                                        {" soll", lst.m_iF100Soll},
+                                        {" abw", lst.m_iF100Abweichung},
+                                        {" anz", lst.m_iAnteilAnz},
+                                        {" je100:", lst.m_iAnzJe100Fall},
+                                        {" diff", lst.m_iAnzDiff},
+                                        {" g4:", lst.m_iAnzGrund4},
+                                        {" g5:", lst.m_iAnzGrund5}})
+        if (iWert != 0) s += pName + std::to_string(iWert);
     return s;
 }
+inline std::string Text(const CLSLst & lst) { return Zahlen(lst) + Anteile(lst); }
 
-inline const std::string FRISCH = Text(CLSLst());
-
+// A line of its own for each; only " |" and the shares, where it has the figures of its group.
 inline std::string Text(const std::vector<CLSLstGrp> & vGrp) {
     std::string s;
     for (const CLSLstGrp & grp : vGrp) {
-        s += std::string("  [") + grp.m_cZahler + grp.m_cGoTyp + grp.m_cStatArt + "] " + Text(grp.m_Sum) +
-             '\n';
+        s += std::string("  [") + grp.m_cZahler + grp.m_cGoTyp + grp.m_cStatArt + "] " + Text(grp.m_Sum);
         for (const CLSLst & lst : grp.m_vLst)
-            s += "    " + Text(lst) + '\n';
+            s += Zahlen(lst) == Zahlen(grp.m_Sum) ? " |" + Anteile(lst) : "\n    " + Text(lst);
+        s += '\n';
     }
     return s;
 }
 
 inline void Summe(std::string & s, const char * pName, const CLSLst & lst) {
-    if (Text(lst) != FRISCH) s += std::string("  ") + pName + " " + Text(lst) + '\n';
+    if (Text(lst) != Text(CLSLst())) s += std::string("  ") + pName + " " + Text(lst) + '\n';
 }
 
 template <class T> std::string Zahlersummen(const T & t) {
@@ -114,31 +119,24 @@ inline std::string Text(const std::vector<CFallJeQuartal> & vFaelle) {
     return s;
 }
 
-// A hit of the given service; quantity 1, billed to the insurer, owner " 1".
-struct SLeistung {
-    char cGoArt;
-    CString sLst;
-    CString sBetrag;
-    char cStatArt = 'a';
-    char cGoSubArt = 0;
-    int iPunkte = 0;
-};
-inline CBehHitLine Hit(const CString & sDatum, const CString & sBeh, const CString & sPat,
-                       const CString & sKasse, const SLeistung & l) {
+// A hit by its fields, "_" for a blank: "GOART=p LSTNR=2060 PRAXISNR=_2". What is not named is as it stands here.
+inline CBehHitLine Hit(const std::string & sFelder) {
     CBehHitLine hit;
-    hit.PRAXISNR = " 1";
-    hit.DATUM = sDatum;
-    hit.BEHANDLERNR = sBeh;
-    hit.PATNR = sPat;
-    hit.KASKUERZEL = sKasse;
-    hit.GOART = l.cGoArt;
-    hit.LSTNR = hit.LSTIN = l.sLst;
-    hit.LSTKUERZEL = "K" + l.sLst;
-    hit.BETRAG = CDBetrag(l.sBetrag);
-    hit.GOSTATISTIKART = l.cStatArt;
-    hit.GOSUBART = l.cGoSubArt;
-    hit.PUNKTE = l.iPunkte;
-    hit.ANZAHL = 100;
+    std::istringstream ein(
+        "PRAXISNR=_1 PATNR=1 BEHANDLERNR=1 DATUM=20240101 GOART=k GOSTATISTIKART=a ANZAHL=100 "
+        "LSTNR=1 BETRAG=e100 " +
+        sFelder);
+    for (std::string sFeld; ein >> sFeld;) {
+        std::replace(sFeld.begin(), sFeld.end(), '_', ' ');
+        const auto iGleich = sFeld.find('=');
+        bool bOk = false;
+        JedesFeld(hit, [&](const std::string & sName, auto & wert) {
+            if (sName == sFeld.substr(0, iGleich)) bOk = Lies(sFeld.substr(iGleich + 1), wert);
+        });
+        EXPECT_TRUE(bOk) << sFeld;
+    }
+    if (sFelder.find("LSTIN=") == std::string::npos) hit.LSTIN = hit.LSTNR;
+    hit.LSTKUERZEL = "K" + hit.LSTNR;
     return hit;
 }
 

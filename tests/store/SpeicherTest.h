@@ -36,6 +36,10 @@ public:
     int Naechste() { return m_pWeg ? m_pWeg->Naechste(m_vZeiger) : static_cast<int>(ZEILE_FEHLER); }
     int Loesche() { return m_pWeg->Loesche(); }
     int Ersetze() { return m_pWeg->Ersetze({m_vZeiger.data(), m_vZeiger.size()}); }
+    // Changes one field of the row and replaces it.
+    int Setze(CString CTPat_Fields::*pFeld, const CString & sText) {
+        return m_zeile.*pFeld = sText, Ersetze();
+    }
     // The numbers of all rows ahead.
     [[nodiscard]] std::string Rest();
 

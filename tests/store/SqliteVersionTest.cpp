@@ -16,20 +16,6 @@ namespace {
 
 const STabelle & Behandlungen() { return SBeschreibung<CTBeh_Fields>::tabelle; }
 
-// What the walk meets, as texts.
-std::string Zeilen(CZeilenspeicher & speicher, const STabelle & tabelle, const SBereich & bereich) {
-    std::vector<CString> vTexte(tabelle.vSpalten.size());
-    std::vector<CString *> vZeile;
-    for (CString & sText : vTexte)
-        vZeile.push_back(&sText);
-    std::string s;
-    const auto pWeg = speicher.Oeffne(tabelle, bereich);
-    while (pWeg && pWeg->Naechste(vZeile) == ZEILE_OK)
-        for (const CString & sText : vTexte)
-            s += sText.Utf8() + (&sText == &vTexte.back() ? '\n' : '|');
-    return s;
-}
-
 bool Gleich(CZeilenspeicher & a, CZeilenspeicher & b) {
     return std::ranges::all_of(AlleTabellen(), [&](const STabelle * p) { return GleicheTabelle(a, b, *p); });
 }
@@ -38,7 +24,7 @@ class SqliteVersionTest : public CSqliteTest {
 protected:
     void Mache(int iVersion) {
         std::filesystem::remove(m_sDatei);
-        ASSERT_EQ(CWerkzeug(m_sDatei).Sql(AlteVersion(iVersion)), "");
+        ASSERT_EQ(Sql(AlteVersion(iVersion)), "");
     }
     // The rows of the file as it is.
     std::shared_ptr<CMemorySpeicher> LiesAlles() {
@@ -48,12 +34,11 @@ protected:
             EXPECT_TRUE(pDatei && KopiereTabelle(*pDatei, *p, *pTabelle) == ZEILE_OK) << m_sMeldung.Utf8();
         return p;
     }
-    std::string Frage(const char * pSql) { return CWerkzeug(m_sDatei).Sql(pSql); }
     const std::string m_sHeutige = [this] {
         Oeffne(EModus::Neu);
-        return Frage("PRAGMA user_version");
+        return Sql("PRAGMA user_version");
     }();
-    const std::string m_sSchema = Frage(SCHEMA);
+    const std::string m_sSchema = Sql(SCHEMA);
     static constexpr const char * SCHEMA =
         "SELECT group_concat(sql, '; ') FROM (SELECT sql FROM sqlite_schema ORDER BY type, name)";
 };
@@ -75,8 +60,8 @@ TEST_F(SqliteVersionTest, AnOlderFileIsReadAsItIsAndExtendedByWhoWrites) {
         const auto pLeser = Oeffne(EModus::Lesen);
         EXPECT_EQ(Schreibe(*Oeffne(EModus::Schreiben), "9"), ZEILE_OK) << m_sMeldung.Utf8();
         EXPECT_EQ(Schreibe(*pZeilen, "9"), ZEILE_OK);
-        EXPECT_EQ(Frage("PRAGMA user_version"), m_sHeutige);
-        EXPECT_EQ(Frage(SCHEMA), m_sSchema);
+        EXPECT_EQ(Sql("PRAGMA user_version"), m_sHeutige);
+        EXPECT_EQ(Sql(SCHEMA), m_sSchema);
         EXPECT_EQ(Oeffne(EModus::Lesen)->Pruefe(), std::vector<CString>());
         EXPECT_TRUE(Gleich(*pZeilen, *Oeffne(EModus::Lesen)));
         EXPECT_TRUE(Gleich(*pZeilen, *pLeser)) << "a store that was open before";
@@ -138,38 +123,35 @@ TEST_F(SqliteVersionTest, AKillOrAFullDiskLeavesTheOldVersionOrTheNew) {
             const bool bUnterbrochen = CSqliteSpeicher::Unterbrochen(m_sDatei);
             if (bUnterbrochen) {
                 EXPECT_TRUE(CSqliteSpeicher::NimmZurueck(m_sDatei, m_sMeldung)) << m_sMeldung.Utf8();
-                EXPECT_EQ(Frage("PRAGMA user_version"), "1");
+                EXPECT_EQ(Sql("PRAGMA user_version"), "1");
             }
-            EXPECT_EQ(LiesDatei(m_sDatei) == sAlt, Frage("PRAGMA user_version") == "1");
+            EXPECT_EQ(LiesDatei(m_sDatei) == sAlt, Sql("PRAGMA user_version") == "1");
             EXPECT_TRUE(Gleich(*pZeilen, *Oeffne(EModus::Lesen))) << m_sMeldung.Utf8();
             EXPECT_TRUE(Gleich(*pZeilen, *Oeffne(EModus::Schreiben))) << m_sMeldung.Utf8();
-            EXPECT_EQ(Frage("PRAGMA user_version"), m_sHeutige);
+            EXPECT_EQ(Sql("PRAGMA user_version"), m_sHeutige);
         }
 }
 
 TEST_F(SqliteVersionTest, AFileSomebodyReadsOrHasChangedIsNotExtended) {
     Mache(1);
     const std::string sAlt = LiesDatei(m_sDatei);
-    const auto Scheitert = [&](const std::string & sGrund) {
-        EXPECT_EQ(Oeffne(EModus::Schreiben), nullptr);
-        EXPECT_EQ(m_sMeldung.Utf8(), "Die Datei \"" + m_sDatei + "\" " + sGrund);
-    };
     {
         const auto pLeser = Oeffne(EModus::Lesen);
         CPatientenweg weg(*pLeser);
         ASSERT_EQ(weg.Naechste(), ZEILE_OK);
-        Scheitert("lässt sich nicht erweitern; ein anderes Programm arbeitet mit ihr.");
+        EXPECT_EQ(Grund(EModus::Schreiben),
+                  "lässt sich nicht erweitern; ein anderes Programm arbeitet mit ihr.");
     }
     EXPECT_EQ(LiesDatei(m_sDatei), sAlt);
-    Frage("CREATE VIEW JAHR AS SELECT DATUM FROM BEH");
+    Sql("CREATE VIEW JAHR AS SELECT DATUM FROM BEH");
     EXPECT_TRUE(Oeffne(EModus::Schreiben)) << "an addition of the practice's own";
-    EXPECT_EQ(Frage("SELECT count(*) FROM JAHR"), "27");
+    EXPECT_EQ(Sql("SELECT count(*) FROM JAHR"), "27");
     Mache(1);
-    Frage("CREATE TABLE BEH_ALT (X)");
-    Scheitert("lässt sich nicht erweitern.");
-    EXPECT_EQ(Frage("PRAGMA user_version"), "1");
-    Frage("ALTER TABLE BEH ADD COLUMN NEU TEXT");
-    Scheitert("ist verändert worden: BEH fehlt oder ist anders aufgebaut.");
+    Sql("CREATE TABLE BEH_ALT (X)");
+    EXPECT_EQ(Grund(EModus::Schreiben), "lässt sich nicht erweitern.");
+    EXPECT_EQ(Sql("PRAGMA user_version"), "1");
+    Sql("ALTER TABLE BEH ADD COLUMN NEU TEXT");
+    EXPECT_EQ(Grund(EModus::Schreiben), "ist verändert worden: BEH fehlt oder ist anders aufgebaut.");
 }
 
 } // namespace

@@ -14,23 +14,18 @@ constexpr int ZEILEN = 6000; // many times what a walk reads by itself
 
 class SqliteVorlaufTest : public CSqliteTest {
 protected:
-    void SetUp() override { Mache(""); }
-    // The numbers from 10000 on.
-    void Mache(const std::string & sVorNummer) {
-        const auto p = Oeffne(EModus::NeuUngesichert);
-        ASSERT_TRUE(p && p->Beginne() == ZEILE_OK);
-        for (int i = 0; i < ZEILEN; ++i) {
-            const std::string s = std::to_string(10000 + i);
-            const std::string sNummer = sVorNummer + s;
-            const std::string sName = "Name " + s.substr(3);
-            ASSERT_EQ(Schreibe(*p, CString(sNummer.c_str()), CString(sName.c_str())), ZEILE_OK);
-        }
-        ASSERT_EQ(p->Beende(true), ZEILE_OK);
-    }
+    void SetUp() override { SchreibeZeilen("", 10000 + ZEILEN, "Name "); }
     // Only a walk between whose rows others are asked for is read ahead.
     static void LiesNebenbei(CZeilenspeicher & speicher) {
         for (int i = 0; i < 100; ++i)
             ASSERT_EQ(Nummern(speicher, {1, false, "15998", "15999"}), "15998");
+    }
+    // The walk's next rows are those, counted from 0.
+    static void Erwarte(CPatientenweg & weg, int iVon, int iBis) {
+        for (int i = iVon; i < iBis; ++i) {
+            ASSERT_EQ(weg.Naechste(), ZEILE_OK) << i;
+            ASSERT_EQ(weg.m_zeile.m_PATNR.Utf8(), std::to_string(10000 + i));
+        }
     }
 };
 
@@ -51,63 +46,37 @@ TEST_F(SqliteVorlaufTest, EveryWholeTableWalkGivesTheRowsInTheirOrder) {
     EXPECT_EQ(pLeser->Vorausgelesen().iZeilen, std::thread::hardware_concurrency() < 2 ? 0 : iImFaden);
 }
 
-TEST_F(SqliteVorlaufTest, AWalkMayEndAnywhereAndFreesTheFile) {
+TEST_F(SqliteVorlaufTest, AWalkHoldsTheFileWhereverItEnds) {
     const auto p = Oeffne(EModus::Lesen);
     for (const int iZeilen : {1, 2047, 2048, 2049, 2304, 2305, ZEILEN - 1, ZEILEN}) {
         CPatientenweg weg(*p);
         LiesNebenbei(*p);
-        for (int i = 0; i < iZeilen; ++i)
-            ASSERT_EQ(weg.Naechste(), ZEILE_OK) << i;
-        EXPECT_EQ(weg.m_zeile.m_PATNR.Utf8(), std::to_string(10000 + iZeilen - 1));
+        Erwarte(weg, 0, iZeilen);
     }
     CPatientenweg weg(*p);
-    LiesNebenbei(*p);
-    ASSERT_FALSE(weg.Rest().empty());
-    EXPECT_EQ(weg.m_zeile.m_PATNR.Utf8(), "15999") << "the end leaves the fields";
-    EXPECT_EQ(weg.Naechste(), ZEILE_KEINE);
-    EXPECT_EQ(weg.Loesche(), ZEILE_VERWEIGERT);
-    EXPECT_EQ(CWerkzeug(m_sDatei).Sql("UPDATE PAT SET PATNAME = 'neu'"), "") << "no lock is left";
-}
-
-TEST_F(SqliteVorlaufTest, SeveralWalksAtOnceKeepApart) {
-    const auto p = Oeffne(EModus::Lesen);
-    CPatientenweg vor(*p);
-    CPatientenweg zurueck(*p, {1, true, "", ""});
+    CPatientenweg zurueck(*p, {1, true, "", ""}); // keeps apart from the other
     LiesNebenbei(*p);
     for (int i = 0; i < ZEILEN; ++i) {
-        ASSERT_EQ(vor.Naechste(), ZEILE_OK);
+        Erwarte(weg, i, i + 1);
         ASSERT_EQ(zurueck.Naechste(), ZEILE_OK);
-        ASSERT_EQ(vor.m_zeile.m_PATNR.Utf8(), std::to_string(10000 + i));
         ASSERT_EQ(zurueck.m_zeile.m_PATNR.Utf8(), std::to_string(10000 + ZEILEN - 1 - i));
+        ASSERT_EQ(i % 1000 == 0 ? Sql("UPDATE PAT SET PATNAME = 'neu'") : "database is locked",
+                  "database is locked");
     }
+    EXPECT_TRUE(weg.Naechste() == ZEILE_KEINE && zurueck.Naechste() == ZEILE_KEINE);
+    EXPECT_EQ(weg.m_zeile.m_PATNR.Utf8(), "15999") << "the end leaves the fields";
+    EXPECT_TRUE(weg.Naechste() == ZEILE_KEINE && weg.Loesche() == ZEILE_VERWEIGERT);
+    EXPECT_EQ(Sql("UPDATE PAT SET PATNAME = 'neu'"), "") << "no lock is left";
 }
 
 TEST_F(SqliteVorlaufTest, AFileMovedAwayUnderTheWalkIsReadOn) {
     const auto p = Oeffne(EModus::Lesen);
     CPatientenweg weg(*p);
     LiesNebenbei(*p);
-    for (int i = 0; i < 10; ++i)
-        ASSERT_EQ(weg.Naechste(), ZEILE_OK);
+    Erwarte(weg, 0, 10);
     std::filesystem::rename(m_sDatei, m_sDatei + ".alt");
-    Mache("x");
-    for (int i = 10; i < ZEILEN; ++i) {
-        ASSERT_EQ(weg.Naechste(), ZEILE_OK);
-        ASSERT_EQ(weg.m_zeile.m_PATNR.Utf8(), std::to_string(10000 + i));
-    }
-}
-
-TEST_F(SqliteVorlaufTest, TheFileStaysAsItIsUntilTheWalkEnds) {
-    const auto p = Oeffne(EModus::Lesen);
-    CPatientenweg weg(*p);
-    LiesNebenbei(*p);
-    CWerkzeug werkzeug(m_sDatei);
-    const auto Schreibe = [&] { return werkzeug.Sql("UPDATE PAT SET PATNAME = 'neu'"); };
-    for (int i = 0; i < ZEILEN; ++i) {
-        ASSERT_EQ(weg.Naechste(), ZEILE_OK);
-        ASSERT_EQ(i % 1000 == 0 ? Schreibe() : "database is locked", "database is locked");
-    }
-    ASSERT_EQ(weg.Naechste(), ZEILE_KEINE);
-    EXPECT_EQ(Schreibe(), "");
+    SchreibeZeilen("x", 10000 + ZEILEN, "Name ");
+    Erwarte(weg, 10, ZEILEN);
 }
 
 // The rows before the damage come, and then the walk fails as one does that is not read ahead.

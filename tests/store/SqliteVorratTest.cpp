@@ -43,20 +43,17 @@ TEST_F(SqliteVorratTest, ReadsUnderAWalkFindWhatReadsWithoutOneFind) {
     ASSERT_EQ(weg.Naechste(), ZEILE_OK);
 
     std::mt19937 zufall(3);
-    struct SFolge {
-        const char * pName;
-        std::function<int(int)> fNummer; // of the i-th read
+    const std::function<int(int)> aFolgen[] = {
+        // the number of the i-th read
+        [](int i) { return ERSTE - 2 + i; },
+        [](int i) { return LETZTE + 2 - i; },
+        [](int i) { return ERSTE + i / 2 * 3; }, // each twice, some left out
+        [](int i) { return ERSTE + i / 3 + 2 * (i % 3); },
+        [&](int) { return ERSTE - 2 + static_cast<int>(zufall() % (LETZTE - ERSTE + 4)); },
     };
-    const SFolge aFolgen[] = {
-        {"ascending", [](int i) { return ERSTE - 2 + i; }},
-        {"descending", [](int i) { return LETZTE + 2 - i; }},
-        {"each twice, some left out", [](int i) { return ERSTE + i / 2 * 3; }},
-        {"two steps forward, one back", [](int i) { return ERSTE + i / 3 + 2 * (i % 3); }},
-        {"at random", [&](int) { return ERSTE - 2 + static_cast<int>(zufall() % (LETZTE - ERSTE + 4)); }},
-    };
-    for (const SFolge & folge : aFolgen)
+    for (const auto & fNummer : aFolgen)
         for (int i = 0; i < LETZTE - ERSTE + 4; ++i) {
-            const int iNummer = folge.fNummer(i);
+            const int iNummer = fNummer(i);
             const CString sAb = Nummer(iNummer);
             const int iBreite = static_cast<int>(zufall() % 30);
             const SBereich aBereiche[] = {
@@ -69,14 +66,13 @@ TEST_F(SqliteVorratTest, ReadsUnderAWalkFindWhatReadsWithoutOneFind) {
             };
             for (const SBereich & bereich : aBereiche)
                 ASSERT_EQ(Nummern(*pMit, bereich), Nummern(*pOhne, bereich))
-                    << folge.pName << ", read " << i << " of " << iNummer;
+                    << &fNummer - aFolgen << ", read " << i << " of " << iNummer;
         }
     EXPECT_EQ(pOhne->Vorausgelesen().iBereiche, 0U);
-    const auto Gefunden = [&] { return pMit->Vorausgelesen().iBereiche; };
-    const std::uint64_t iVorher = Gefunden();
+    const std::uint64_t iVorher = pMit->Vorausgelesen().iBereiche;
     for (int i = ERSTE; i < LETZTE; ++i)
         ASSERT_NE(Nummern(*pMit, EinSchluessel(Nummer(i))), "!");
-    EXPECT_GT(Gefunden() - iVorher, 280U) << "of 300 in the order of their keys";
+    EXPECT_GT(pMit->Vorausgelesen().iBereiche - iVorher, 280U) << "of 300 in the order of their keys";
 }
 
 TEST_F(SqliteVorratTest, AWalkKeepsItsRowsWhileOthersReadOn) {
@@ -91,9 +87,8 @@ TEST_F(SqliteVorratTest, AWalkKeepsItsRowsWhileOthersReadOn) {
     for (int i = ERSTE; i < LETZTE; ++i)
         ASSERT_NE(Nummern(*p, EinSchluessel(Nummer(i))), "!");
     EXPECT_EQ(weg.Rest(), "100 101 103 104");
-    EXPECT_EQ(weg.Naechste(), ZEILE_KEINE);
-    EXPECT_EQ(weg.Loesche(), ZEILE_VERWEIGERT);
-    EXPECT_EQ(weg.Ersetze(), ZEILE_VERWEIGERT);
+    EXPECT_TRUE(weg.Naechste() == ZEILE_KEINE && weg.Loesche() == ZEILE_VERWEIGERT &&
+                weg.Ersetze() == ZEILE_VERWEIGERT);
 }
 
 TEST_F(SqliteVorratTest, AWriteIsSeenOnceNoWalkHoldsTheFile) {

@@ -61,29 +61,16 @@ inline CBehHitLine MarkierterHit(bool bFlags) {
     return hit;
 }
 
-using CFeldtexte = std::vector<std::string>; // "NAME=value", in the order of the fields
-
-inline CFeldtexte Feldtexte(const CBehHitLine & hit) {
-    CFeldtexte v;
-    JedesFeld(hit, [&](const char * pName, const auto & wert) { v.push_back(pName + ("=" + Wert(wert))); });
-    return v;
-}
-
 // The fields that differ from an earlier state, with their new values and ", " between them.
 inline std::string Aenderungen(const CBehHitLine & vorher, const CBehHitLine & hit) {
-    const CFeldtexte vAlt = Feldtexte(vorher), vNeu = Feldtexte(hit);
+    std::vector<std::string> vAlt;
+    JedesFeld(vorher, [&](const char *, const auto & wert) { vAlt.push_back(Wert(wert)); });
     std::string s;
-    for (std::size_t i = 0; i < vNeu.size(); ++i)
-        if (vNeu[i] != vAlt[i]) s += (s.empty() ? "" : ", ") + vNeu[i];
+    auto it = vAlt.begin();
+    JedesFeld(hit, [&](const char * pName, const auto & wert) {
+        if (Wert(wert) != *it++) s += (s.empty() ? "" : ", ") + std::string(pName) + "=" + Wert(wert);
+    });
     return s;
-}
-
-// What an operation does to a hit full of marks.
-template <class F> std::string Wirkung(F f, bool bFlags = false) {
-    const CBehHitLine vorher = MarkierterHit(bFlags);
-    CBehHitLine hit = vorher;
-    f(hit);
-    return Aenderungen(vorher, hit);
 }
 
 } // namespace orvostat

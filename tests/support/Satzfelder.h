@@ -1,6 +1,7 @@
 // The fields of the records beside the hit's, for cases by name. Each list has every field, in the class's order.
 #pragma once
 
+#include "orvostatbs/records/BehErrors.h"
 #include "orvostatbs/records/Gebuehr.h"
 #include "orvostatbs/records/NebenHits.h"
 #include "orvostatbs/records/Pat.h"
@@ -56,6 +57,8 @@ ORVO_SATZ(CKas, KASKUERZEL, m_sKasFeld0, m_sGueltigAb, m_bKasKz, KASSENPWGRP, m_
           m_sKasFeld1, m_sKasFeld2, m_sKasSort, KASSTATISTIKART, KASMEDSTATISTIKART, KASSENGRP, m_iKasFlag2,
           FREMDKASSE, m_cKasKz)
 ORVO_SATZ(CPw, m_sPwGrp, m_cPwLArt, m_sPwAb, m_PwWest, m_PwOst, m_sPwInfo)
+ORVO_SATZ(CBehErrors, PATNR, DATUM, LSTIN, KASKUERZEL, MFRDIG, WSO, WSO_ERG, m_iFehler, SITZUNG, LFDBEHEINTRAG,
+          GOART)
 ORVO_SATZ(CPwGrp, m_sPwGrp, m_sPwGrpName)
 ORVO_SATZ(CGOStruct, m_sLst, m_sKuerzel, m_sLstLower, m_sKuerzelLower, m_cGoArt, m_cGoSubArt, m_sDruckbild,
           m_cPwLArt, m_cStatArt, m_sGoFeld1, m_sGoFeld2, m_sGoFeld3, m_iGebPkt, m_iPunkte2, m_iPunkte3,

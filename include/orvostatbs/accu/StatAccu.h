@@ -18,6 +18,10 @@
 // be read counts as absent. An accumulator is used by one thread, and there is one run in a process at a time
 // (Faden.h).
 //
+// A debug build of the library (without NDEBUG) says so on stderr and aborts where a row is to be read without
+// DataSumVorlauf, where GetBetrag comes between GetGOData and GetPunkte, and where MoveBeh fills a hit that was not
+// cleared. In a release build the first of these is undefined, the others give wrong hits.
+//
 // The valuation works on the fields of a hit, wherever they come from. A private service has rate and factor and is
 // rounded once, before the quantity; a service of an insurer has points and a point value and is not rounded:
 //

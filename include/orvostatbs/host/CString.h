@@ -12,9 +12,14 @@
 // Each text has exactly one form, and inside the first two forms words compare as their texts do. So a copy is a
 // word, an equality mostly one comparison, and only longer free texts ever allocate.
 //
-// Literals stand in UTF-8 in the sources and become Windows-1252 in the compiler: a short or digits text converts
-// by itself (`s == "ä1"`, `sDatum < "20020101"`), any other is written with its suffix (`"Kein Mandant"_t`). A
-// character that Windows-1252 lacks does not compile.
+// Literals stand in UTF-8 in the sources and become Windows-1252 wherever a CString is wanted: `s == "ä1"`,
+// `s = b ? "1" : "2"`, `CString s("Kein Mandant")`. Where an optimising compiler sees a literal of up to 64 bytes, a
+// character that Windows-1252 lacks does not compile; elsewhere it throws when the code runs. Such a text costs nothing
+// if it is short or digits, else a block each time; written with its suffix, `"Kein Mandant"_t`, it has a static one,
+// and the characters are checked in any build.
+//
+// An array of constant characters is a literal. All that is no literal holds Windows-1252: an array that can be
+// written, a pointer (also `b ? "Zahn" : "Zähne"`, two literals of different length), a std::string_view.
 #pragma once
 
 #include "orvostatbs/host/detail/Wort.h"
@@ -86,9 +91,14 @@ private:
 class CString {
 public:
     constexpr CString() noexcept = default;
-    // A literal that is a short or digits text; for any other write its suffix: "..."_t.
+    // A literal; zeros at its end are no part of it. Throws std::invalid_argument for characters that are not in
+    // Windows-1252 and for malformed UTF-8.
     template <std::size_t N>
-    consteval CString(const char (&acUtf8)[N]); // NOLINT(google-explicit-constructor)
+    [[gnu::always_inline]] constexpr CString(const char (&acUtf8)[N]); // NOLINT(google-explicit-constructor)
+    // Windows-1252 bytes up to a 0, or to the end of the array.
+    template <std::size_t N>
+    CString(char (&acBytes)[N]) // NOLINT(google-explicit-constructor)
+        : CString(std::string_view(acBytes, wort::BisNull(acBytes, N))) {}
     // Windows-1252 bytes up to a 0.
     template <class T>
     requires std::is_same_v<T, const char *> || std::is_same_v<T, char *> || std::is_same_v<T, std::nullptr_t>
@@ -225,6 +235,7 @@ private:
     static void GibBlock(std::uint64_t w) noexcept;
     static std::uint64_t NeuerBlock(std::string_view sBytes);
     static std::string_view Gueltig(const char * pBytes);
+    static std::uint64_t WortAusLiteral(std::string_view sUtf8);
     void SetzeBytes(std::string_view sBytes);
     void SetzeLangesUtf8(std::string_view sUtf8);
     [[nodiscard]] bool GleicherBlock(const CString & s) const;
@@ -299,10 +310,21 @@ template <class... T> [[nodiscard]] std::string Formatiere(const char * pFormat,
 
 } // namespace wort
 
-template <std::size_t N> consteval CString::CString(const char (&acUtf8)[N]) {
-    const wort::SLiteral<N> literal(acUtf8);
-    m_w = wort::Packe(literal.ac, literal.iLaenge);
-    if (wort::IstShared(m_w)) throw std::invalid_argument("write this longer literal with its suffix _t");
+template <std::size_t N> constexpr CString::CString(const char (&acUtf8)[N]) {
+    if (std::is_constant_evaluated()) {
+        const wort::SLiteral<N> literal(acUtf8);
+        m_w = wort::Packe(literal.ac, literal.iLaenge);
+        if (wort::IstShared(m_w))
+            throw std::invalid_argument("this text is no constant, only its literal with _t is");
+    } else {
+        std::uint64_t w = wort::SHARED;
+        if constexpr (N <= wort::LITERAL_MAX) {
+            const wort::SLeser leser = wort::LiesLiteral(acUtf8, std::make_index_sequence<N - 1>());
+            if (__builtin_constant_p(leser.bGut) && !leser.bGut) wort::LiteralOhneZeichen();
+            w = wort::WortAusLeser(leser, acUtf8);
+        }
+        m_w = __builtin_constant_p(w) && !wort::IstShared(w) ? w : WortAusLiteral({acUtf8, N});
+    }
 }
 
 // A literal of any length.

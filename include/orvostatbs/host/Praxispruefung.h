@@ -13,14 +13,15 @@
 namespace orvostat {
 
 // Why a stored text is not sound for a column of its kind, as a German phrase; null where it is. The empty text and
-// blanks always are.
+// blanks always are. A number is sound in form and in a range that no practice leaves: amounts to ten million,
+// quantities to ten thousand, factors to a hundred.
 [[nodiscard]] const char * Mangel(EArt eArt, std::string_view s1252);
 
 // The row as messages name it: "PAT [1003]".
 [[nodiscard]] std::string Zeilenname(const STabelle & tabelle, CWerte vZeile);
 
 // Checks tables one after the other. For each row: every column by its kind, key parts in order and not twice, and that
-// the rows it refers to are there.
+// the rows it refers to are there; and that there are an owner and a treater, without whom there is no run.
 class CPraxispruefung {
 public:
     // fMangel takes a German sentence (UTF-8) per fault; fSchritt comes for each row read, and may end the check with

@@ -5,10 +5,12 @@
 // list the field class, the description that the stores work with, and nothing else is written down anywhere: the
 // schema of the SQLite store, reading, writing, copying and checking all derive from it.
 //
+//   #include "orvostatbs/host/detail/Tabellenmakros.def"    // ORVO_TABELLE is there
 //   #define ORVO_SPALTEN(S) S(PATNR, Text) S(DATUM, Datum)
 //   ORVO_TABELLE(CTBeispiel, "BEISPIEL", Genau, "PATNR DATUM", "DATUM")
 //   #undef ORVO_SPALTEN
 //   class CTBeispiel : public CTabelle<CTBeispiel_Fields> { ... };
+//   #include "orvostatbs/host/detail/Tabellenmakros.def"    // and is gone again
 //
 // A long list that is read in several places has a file of its own (Selektion.def, Schalter.def); a table's columns are
 // a line or two, read by ORVO_TABELLE alone, and stand above their class.
@@ -52,22 +54,6 @@ consteval auto MakeSchluesselliste(const SSpalteInfo (&aSpalten)[N], const T &..
 }
 
 } // namespace detail
-
-#define ORVO_FELD(NAME, ART) CString m_##NAME;
-#define ORVO_ZEIGER(NAME, ART) &SFelder::m_##NAME,
-#define ORVO_INFO(NAME, ART) {#NAME, EArt::ART},
-#define ORVO_TABELLE(KLASSE, NAME, VERGLEICH, ...)                                                           \
-    struct KLASSE##_Fields {                                                                                 \
-        ORVO_SPALTEN(ORVO_FELD)                                                                              \
-        friend bool operator==(const KLASSE##_Fields &, const KLASSE##_Fields &) = default;                  \
-    };                                                                                                       \
-    template <> struct SBeschreibung<KLASSE##_Fields> {                                                      \
-        using SFelder = KLASSE##_Fields;                                                                     \
-        static constexpr CString SFelder::*aZeiger[] = {ORVO_SPALTEN(ORVO_ZEIGER)};                          \
-        static constexpr SSpalteInfo aSpalten[] = {ORVO_SPALTEN(ORVO_INFO)};                                 \
-        static constexpr auto aSchluessel = detail::MakeSchluesselliste(aSpalten, __VA_ARGS__);              \
-        static constexpr STabelle tabelle{NAME, aSpalten, aSchluessel, EVergleich::VERGLEICH};               \
-    };
 
 // The common part of all table classes: a row of TFelder with the record layer's operations.
 template <class TFelder> class CTabelle : public TFelder, public COrvoRSetEx {

@@ -3,6 +3,8 @@
 
 #include "orvostatbs/host/Tabelle.h"
 
+#include "orvostatbs/host/detail/Tabellenmakros.def"
+
 namespace orvostat {
 
 // Blocks of the practice's own laboratory. LBLOCKBETRAEGE holds ten amounts of eleven characters.
@@ -24,7 +26,7 @@ public:
 #define ORVO_SPALTEN(S) \
     S(PATNR, Text) S(PLANNR, Text) S(LFDLBLOCK, Text) S(LFDENTRY, Text) S(LBLOCKENTRYART, Text) \
     S(LBLNR, Text) S(BEGRKEY, Text) S(DATUM, Datum) S(BEHANDLERNR, Text) S(LSTNR, Text) S(TEETH, Text) \
-    S(FAKTOR, Text) S(ANZAHL, Text) S(BETRAG, Betrag) S(CHARGE, Text)
+    S(FAKTOR, Faktor) S(ANZAHL, Menge) S(BETRAG, Betrag) S(CHARGE, Text)
 // clang-format on
 ORVO_TABELLE(CTLBlockEntry, "LBLOCKENTRY", Genau, "PATNR PLANNR LFDLBLOCK LFDENTRY")
 #undef ORVO_SPALTEN
@@ -54,7 +56,7 @@ public:
 // clang-format off
 #define ORVO_SPALTEN(S) \
     S(LABORKUNDE, Text) S(LFDGLBLOC, Text) S(LFDENTRY, Text) S(GLBLOCENTRYART, Text) S(LBLNR, Text) \
-    S(DATUM, Datum) S(BEHANDLERNR, Text) S(LSTNR, Text) S(ANZAHL, Text) S(BETRAG, Betrag) \
+    S(DATUM, Datum) S(BEHANDLERNR, Text) S(LSTNR, Text) S(ANZAHL, Menge) S(BETRAG, Betrag) \
     S(USTKEY, Text) S(CHARGE, Text)
 // clang-format on
 ORVO_TABELLE(CTGLBlocEntry, "GLBLOCENTRY", Genau, "LABORKUNDE LFDGLBLOC LFDENTRY")
@@ -165,3 +167,5 @@ public:
 };
 
 } // namespace orvostat
+
+#include "orvostatbs/host/detail/Tabellenmakros.def"

@@ -4,6 +4,8 @@
 #include "orvostatbs/host/Betrag.h"
 #include "orvostatbs/host/Tabelle.h"
 
+#include "orvostatbs/host/detail/Tabellenmakros.def"
+
 namespace orvostat {
 
 // Treatments. SITZUNG is the visit's letter, LFDBEHEINTRAG the entry's running number; ANZAHL is a unit character
@@ -12,8 +14,8 @@ namespace orvostat {
 // clang-format off
 #define ORVO_SPALTEN(S) \
     S(PATNR, Text) S(DATUM, Datum) S(SITZUNG, Text) S(LFDBEHEINTRAG, Text) S(BEHANDLERNR, Text) \
-    S(ERFASSER, Text) S(TEETH, Text) S(ANZAHL, Text) S(LSTIN, Text) S(LSTNR, Text) S(GOART, Text) \
-    S(ABRART, Text) S(FAKTOR, Text) S(BETRAG, Betrag) S(USTKEY, Text) S(LAGE, Text) S(ENTFERNUNG, Text) \
+    S(ERFASSER, Text) S(TEETH, Text) S(ANZAHL, Menge) S(LSTIN, Text) S(LSTNR, Text) S(GOART, Text) \
+    S(ABRART, Text) S(FAKTOR, Faktor) S(BETRAG, Betrag) S(USTKEY, Text) S(LAGE, Text) S(ENTFERNUNG, Text) \
     S(UHRZEIT, Text) S(DTAGRUND, Text) S(TEXTART, Text) S(ICDCODE, Text) S(ICDNOTATIONSKZ, Text) \
     S(TEXT, Text) S(ABRMERKMAL, Text) S(PATBILL, Text) S(BEHKZ, Text) S(LFDBEFENTRY, Text) \
     S(LFDLBLOCK, Text) S(BEHINFO, Text) S(CHARGE, Text) S(ABRJJME, Text)
@@ -77,10 +79,10 @@ public:
 // clang-format off
 #define ORVO_SPALTEN(S) \
     S(GOART, Text) S(LSTNR, Text) S(LSTKUERZEL, Text) S(GOSUBART, Text) S(DRUCKBILD, Text) \
-    S(PWLART, Text) S(STATART, Text) S(GOFELD1, Text) S(GOFELD2, Text) S(GOFELD3, Text) S(GEBPKT, Zahl) \
+    S(PWLART, Text) S(STATART, Text) S(GOFELD1, Text) S(GOFELD2, Text) S(GOFELD3, Text) S(GEBPKT, Punkte) \
     S(GOWERT2, Text) S(GOWERT3, Text) S(GOWERT4, Text) S(ZUSCHLAG, Betrag) S(BETRAG2, Betrag) \
-    S(EINFACHSATZ, Betrag) S(F100AEVWERT, Text) S(GOKZ, Text) S(GOTEXT, Text) S(FAKTOR, Text) \
-    S(STDFAKTOR, Text)
+    S(EINFACHSATZ, Betrag) S(F100AEVWERT, Text) S(GOKZ, Text) S(GOTEXT, Text) S(FAKTOR, Faktor) \
+    S(STDFAKTOR, Faktor)
 // clang-format on
 ORVO_TABELLE(CTGO, "GO", OhneGross, "GOART LSTNR", "GOART LSTKUERZEL")
 #undef ORVO_SPALTEN
@@ -105,7 +107,7 @@ public:
 
 // Changed points of services: from PKTAB on PUNKTE (hundredths) hold.
 // clang-format off
-#define ORVO_SPALTEN(S) S(GOART, Text) S(LSTNR, Text) S(PKTAB, Datum) S(PUNKTE, Zahl)
+#define ORVO_SPALTEN(S) S(GOART, Text) S(LSTNR, Text) S(PKTAB, Datum) S(PUNKTE, Punkte)
 // clang-format on
 ORVO_TABELLE(CTGoPunkte, "GOPUNKTE", OhneGross, "GOART LSTNR PKTAB")
 #undef ORVO_SPALTEN
@@ -157,3 +159,5 @@ public:
 };
 
 } // namespace orvostat
+
+#include "orvostatbs/host/detail/Tabellenmakros.def"

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+#include "orvostatbs/host/detail/Tabellenmakros.def"
+
 namespace orvostat {
 
 // Patients. PATNR has ten places, right-aligned; RECALLART and RECALLITV have one character per recall kind.
@@ -111,3 +113,5 @@ struct SEGKVersichertenstammdaten {
 bool StringToEGKVersichertenstammdaten(const CString & sDaten, SEGKVersichertenstammdaten & daten);
 
 } // namespace orvostat
+
+#include "orvostatbs/host/detail/Tabellenmakros.def"

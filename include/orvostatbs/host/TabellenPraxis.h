@@ -5,6 +5,8 @@
 
 #include <vector>
 
+#include "orvostatbs/host/detail/Tabellenmakros.def"
+
 namespace orvostat {
 
 // The practice's sites; the first row is the practice as its association knows it.
@@ -20,7 +22,7 @@ public:
 
 // Dental associations. LQ is the regional factor of private fees in ten-thousandths.
 // clang-format off
-#define ORVO_SPALTEN(S) S(KZVNR, Text) S(KZVNAME, Text) S(LQ, Zahl) S(REGION, Text)
+#define ORVO_SPALTEN(S) S(KZVNR, Text) S(KZVNAME, Text) S(LQ, Faktor) S(REGION, Text)
 // clang-format on
 ORVO_TABELLE(CTKzv, "KZV", Genau, "KZVNR")
 #undef ORVO_SPALTEN
@@ -203,3 +205,5 @@ struct SSelectPool {
 bool GetSPEntries(const CString & sKey, std::vector<SSelectPool *> & vEintraege);
 
 } // namespace orvostat
+
+#include "orvostatbs/host/detail/Tabellenmakros.def"

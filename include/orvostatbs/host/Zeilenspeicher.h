@@ -25,7 +25,16 @@ enum EZeile : int {
 };
 
 // What a column holds. All columns are texts; the kind says which texts are sound.
-enum class EArt { Text, Zahl, Datum, Betrag, Punktwert };
+enum class EArt {
+    Text,
+    Zahl,
+    Datum,
+    Betrag,
+    Punktwert,
+    Punkte, // hundredths
+    Menge,  // a unit character and hundredths
+    Faktor, // ten-thousandths, or with a currency letter the mixed point value of a plan
+};
 
 // How key texts compare. Trailing blanks never count, except where the row below says so.
 enum class EVergleich {

@@ -115,6 +115,7 @@ struct SLaufzahlen {
     std::int64_t iOhneBill = 0;    // hits without a bill
     std::int64_t iOhnePatient = 0; // hits of patients whose row or address is missing
     std::int64_t iOhneKasse = 0;   // hits without an insurance period or insurer at their date
+    std::int64_t iUnlesbar = 0;    // treatments among the hits whose quantity or factor is unsound
 
     std::int64_t iHits = 0; // iTreffer and the hits of laboratory entries
     std::int64_t iLaborrechnungen = 0;

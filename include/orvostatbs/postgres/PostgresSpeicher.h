@@ -67,6 +67,8 @@ class CPostgresSpeicher final : public CZeilenspeicher {
 public:
     // Whether a text names a database ("postgresql://..." or "postgres://...") and no file.
     [[nodiscard]] static bool IstVerbindung(std::string_view sText);
+    // The database as users read it, "NAME" auf "SERVER", without what they log in with.
+    [[nodiscard]] static std::string Anzeigename(const std::string & sVerbindung);
     // Opens a practice of the database that sVerbindung names as libpq takes it. An empty sPraxis is the only practice
     // there; a name has at most 60 characters. Null where it is refused, with the reason as a German sentence in
     // sMeldung, which never holds a password. Only EServermodus::Anlegen makes tables.

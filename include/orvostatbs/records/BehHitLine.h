@@ -168,6 +168,8 @@ public:
     CString PRAXISID;
     bool ISELAB = true;
     bool ISORVOPAT = true;
+    bool m_bMitEintrag = false; // these two are the watch's over the order of calls, see CStatAccu
+    bool m_bOhnePunktwert = false;
     CString CHARGENNUMMER;
     std::vector<CQueryTeeth> SUCHKRITERIEN;
     std::vector<CString> m_vHitFrei1;

@@ -6,10 +6,11 @@
 //   SCHLUESSEL1  the bytes by which the row sorts under key 1, and so on for each further key; the tables are
 //                clustered by SCHLUESSEL1 and LFD, the further keys have an index
 //
-// and LAUFNUMMER holds the last running number given. The database's application_id is 0x4F535442 ("OSTB"), its
-// user_version the version of this schema. A file of an older version becomes one of this when it is opened for
-// writing, and when it is opened for reading is read as it is: what it lacks is empty. A tool that only reads needs
-// none of this; who writes with one has to keep SCHLUESSEL1 in step with the columns.
+// LAUFNUMMER holds the last running number given, and HERKUNFT, which need not be there, where the file comes from. The
+// database's application_id is 0x4F535442 ("OSTB"), its user_version the version of this schema. A file of an older
+// version becomes one of this when it is opened for writing, and when it is opened for reading is read as it is: what
+// it lacks is empty. A tool that only reads needs none of this; who writes with one has to keep SCHLUESSEL1 in step
+// with the columns.
 //
 // What a file may hold that this store would not write is read without harm: NULL is the empty text, numbers and
 // blobs are their text, characters that Windows-1252 lacks and malformed UTF-8 are "?".
@@ -22,6 +23,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvostat {
@@ -32,7 +34,7 @@ class CSqliteVorrat;
 enum class EModus {
     Lesen,          // never writes, whatever is asked of it
     Schreiben,      // reads and writes an existing file, and first brings one of an older version to this one
-    Neu,            // makes the file, which must not exist
+    Neu,            // makes the file, which must not exist, for the user alone
     NeuUngesichert, // the same faster, for filling it in one go: a crash or a power cut may leave it useless
 };
 
@@ -104,6 +106,11 @@ public:
     // large" where the file has reached the user's limit.
     [[nodiscard]] ESpeicherursache LetzteUrsache() const;
     [[nodiscard]] const std::string & LetzterFehler() const;
+
+    // A word (UTF-8) on where the file comes from, which belongs to the file and not to the practice: a copy by rows
+    // does not have it. Set once; false if that fails. Empty in a file without one.
+    [[nodiscard]] bool SetzeHerkunft(std::string_view sHerkunft);
+    [[nodiscard]] std::string Herkunft();
 
     // The statement behind a walk over a whole table in the order of key 1, as it is given to SQLite. For
     // measurements.

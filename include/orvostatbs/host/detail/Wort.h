@@ -4,12 +4,14 @@
 // from the most significant on too, so that words compare as their texts. A shared text's word is its block's address.
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 namespace orvostat::wort {
 
@@ -102,12 +104,22 @@ inline constexpr char32_t UNICODE_80[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x20
                                             0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                             0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
+// The bytes of UNICODE_80's characters, each at its character modulo the size: no two of them meet.
+inline constexpr auto BYTE_80 = [] {
+    std::array<unsigned char, 122> ac{};
+    for (unsigned i = 0; i < 32; ++i) {
+        unsigned char & c = ac[UNICODE_80[i] % ac.size()];
+        if (c != 0) throw std::logic_error("two characters in one place");
+        c = static_cast<unsigned char>(0x80 + i);
+    }
+    return ac;
+}();
+
 // The byte of a Unicode character, -1 where Windows-1252 has none.
 [[nodiscard]] constexpr int Byte1252(char32_t c) {
     if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<int>(c);
-    for (int i = 0; i < 32; ++i)
-        if (UNICODE_80[i] == c) return 0x80 + i;
-    return -1;
+    const unsigned char cByte = BYTE_80[c % BYTE_80.size()];
+    return cByte != 0 && UNICODE_80[cByte - 0x80] == c ? cByte : -1;
 }
 
 // Reads one character of UTF-8 at iPos and moves behind it; 0xFFFFFFFF for malformed bytes, one of them skipped.
@@ -130,7 +142,13 @@ inline constexpr char32_t UNICODE_80[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x20
 
 // ---- literals and blocks
 
-// A literal in Windows-1252, converted by the compiler.
+// How many of n characters stand before a 0.
+[[nodiscard]] inline std::size_t BisNull(const char * p, std::size_t n) {
+    const void * const pNull = std::memchr(p, 0, n);
+    return pNull == nullptr ? n : static_cast<std::size_t>(static_cast<const char *>(pNull) - p);
+}
+
+// A literal in Windows-1252, converted by the compiler. Zeros at its end are no part of it.
 template <std::size_t N> struct SLiteral {
     std::size_t iLaenge = 0;
     char ac[N] = {};
@@ -140,8 +158,75 @@ template <std::size_t N> struct SLiteral {
             if (iByte < 0) throw std::invalid_argument("a character of this literal is not in Windows-1252");
             ac[iLaenge++] = static_cast<char>(iByte);
         }
+        while (iLaenge > 0 && ac[iLaenge - 1] == 0)
+            --iLaenge;
     }
 };
+
+// Reads a literal in code that runs, byte by byte and without a loop, so that an optimising compiler is left with the
+// result alone.
+struct SLeser {
+    std::uint64_t wKurz = 0;    // the first seven characters
+    std::uint64_t wZiffern = 0; // the codes of the first fourteen
+    bool bZiffern = true;       // each has one
+    std::size_t iLaenge = 0;
+    char32_t cZeichen = 0;
+    char32_t cMindestens = 0; // what needs that many bytes
+    unsigned iWeitere = 0;    // bytes of this character that are still to come
+    bool bGut = true;
+
+    [[gnu::always_inline]] constexpr void Nimm(char c) {
+        const auto b = static_cast<unsigned char>(c);
+        const bool bFolgt = iWeitere > 0;
+        bGut = bGut && (bFolgt ? (b & 0xC0) == 0x80 : b < 0x80 || (b >= 0xC2 && b < 0xF0));
+        if (bFolgt) {
+            cZeichen = (cZeichen << 6) | (b & 0x3Fu);
+            --iWeitere;
+        } else {
+            cZeichen = b < 0x80 ? b : b & (b < 0xE0 ? 0x1Fu : 0x0Fu);
+            iWeitere = b < 0x80 ? 0 : b < 0xE0 ? 1 : 2;
+            cMindestens = b < 0xE0 ? 0 : 0x800;
+        }
+        if (iWeitere > 0) return;
+        const int iByte = Byte1252(cZeichen);
+        bGut = bGut && iByte >= 0 && cZeichen >= cMindestens;
+        if (iLaenge < KURZ_MAX) wKurz |= (static_cast<std::uint64_t>(iByte) & 0xFF) << (56 - 8 * iLaenge);
+        const std::uint64_t iCode = b == ' '               ? 1u
+                                    : b >= '-' && b <= '9' ? b - ('-' - 2u)
+                                    : b == 'e'             ? 15u
+                                                           : 0u;
+        bZiffern = bZiffern && iCode != 0;
+        if (iLaenge < ZIFFERN_MAX) wZiffern |= iCode << (60 - 4 * iLaenge);
+        ++iLaenge;
+    }
+};
+template <std::size_t... I>
+[[nodiscard, gnu::always_inline]] constexpr SLeser LiesLiteral(const char * p, std::index_sequence<I...>) {
+    SLeser leser;
+    (leser.Nimm(p[I]), ...);
+    leser.bGut = leser.bGut && leser.iWeitere == 0;
+    return leser;
+}
+// The word of the literal ac that a reader has read; SHARED where it needs a block, or is to be looked at when it runs.
+template <std::size_t N>
+[[nodiscard, gnu::always_inline]] constexpr std::uint64_t WortAusLeser(const SLeser & leser,
+                                                                       const char (&ac)[N]) {
+    if (!leser.bGut || ac[N - 1] != 0) return SHARED;
+    if constexpr (N > 1)
+        if (ac[N - 2] == 0) return SHARED;
+    if (leser.iLaenge <= KURZ_MAX) return leser.wKurz | leser.iLaenge;
+    return leser.bZiffern && leser.iLaenge <= ZIFFERN_MAX ? leser.wZiffern | (leser.iLaenge + 1) : SHARED;
+}
+
+// The literals that a compiler is asked to read in code that runs: up to this size.
+#ifdef __OPTIMIZE__
+inline constexpr std::size_t LITERAL_MAX = 65;
+#else
+inline constexpr std::size_t LITERAL_MAX = 0;
+#endif
+
+// Is not there: a call of it remains where the compiler has seen that a literal is wrong.
+[[gnu::error("a character of this literal is not in Windows-1252")]] void LiteralOhneZeichen();
 
 // The counted text of the shared form. A literal's block is static, and its count never reaches zero.
 struct alignas(16) SBlock {

@@ -1,0 +1,171 @@
+#include "NeueDatei.h"
+
+#include "Praxis.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <random>
+#include <system_error>
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace orvostat {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool Steht(const std::string & sDatei) {
+    std::error_code fehler;
+    return fs::exists(fs::symlink_status(sDatei, fehler));
+}
+
+std::string EigenerName(const std::string & sDatei) {
+    std::random_device zufall;
+    std::string s;
+    do
+        s = fmt::format("{}.neu-{:08x}{:08x}", sDatei, zufall(), zufall());
+    while (Steht(s));
+    return s;
+}
+
+mode_t Rechte(const std::string & sDatei) {
+    struct stat status {};
+    return stat(sDatei.c_str(), &status) == 0 ? status.st_mode & 0777 : 0600;
+}
+
+bool IstMuster(const std::string & sDatei) {
+    CString sMeldung;
+    const auto pSpeicher = CSqliteSpeicher::OeffneDatei(sDatei, EModus::Lesen, sMeldung);
+    return pSpeicher && pSpeicher->Herkunft() == HERKUNFT_MUSTER;
+}
+
+// Puts the file under its name, and sets errno to EEXIST where that is taken and bErsetzen is not set. Not every file
+// system has each way.
+bool GibNamen(const char * pVon, const char * pNach, bool bErsetzen) {
+    if (bErsetzen) return rename(pVon, pNach) == 0;
+#ifdef RENAME_NOREPLACE
+    if (renameat2(AT_FDCWD, pVon, AT_FDCWD, pNach, RENAME_NOREPLACE) == 0) return true;
+    if (errno == EEXIST) return false;
+#endif
+    if (link(pVon, pNach) == 0) return unlink(pVon) == 0;
+    if (errno == EEXIST) return false;
+    if (!Steht(pNach)) return rename(pVon, pNach) == 0;
+    errno = EEXIST;
+    return false;
+}
+
+// Brings a folder's names to the disk; true also where the file system has no such thing.
+bool SichereVerzeichnis(const std::string & sDatei) {
+    const fs::path pfad = fs::path(sDatei).parent_path();
+    const int iHandle = open(pfad.empty() ? "." : pfad.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (iHandle < 0) return true; // to write in it the right to read it is not needed
+    const bool bGut = fsync(iHandle) == 0 || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
+    const int iErrno = errno;
+    close(iHandle);
+    errno = iErrno;
+    return bGut;
+}
+
+std::string Grund(int iErrno) {
+    switch (iErrno) {
+    case ENOSPC:
+    case EDQUOT:
+        return "der Datenträger ist voll";
+    case EIO:
+        return "der Datenträger meldet einen Fehler";
+    case EROFS:
+        return "der Datenträger ist schreibgeschützt";
+    case EACCES:
+    case EPERM:
+        return "vermutlich fehlt die Berechtigung";
+    case ENOENT:
+        return "vermutlich ist das Verzeichnis gelöscht worden";
+    default:
+        return fmt::format("Fehler {} des Betriebssystems", iErrno);
+    }
+}
+
+} // namespace
+
+CNeueDatei::CNeueDatei(const std::string & sDatei, EVorhanden eVorhanden, const std::string & sVorbild)
+    : m_sDatei(sDatei), m_sVorlaeufig(EigenerName(sDatei)), m_eVorhanden(eVorhanden) {
+    const bool bErsetzt = PruefeZiel();
+    if (bErsetzt || !sVorbild.empty()) m_iRechte = Rechte(sVorbild.empty() ? sDatei : sVorbild);
+    CString sMeldung;
+    m_pSpeicher = CSqliteSpeicher::OeffneDatei(m_sVorlaeufig, EModus::NeuUngesichert, sMeldung);
+    if (!m_pSpeicher) {
+        // The user knows the file by its own name.
+        sMeldung.Replace(AusUtf8(m_sVorlaeufig), AusUtf8(m_sDatei));
+        Verweigere(sMeldung.Utf8());
+    }
+    m_iHandle = open(m_sVorlaeufig.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
+    if (m_iHandle >= 0) return;
+    const int iErrno = errno;
+    m_pSpeicher.reset();
+    unlink(m_sVorlaeufig.c_str());
+    Scheitere(iErrno);
+}
+
+CNeueDatei::~CNeueDatei() {
+    m_pSpeicher.reset();
+    if (NochUnsere()) unlink(m_sVorlaeufig.c_str());
+    if (m_iHandle >= 0) close(m_iHandle);
+}
+
+// Whether there is a file that may be replaced; ends the command where there is one that may not.
+bool CNeueDatei::PruefeZiel() const {
+    const std::string sName = '"' + m_sDatei + '"';
+    if (!fs::path(m_sDatei).has_filename()) Verweigere(sName + " ist kein Dateiname.");
+    std::error_code fehler;
+    const fs::file_status status = fs::symlink_status(m_sDatei, fehler);
+    const bool bDa = fs::exists(status);
+    if (bDa && !fs::is_regular_file(status)) Verweigere(sName + " ist keine gewöhnliche Datei.");
+    if (bDa && m_eVorhanden == EVorhanden::Bleibt)
+        Verweigere(sName + " gibt es schon und wird nicht überschrieben.");
+    // They would be taken for those of the new file, and destroy it.
+    for (const char * pEndung : {"-journal", "-wal"})
+        if (Steht(m_sDatei + pEndung))
+            Verweigere(fmt::format("\"{}{}\" steht im Weg: {}.", m_sDatei, pEndung,
+                                   bDa ? "ein anderes Programm schreibt gerade, oder eine Änderung ist "
+                                         "unterbrochen worden (\"orvostat check\" nimmt sie zurück)"
+                                       : "der Rest einer anderen Datei dieses Namens"));
+    if (bDa && m_eVorhanden == EVorhanden::MusterWeicht && !IstMuster(m_sDatei))
+        Verweigere(
+            sName +
+            " ist nicht als Musterpraxis erkennbar und wird nicht überschrieben; --wirklich tut auch das.");
+    return bDa;
+}
+
+// Whether the name still leads to the open file.
+bool CNeueDatei::NochUnsere() const {
+    struct stat offen {};
+    struct stat benannt {};
+    return m_iHandle >= 0 && fstat(m_iHandle, &offen) == 0 && lstat(m_sVorlaeufig.c_str(), &benannt) == 0 &&
+           offen.st_dev == benannt.st_dev && offen.st_ino == benannt.st_ino;
+}
+
+void CNeueDatei::Scheitere(int iErrno) const {
+    if (iErrno == EEXIST) Verweigere('"' + m_sDatei + "\" gibt es schon und wird nicht überschrieben.");
+    Verweigere('"' + m_sDatei + "\" lässt sich nicht anlegen: " + Grund(iErrno) + ".");
+}
+
+void CNeueDatei::Fertig() {
+    m_pSpeicher.reset();
+    if (!NochUnsere())
+        Verweigere('"' + m_sVorlaeufig + "\" ist verschoben oder gelöscht worden, bevor sie fertig war.");
+    // Not every file system has permissions.
+    if (fchmod(m_iHandle, m_iRechte) != 0 && errno == EIO) Scheitere(errno);
+    if (fsync(m_iHandle) != 0) Scheitere(errno);
+    const bool bErsetzen = PruefeZiel(); // what is there now may be another one
+    if (!GibNamen(m_sVorlaeufig.c_str(), m_sDatei.c_str(), bErsetzen)) Scheitere(errno);
+    if (!SichereVerzeichnis(m_sDatei))
+        Verweigere('"' + m_sDatei + "\" ist angelegt, aber vielleicht nicht dauerhaft: " + Grund(errno) +
+                   ".");
+}
+
+} // namespace orvostat
