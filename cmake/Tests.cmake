@@ -31,6 +31,10 @@ function(orvo_test_executable folder include)
     # Those that need a server share one, so they are one test.
     gtest_discover_tests(${target} TEST_PREFIX ${folder}. NO_PRETTY_VALUES TEST_FILTER "-Server*"
         DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS ${folder})
+    if(ORVOSTATBS_POSTGRES AND folder MATCHES "^(store|program)$")
+        add_test(NAME ${folder}.Server COMMAND ${target} --gtest_filter=Server*)
+        set_tests_properties(${folder}.Server PROPERTIES TIMEOUT 300 LABELS ${folder})
+    endif()
 endfunction()
 
 # orvo_tests(<folder> USES <folder>...): sees the public headers of those folders and of both stores.
@@ -38,10 +42,6 @@ function(orvo_tests folder)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "USES")
     orvo_view(view test_${folder} ${arg_USES} store sqlite postgres)
     orvo_test_executable(${folder} ${view} ${arg_USES} ${ORVO_STORES})
-    if(folder STREQUAL "store" AND ORVOSTATBS_POSTGRES)
-        add_test(NAME store.Server COMMAND orvo_test_store --gtest_filter=Server*)
-        set_tests_properties(store.Server PROPERTIES TIMEOUT 300 LABELS store)
-    endif()
 endfunction()
 
 # The program's tests see everything and run the built program, whose path they get as ORVOSTATBS_PROGRAM_PATH.

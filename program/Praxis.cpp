@@ -1,5 +1,6 @@
 #include "Praxis.h"
 
+#include "Ausgabeziel.h"
 #include "Datenbank.h"
 
 #include "orvostatbs/host/Datum.h"
@@ -37,7 +38,8 @@ void FuegePraxisHinzu(CLI::App & app, std::string & sDatei) {
     const auto Setze = [&sDatei](const std::string & sPraxis) { sDatei = MitPraxis(sDatei, sPraxis); };
     app.add_option_function<std::string>("--praxis", Setze,
                                          "Die Praxis, wo die Datenbank auf dem Server mehrere hat")
-        ->type_name("ID");
+        ->type_name("ID")
+        ->group(AUSGABEGRUPPE); // a saved selection does not name it
 }
 
 CPraxis::~CPraxis() { Verbinde(nullptr); }
