@@ -18,7 +18,8 @@ namespace orvostat {
 // Ends the command with exit code 1 after a message on the error output.
 [[noreturn]] void Verweigere(const std::string & sMeldung);
 
-// A practice, in a file or on a server, behind both database handles for the life of the object. One that is refused ends the command.
+// A practice, in a file or on a server, behind both database handles for the life of the object. One that is refused
+// ends the command.
 class CPraxis {
 public:
     CPraxis(const std::string & sDatei, EModus eModus);

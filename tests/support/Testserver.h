@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -66,11 +65,14 @@ public:
 private:
     CTestserver() {
         namespace fs = std::filesystem;
+        // As Debian lays them, unless ORVOSTATBS_POSTGRES_BIN says where.
         std::error_code fehler;
-        for (const auto & eintrag : fs::directory_iterator("/usr/lib/postgresql", fehler))
-            if (fs::exists(eintrag.path() / "bin" / "initdb"))
+        if (const char * pProgramme = std::getenv("ORVOSTATBS_POSTGRES_BIN"))
+            m_programme = pProgramme;
+        else
+            for (const auto & eintrag : fs::directory_iterator("/usr/lib/postgresql", fehler))
                 m_programme = std::max(m_programme, eintrag.path() / "bin");
-        if (m_programme.empty()) {
+        if (m_programme.empty() || !fs::exists(m_programme / "initdb", fehler)) {
             m_sHindernis = "no PostgreSQL server is installed";
             return;
         }
@@ -78,10 +80,13 @@ private:
             for (const char * pName : {"postgres", "nobody"})
                 if (m_pKonto == nullptr) m_pKonto = getpwnam(pName);
         std::string sMuster = (fs::temp_directory_path() / "orvopg-XXXXXX").string();
-        if (mkdtemp(sMuster.data()) == nullptr) throw std::runtime_error("no directory");
-        m_pfad = sMuster;
-        if (m_pKonto != nullptr && chown(sMuster.c_str(), m_pKonto->pw_uid, m_pKonto->pw_gid) != 0)
-            throw std::runtime_error("no directory for the server's account");
+        const bool bOrdner = mkdtemp(sMuster.data()) != nullptr;
+        if (bOrdner) m_pfad = sMuster;
+        if (!bOrdner ||
+            (m_pKonto != nullptr && chown(sMuster.c_str(), m_pKonto->pw_uid, m_pKonto->pw_gid) != 0)) {
+            m_sHindernis = "no directory for a cluster";
+            return;
+        }
         int iStatus = 0;
         waitpid(
             Beginne({"initdb", "-D", Daten(), "-A", "trust", "-U", "orvo", "-E", "UTF8", "--locale=C", "-N"}),
