@@ -34,6 +34,9 @@ if(sources)
     orvo_compiler(orvo_program)
     target_include_directories(orvo_program
         PUBLIC ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/muster PRIVATE ${PROJECT_SOURCE_DIR}/include)
+    if(ORVOSTATBS_POSTGRES)
+        target_compile_definitions(orvo_program PRIVATE ORVOSTATBS_POSTGRES)
+    endif()
     target_link_libraries(orvo_program PUBLIC CLI11::CLI11 fmt::fmt OpenSSL::Crypto PRIVATE nlohmann_json::nlohmann_json)
 endif()
 

@@ -184,7 +184,7 @@ std::vector<SKopfzeile> Ausgabekopf(const std::string & sPraxisdatei, const CStr
     if (!sBis.IsEmpty()) sZeitraum += (sVon.IsEmpty() ? "bis " : " bis ") + Db2Date(sBis).Utf8();
     const SZeitpunkt jetzt = Uhr().Jetzt();
     std::vector<SKopfzeile> v = {
-        {"Datei", sPraxisdatei},
+        {"Datei", Praxisname(sPraxisdatei)},
         {"Zeitraum", sZeitraum.empty() ? "alle Tage" : sZeitraum},
         {"Auswahl", sAuswahl.empty() ? "alles" : sAuswahl},
         {"Version", Version()},

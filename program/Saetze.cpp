@@ -127,6 +127,9 @@ void PruefeName(const std::string & sName) {
 CString Ort(const std::string & sPraxisdatei, const SSatzoptionen & optionen) {
     if (optionen.bImBestand) return GetOrvoStatPath();
     if (!optionen.sOrdner.empty()) return Verzeichnistext(fs::absolute(optionen.sOrdner).string());
+    if (IstServer(sPraxisdatei))
+        Verweigere(
+            "Neben einer Praxis auf dem Server liegt kein Ordner; --daten oder --im-bestand sagt, wohin.");
     return Verzeichnistext((fs::absolute(sPraxisdatei).parent_path() / "stat").string());
 }
 
@@ -337,7 +340,8 @@ void FuegeSatzortHinzu(CLI::App & app, SSatzoptionen & optionen) {
 
 CSatz::CSatz(const std::string & sPraxisdatei, const SSatzoptionen & optionen, const std::string & sName)
     : m_bImBestand(optionen.bImBestand), m_sName(sName),
-      m_sPraxis(fs::path(sPraxisdatei).filename().string()) {
+      m_sPraxis(IstServer(sPraxisdatei) ? Praxisname(sPraxisdatei)
+                                        : fs::path(sPraxisdatei).filename().string()) {
     PruefeName(sName);
     m_sPfad = Ort(sPraxisdatei, optionen) + AusUtf8(sName);
 }
