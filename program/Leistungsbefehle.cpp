@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <numeric>
+#include <utility>
 
 namespace orvostat {
 
@@ -36,9 +38,25 @@ struct SLeistungsbefehl {
     SSatzoptionen satzort;
 };
 
-// Cases are counted quarter by quarter; within a quarter the order of the run stays.
+// Cases are counted quarter by quarter; within a quarter the order of the run stays. Hits are large: their places are
+// sorted, and each hit moves once.
 void OrdneNachQuartalen(std::vector<CBehHitLine> & vHits) {
-    std::ranges::stable_sort(vHits, {}, [](const CBehHitLine & hit) { return DbDate2Quartal(hit.DATUM); });
+    std::vector<CString> vQuartale(vHits.size());
+    std::ranges::transform(vHits, vQuartale.begin(),
+                           [](const CBehHitLine & hit) { return DbDate2Quartal(hit.DATUM); });
+    if (std::ranges::is_sorted(vQuartale)) return;
+    std::vector<std::size_t> vPlaetze(vHits.size());
+    std::iota(vPlaetze.begin(), vPlaetze.end(), std::size_t{0});
+    std::ranges::stable_sort(vPlaetze, {}, [&](std::size_t i) -> const CString & { return vQuartale[i]; });
+    for (std::size_t i = 0; i < vHits.size(); ++i) { // cycle by cycle
+        if (vPlaetze[i] == i) continue;
+        CBehHitLine erster = std::move(vHits[i]);
+        std::size_t k = i;
+        for (; vPlaetze[k] != i; k = std::exchange(vPlaetze[k], k))
+            vHits[k] = std::move(vHits[vPlaetze[k]]);
+        vHits[k] = std::move(erster);
+        vPlaetze[k] = k;
+    }
 }
 
 // The practice whose figures are asked for: the number of the owner that --mandant names, else all.
@@ -54,10 +72,14 @@ void ZeigePruefung(const SSummenpruefung & pruefung) {
         std::cerr << a.sName << ": " << a.iEngine << " statt " << a.iSql << '\n';
     std::cerr << pruefung.iFiguren << " Werte mit SQL nachgerechnet, " << pruefung.iAbweichungen
               << (pruefung.iAbweichungen == 1 ? " weicht ab.\n" : " weichen ab.\n");
+    if (pruefung.iAusgelassen != 0)
+        std::cerr << "Nicht nachgerechnet: " << pruefung.iAusgelassen
+                  << " Werte aus Beträgen in mehreren Währungen.\n";
     if (pruefung.iAbweichungen != 0) throw CLI::RuntimeError(ENDE_FEHLER);
 }
 
 // Shows a statistic over the hits of a run and compares it, if asked, with SQL. Both get the hits of the statistic.
+// fRechne is false when the user has stopped it.
 template <class FRechne, class FZeige, class FPruefe>
 void FuehreStatistikAus(const CLI::App & app, const SLeistungsbefehl & befehl, FRechne fRechne, FZeige fZeige,
                         FPruefe fPruefe) {
@@ -68,9 +90,10 @@ void FuehreStatistikAus(const CLI::App & app, const SLeistungsbefehl & befehl, F
     const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf *) {
         sPraxis = Praxisnummer(befehl.optionen);
         OrdneNachQuartalen(accu.m_vBehHits);
-        fRechne(sum, accu, sPraxis);
+        const bool bGanz = fRechne(sum, accu, sPraxis);
         fZeige(dokument, accu, sum, sPraxis);
-        return true;
+        if (!bGanz) dokument.Satz("Die Summen sind nur die eines Teils der Hits; Tage und Anteile fehlen.");
+        return bGanz;
     };
     const auto Pruefe = [&](CStatAccu &) {
         if (befehl.bPruefe) ZeigePruefung(fPruefe(accu.m_vBehHits, sPraxis, sum));
@@ -90,6 +113,11 @@ void FuehreLeistungenAus(const CLI::App & app, const SLeistungsbefehl & befehl) 
         app, befehl,
         [](CLSSum & sum, CStatAccu & accu, const CString & sPraxis) {
             sum.Analyse(sPraxis, accu.m_vBehHits, nullptr);
+            // A cancel is not told, but it leaves the days out, of which every hit of the statistic has one.
+            return !sum.m_vBehTage.empty() ||
+                   std::ranges::none_of(accu.m_vBehHits, [&](const CBehHitLine & hit) {
+                       return sum.TestBehSelOk(hit, sPraxis);
+                   });
         },
         [&](CDokument & dokument, CStatAccu & accu, const CLSSum & sum, const CString & sPraxis) {
             const auto iNach = std::ranges::find(NACHWORTE, befehl.sNach) - NACHWORTE.begin();
@@ -107,6 +135,9 @@ void LadeNormen(CPx100F & px, const CStatAccu & accu) {
         if (sVon.IsEmpty()) sVon = itErster->DATUM;
         if (sBis.IsEmpty()) sBis = itLetzter->DATUM;
     }
+    // Without hits an open end says nothing about the norms.
+    if (sVon.IsEmpty()) sVon = sBis;
+    if (sBis.IsEmpty()) sBis = sVon;
     px.LoadBudgets(sVon, sBis);
 }
 
@@ -120,9 +151,10 @@ void FuehreHundertAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
             LadeNormen(sum.m_100F, accu);
             sum.Analyse100Fall(sPraxis, accu.m_vBehHits, a.bFesteFallzahl, a.iFallzahl, a.bMitGruppe9,
                                a.bGruppe9Extra, a.bZweiterSatz);
+            return true;
         },
         [&](CDokument & dokument, CStatAccu &, const CLSSum & sum, const CString &) {
-            SchreibeHundert(dokument, sum, befehl.hundert);
+            SchreibeHundert(dokument, sum, a, befehl.hundert);
         },
         [&](const std::vector<CBehHitLine> & vHits, const CString & sPraxis, const CLSSum & sum) {
             return PruefeHundert(vHits, sPraxis, sum, a, befehl.optionen.sDatei);
@@ -131,19 +163,20 @@ void FuehreHundertAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
 
 // Of the hits those of the service statistic that an insurer is known for.
 void FuehreKassenAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
+    SKassenwahl wahl = befehl.kassen;
+    wahl.sKuerzel = AusUtf8(befehl.sKasse);
     FuehreStatistikAus(
         app, befehl,
-        [](CLSSum & sum, CStatAccu & accu, const CString & sPraxis) {
-            std::erase_if(accu.m_vBehHits, [&](const CBehHitLine & hit) {
+        [&](CLSSum & sum, CStatAccu & accu, const CString & sPraxis) {
+            wahl.iAusgelassen = std::erase_if(accu.m_vBehHits, [&](const CBehHitLine & hit) {
                 return hit.KASKUERZEL.IsEmpty() || !sum.TestBehSelOk(hit, sPraxis);
             });
             for (const CBehHitLine & hit : accu.m_vBehHits)
                 sum.AddKasData(hit);
             sum.AnalyseKasDataSum(sPraxis, sum.m_vKasData);
+            return true;
         },
         [&](CDokument & dokument, CStatAccu &, CLSSum & sum, const CString & sPraxis) {
-            SKassenwahl wahl = befehl.kassen;
-            wahl.sKuerzel = AusUtf8(befehl.sKasse);
             SchreibeKassen(dokument, sum, sPraxis, wahl);
         },
         PruefeKassen);
@@ -187,11 +220,12 @@ void FuehrePlanAus(const SPlanbefehl & befehl) {
                                                    {"Text", EZelle::Text, 60}};
     const CPraxis praxis(befehl.sDatei, EModus::Lesen);
     const CString sPat = PruefePatient(befehl.sPatient);
-    const CString sPlan = RightFix(AusUtf8(befehl.sPlan), 3);
+    const CString sNummer = AusUtf8(befehl.sPlan);
+    const CString sPlan = RightFix(sNummer, 3);
     CTPlan plan(dbDatabaseRO);
     plan.m_PATNR = sPat;
     plan.m_PLANNR = sPlan;
-    if (plan.GetByK1(MATCH_GENAU) != ZEILE_OK)
+    if (sNummer.GetLength() > 3 || plan.GetByK1(MATCH_GENAU) != ZEILE_OK)
         VerweigereFehlendes("Patient " + befehl.sPatient + " hat keinen Plan " + befehl.sPlan + '.');
 
     CStatZE ze;
