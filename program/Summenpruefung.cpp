@@ -53,6 +53,7 @@ FROM A;
 
 // What a 32-bit field of the engine holds of it.
 #define ORVO_BEGRENZT(A) "MAX(MIN(" A ", 2147483647), -2147483648)"
+#define ORVO_SUMMEN ORVO_BEGRENZT("SUM(N)") " AS N, SUM(B) AS B, " ORVO_BEGRENZT("SUM(P)") " AS P"
 // A share as text for two amounts; NULL, which is no figure, where there is none.
 #define ORVO_ANTEIL(B, BASIS)                                                                                \
     "CASE WHEN " B " > 0 AND " BASIS " <> 0 THEN CAST(" B " * 10000.0 / " BASIS " + 0.5 AS INTEGER) END"
@@ -178,25 +179,20 @@ CREATE TABLE SPALTE AS
   UNION ALL SELECT 7, M.*, RVO FROM MITNORM M, AUFTRAG WHERE NOT VDAK AND GRUPPE9EXTRA AND NEUN
   UNION ALL SELECT 4, M.*, RVO FROM MITNORM M, AUFTRAG WHERE NOT VDAK AND NOT (GRUPPE9EXTRA AND NEUN)
   UNION ALL SELECT 5 + FREMD, M.*, RVO FROM MITNORM M, AUFTRAG WHERE NOT VDAK AND NOT (GRUPPE9EXTRA AND NEUN);
-CREATE TABLE KOPF AS SELECT I, )sql" ORVO_BEGRENZT("SUM(N)") R"sql( AS N, SUM(B) AS B, )sql" ORVO_BEGRENZT("S"
-                                                                                                           "U"
-                                                                                                           "M"
-                                                                                                           "("
-                                                                                                           "P"
-                                                                                                           ")") R"sql( AS P, SUM(NEU) AS FAELLE,
+CREATE TABLE KOPF AS SELECT I, )sql" ORVO_SUMMEN R"sql(, SUM(NEU) AS FAELLE,
   CASE WHEN FEST THEN FALLZAHL ELSE SUM(NEU) END AS F FROM SPALTE, AUFTRAG GROUP BY I;
 CREATE TABLE SEITE AS SELECT I,
   CASE WHEN ART IN ('1','2','3','4','7','8') OR (ART IN ('k','g') AND SUB IN ('5','6','7','8'))
          OR (ART IN ('p','q') AND SUB IN ('t','u','r','s','n','p','o','q')) THEN 'Neben' ELSE 'Haupt' END AS WAS,
-  )sql" ORVO_BEGRENZT("SUM(N)") R"sql( AS N, SUM(B) AS B, )sql" ORVO_BEGRENZT("SUM(P)") R"sql( AS P FROM SPALTE GROUP BY 1, 2;
-CREATE TABLE ZEILE AS SELECT I, LSTNR, )sql" ORVO_BEGRENZT(
-        "SUM(N)") R"sql( AS N, SUM(B) AS B, )sql" ORVO_BEGRENZT("SUM(P)") R"sql( AS P, MIN(NR) AS NR, NORM
+  )sql" ORVO_SUMMEN
+    R"sql( FROM SPALTE GROUP BY 1, 2;
+CREATE TABLE ZEILE AS SELECT I, LSTNR, )sql" ORVO_SUMMEN
+    R"sql(, MIN(NR) AS NR, NORM
   FROM SPALTE GROUP BY I, LSTNR;
 CREATE TABLE FIGUR AS SELECT Z.I || '|' || LSTNR AS NAME, Z.N, Z.B, Z.P, NORM,
   CASE WHEN G.N <> 0 THEN )sql" ORVO_GERUNDET("(10000 * Z.N)", "G.N") R"sql( END AS ANTEIL,
   CASE WHEN K.F <> 0 THEN )sql" ORVO_GERUNDET("(100 * Z.N)", "K.F") R"sql( END AS JE,
-  CASE WHEN NORM <> 0 AND K.F <> 0 THEN )sql" ORVO_GERUNDET("(1000000 * Z.N)",
-                                                            "(NORM * K.F)") R"sql( END AS R,
+  CASE WHEN NORM <> 0 AND K.F <> 0 THEN )sql" ORVO_GERUNDET("(1000000 * Z.N)", "(NORM * K.F)") R"sql( END AS R,
   )sql" ORVO_GERUNDET("(Z.N - " ORVO_GERUNDET("(K.F * NORM)", "100") ")", "100") R"sql( AS DIFF
   FROM ZEILE Z JOIN KOPF K USING(I) JOIN KOPF G ON G.I = 0;
 INSERT INTO SOLL
@@ -204,7 +200,8 @@ INSERT INTO SOLL
   UNION ALL SELECT NAME || '|PUNKTE', P FROM FIGUR UNION ALL SELECT NAME || '|NORM', NORM FROM FIGUR
   UNION ALL SELECT NAME || '|ANTEIL', )sql" ORVO_BEGRENZT("ANTEIL") R"sql( FROM FIGUR
   UNION ALL SELECT NAME || '|JE100', )sql" ORVO_BEGRENZT("JE") R"sql( FROM FIGUR
-  UNION ALL SELECT NAME || '|ABWEICHUNG', CASE WHEN IFNULL(R, 0) <> 0 THEN )sql" ORVO_BEGRENZT("R - 10000") R"sql( END FROM FIGUR
+  UNION ALL SELECT NAME || '|ABWEICHUNG', CASE WHEN IFNULL(R, 0) <> 0 THEN )sql" ORVO_BEGRENZT(
+        "R - 10000") R"sql( END FROM FIGUR
   UNION ALL SELECT NAME || '|DIFFERENZ', )sql" ORVO_BEGRENZT("DIFF") R"sql( FROM FIGUR
   UNION ALL SELECT I || '||Fälle', FAELLE FROM KOPF
   UNION ALL SELECT I || '||Gesamt|ANZAHL', N FROM KOPF UNION ALL SELECT I || '||Gesamt|BETRAG', B FROM KOPF
