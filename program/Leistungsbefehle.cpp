@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <numeric>
+#include <utility>
 
 namespace orvostat {
 
@@ -44,10 +46,14 @@ void ZeigePruefung(const SSummenpruefung & pruefung) {
         std::cerr << a.sName << ": " << a.iEngine << " statt " << a.iSql << '\n';
     std::cerr << pruefung.iFiguren << " Werte mit SQL nachgerechnet, " << pruefung.iAbweichungen
               << (pruefung.iAbweichungen == 1 ? " weicht ab.\n" : " weichen ab.\n");
+    if (pruefung.iAusgelassen != 0)
+        std::cerr << "Nicht nachgerechnet: " << pruefung.iAusgelassen
+                  << " Werte aus Beträgen in mehreren Währungen.\n";
     if (pruefung.iAbweichungen != 0) throw CLI::RuntimeError(ENDE_FEHLER);
 }
 
 // Shows a statistic over the hits of a run and compares it, if asked, with SQL. Both get the hits of the statistic.
+// fRechne is false when the user has stopped it.
 template <class FRechne, class FZeige, class FPruefe>
 void FuehreStatistikAus(const CLI::App & app, const SLeistungsbefehl & befehl, FRechne fRechne, FZeige fZeige,
                         FPruefe fPruefe) {
@@ -58,9 +64,10 @@ void FuehreStatistikAus(const CLI::App & app, const SLeistungsbefehl & befehl, F
     const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf *) {
         sPraxis = Praxisnummer(befehl.optionen);
         OrdneNachQuartalen(accu.m_vBehHits);
-        fRechne(sum, accu, sPraxis);
+        const bool bGanz = fRechne(sum, accu, sPraxis);
         fZeige(dokument, accu, sum, sPraxis);
-        return true;
+        if (!bGanz) dokument.Satz("Die Summen sind nur die eines Teils der Hits; Tage und Anteile fehlen.");
+        return bGanz;
     };
     const auto Pruefe = [&](CStatAccu &) {
         if (befehl.bPruefe) ZeigePruefung(fPruefe(accu.m_vBehHits, sPraxis, sum));
@@ -80,6 +87,11 @@ void FuehreLeistungenAus(const CLI::App & app, const SLeistungsbefehl & befehl) 
         app, befehl,
         [](CLSSum & sum, CStatAccu & accu, const CString & sPraxis) {
             sum.Analyse(sPraxis, accu.m_vBehHits, nullptr);
+            // A cancel is not told, but it leaves the days out, of which every hit of the statistic has one.
+            return !sum.m_vBehTage.empty() ||
+                   std::ranges::none_of(accu.m_vBehHits, [&](const CBehHitLine & hit) {
+                       return sum.TestBehSelOk(hit, sPraxis);
+                   });
         },
         [&](CDokument & dokument, CStatAccu & accu, const CLSSum & sum, const CString & sPraxis) {
             const auto iNach = std::ranges::find(NACHWORTE, befehl.sNach) - NACHWORTE.begin();
@@ -98,9 +110,10 @@ void FuehreHundertAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
             LadeNormen(sum.m_100F, accu);
             sum.Analyse100Fall(sPraxis, accu.m_vBehHits, a.bFesteFallzahl, a.iFallzahl, a.bMitGruppe9,
                                a.bGruppe9Extra, a.bZweiterSatz);
+            return true;
         },
         [&](CDokument & dokument, CStatAccu &, const CLSSum & sum, const CString &) {
-            SchreibeHundert(dokument, sum, befehl.hundert);
+            SchreibeHundert(dokument, sum, a, befehl.hundert);
         },
         [&](const std::vector<CBehHitLine> & vHits, const CString & sPraxis, const CLSSum & sum) {
             return PruefeHundert(vHits, sPraxis, sum, a, befehl.optionen.sDatei);
@@ -109,19 +122,20 @@ void FuehreHundertAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
 
 // Of the hits those of the service statistic that an insurer is known for.
 void FuehreKassenAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
+    SKassenwahl wahl = befehl.kassen;
+    wahl.sKuerzel = AusUtf8(befehl.sKasse);
     FuehreStatistikAus(
         app, befehl,
-        [](CLSSum & sum, CStatAccu & accu, const CString & sPraxis) {
-            std::erase_if(accu.m_vBehHits, [&](const CBehHitLine & hit) {
+        [&](CLSSum & sum, CStatAccu & accu, const CString & sPraxis) {
+            wahl.iAusgelassen = std::erase_if(accu.m_vBehHits, [&](const CBehHitLine & hit) {
                 return hit.KASKUERZEL.IsEmpty() || !sum.TestBehSelOk(hit, sPraxis);
             });
             for (const CBehHitLine & hit : accu.m_vBehHits)
                 sum.AddKasData(hit);
             sum.AnalyseKasDataSum(sPraxis, sum.m_vKasData);
+            return true;
         },
         [&](CDokument & dokument, CStatAccu &, CLSSum & sum, const CString & sPraxis) {
-            SKassenwahl wahl = befehl.kassen;
-            wahl.sKuerzel = AusUtf8(befehl.sKasse);
             SchreibeKassen(dokument, sum, sPraxis, wahl);
         },
         PruefeKassen);
@@ -165,11 +179,12 @@ void FuehrePlanAus(const SPlanbefehl & befehl) {
                                                    {"Text", EZelle::Text, 60}};
     const CPraxis praxis(befehl.sDatei, EModus::Lesen);
     const CString sPat = PruefePatient(befehl.sPatient);
-    const CString sPlan = RightFix(AusUtf8(befehl.sPlan), 3);
+    const CString sNummer = AusUtf8(befehl.sPlan);
+    const CString sPlan = RightFix(sNummer, 3);
     CTPlan plan(dbDatabaseRO);
     plan.m_PATNR = sPat;
     plan.m_PLANNR = sPlan;
-    if (plan.GetByK1(MATCH_GENAU) != ZEILE_OK)
+    if (sNummer.GetLength() > 3 || plan.GetByK1(MATCH_GENAU) != ZEILE_OK)
         VerweigereFehlendes("Patient " + befehl.sPatient + " hat keinen Plan " + befehl.sPlan + '.');
 
     CStatZE ze;
