@@ -140,11 +140,15 @@ std::vector<std::string> Auswahlworte(const CLI::App & app) {
     for (const CLI::Option * pOption : app.get_options()) {
         if (pOption->count() == 0 || pOption->get_positional() || pOption->get_group() == AUSGABEGRUPPE)
             continue;
-        if (pOption->get_items_expected_max() == 0)
-            v.push_back(pOption->get_name());
-        else
-            for (const std::string & sWert : pOption->results())
-                v.push_back(pOption->get_name() + '=' + sWert);
+        const std::string sName = pOption->get_name();
+        if (pOption->get_items_expected_max() == 0) v.push_back(sName);
+        // An empty value cannot stand behind "=", and one that looks like an option must.
+        for (const std::string & sWert :
+             pOption->get_items_expected_max() == 0 ? std::vector<std::string>() : pOption->results())
+            if (sWert.empty())
+                v.insert(v.end(), {sName, sWert});
+            else
+                v.push_back(sName + '=' + sWert);
     }
     return v;
 }
