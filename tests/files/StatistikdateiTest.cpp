@@ -4,10 +4,9 @@
 #include "support/Rechte.h"
 #include "support/Verzeichnis.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
-
-#include <algorithm>
 
 namespace orvostat {
 namespace {
@@ -16,9 +15,14 @@ template <class T> class CSchreiber : public CStat2File<T> {
 public:
     CSchreiber() : CStat2File<T>(nullptr) { this->m_sDateiName = "LS"; }
     using CStat2File<T>::Vec2String;
-    int * SetLineStruct() override { return iTP_SICHERUNG; }
+    int * m_pLayout = iTP_SICHERUNG;
+    int * SetLineStruct() override { return m_pLayout; }
     int DoData(T & file, int &) override {
         this->WriteTitel(file);
+        for (const CBehErrors & fehler : this->m_pFilter->m_vBehErrors) {
+            this->m_Line.MoveError2File(fehler);
+            this->WriteErrorLines(file, this->m_Line);
+        }
         for (const CBehHitLine & hit : this->m_pFilter->m_vBehHits) {
             this->m_Line.MoveHit(hit);
             this->WriteLines(file, this->m_Line);
@@ -126,7 +130,13 @@ TYPED_TEST(StatistikdateiTest, SelektionMitLuecken) {
 
 // The examples in docs/dateien.md are what is written.
 TEST_F(StatistikdateiSeite, ZeigtWasGeschriebenWird) {
-    Waehle();
+    const std::string sSeite = LiesDatei(ORVOSTATBS_SOURCE_DIR "/docs/dateien.md");
+    const std::size_t iAnfang = sSeite.find("[Allgemein]\nStatistikart=LS");
+    Lege<CStdioFile>(
+        Ini(),
+        std::string(AusUtf8(sSeite.substr(iAnfang, sSeite.find("```", iAnfang) - iAnfang)).Sicht().Text()));
+    m_leser.SetFilter(&m_accu);
+    ASSERT_TRUE(m_leser.ReadSelektionsFile(Ini()));
     for (const bool bKasse : {true, false}) {
         CBehHitLine & hit = m_accu.m_vBehHits.emplace_back();
         hit.PRAXISNR = " 1";
@@ -146,9 +156,10 @@ TEST_F(StatistikdateiSeite, ZeigtWasGeschriebenWird) {
     fehler.m_iFehler = 5;
     m_accu.m_lAnzHits = 2;
     m_schreiber.m_pLayout = iHVM_SICHERUNG;
+    m_schreiber.m_sStatistikart = "LS";
+    m_schreiber.SetStatVersion("2");
     ASSERT_TRUE(m_schreiber.WriteDaten());
-    const std::string sSeite = LiesDatei(ORVOSTATBS_SOURCE_DIR "/docs/dateien.md");
-    for (const CString & sDatei : {Dat(), Ini()}) {
+    for (const CString & sDatei : {m_schreiber.GetDatFilename(), Ini()}) {
         const std::string sText = Inhalt<CStdioFile>(sDatei);
         EXPECT_NE(sSeite.find("```text\n" + sText + "```\n"), std::string::npos) << sText;
     }
@@ -425,9 +436,11 @@ public:
 };
 
 TEST_F(ExcelTest, EineUebergabeMitArbeitsmappe) {
-    SetzeArbeitsplatz(nullptr);
+    s_bProgramm = true;
     CBleibeplatz platz(Arbeitsplatz());
-    SetzeArbeitsplatz(&platz);
+    const CArbeitsplatzErsatz ersatz(platz);
+    m_bibliotheken.Registriere("orvofremd"_t, "GetFremdProgPath"_t, &Fremdprogramm);
+    m_bibliotheken.Registriere("orvocockpit"_t, "OrvoCockpitExcel"_t, &Cockpit);
     if (const char * pOrdner = std::getenv("ORVOSTATBS_UEBERGABE"); pOrdner != nullptr)
         m_pfade.sTemp = m_pfade.sDaten = Verzeichnistext(pOrdner);
     for (const auto & [sName, sBetrag, sText] : std::initializer_list<std::array<CString, 3>>{
