@@ -118,9 +118,10 @@ void CSatzsperre::Nimm(int iArt) const {
 CVertraulich::CVertraulich() : m_iVorher(umask(077)) {}
 CVertraulich::~CVertraulich() { umask(m_iVorher); }
 
-CNeuerSatz::CNeuerSatz(const std::string & sPfad)
-    : m_sDaten(sPfad + ".SVE"), m_sAuswahl(sPfad + ".ISV"), m_sNeueDaten(EigenerName(m_sDaten)),
-      m_sNeueAuswahl(EigenerName(m_sAuswahl)) {
+namespace {
+
+// Makes the folder of a path, with the user's usual permissions; ends the command where nothing can be written there.
+const std::string & MitOrdner(const std::string & sPfad) {
     const fs::path ordner = fs::path(sPfad).parent_path();
     std::error_code fehler;
     fs::create_directories(ordner, fehler);
@@ -128,6 +129,15 @@ CNeuerSatz::CNeuerSatz(const std::string & sPfad)
     if (fehler)
         Verweigere("In \"" + ordner.string() +
                    "\" lässt sich nichts speichern: " + Systemgrund(fehler.value()) + '.');
+    return sPfad;
+}
+
+} // namespace
+
+CNeuerSatz::CNeuerSatz(const std::string & sPfad)
+    : m_sDaten(MitOrdner(sPfad) + ".SVE"), m_sAuswahl(sPfad + ".ISV"), m_sNeueDaten(EigenerName(m_sDaten)),
+      m_sNeueAuswahl(EigenerName(m_sAuswahl)) {
+    std::error_code fehler;
     for (const std::string & sDatei : {m_sDaten, m_sAuswahl})
         if (fs::is_directory(fs::symlink_status(sDatei, fehler)))
             Verweigere('"' + sDatei + "\" ist ein Verzeichnis.");
