@@ -191,7 +191,10 @@ public:
     int * SetLineStruct() override { return m_pLayout; }
     CString GetDatFilename() override { return m_namen.sDaten; }
     CString GetIniFilename() override { return m_namen.sAuswahl; }
+    // A read that ends early has been cancelled: what cannot be read at all has not begun.
+    [[nodiscard]] bool Begonnen() const { return m_bBegonnen; }
     bool MoveDataFromFile(CStatLines & line) override {
+        m_bBegonnen = true;
         const bool bHit = CFile2Stat<T>::MoveDataFromFile(line) && line.ART == "H";
         if (bHit) this->m_pFilter->m_vBehHits.back().PATNAME = line.PATNAME;
         return bHit;
@@ -200,6 +203,7 @@ public:
 private:
     SDateinamen m_namen;
     int * m_pLayout;
+    bool m_bBegonnen = false;
 };
 
 // What stands in a data file, line by line.
@@ -384,16 +388,18 @@ void CSatz::Lies(CStatAccu & accu) const {
     const CString sSumme = Wert(ABSCHNITT, "Auswahl");
     CLauf lauf(accu, {}); // brings the master data, whose names the tables show
     if (!lauf.Vorlauf()) throw CLI::RuntimeError(ENDE_FEHLER);
-    const bool bOk = MitFamilie(m_bImBestand, [&]<class T>() {
+    const int iEnde = MitFamilie(m_bImBestand, [&]<class T>() -> int {
         CSatzleser<T> leser(accu, {Datendatei(), Auswahldatei()}, pStruct);
         try {
-            return leser.ReadSelektionsFile(leser.GetIniFilename()) && leser.ReadDaten();
+            if (leser.ReadSelektionsFile(leser.GetIniFilename()) && leser.ReadDaten()) return ENDE_OK;
+            return leser.Begonnen() ? ENDE_ABBRUCH : ENDE_FEHLER;
         } catch (const std::invalid_argument &) { // a line of a file that somebody has edited
             OrvoCloseProgressBox();
-            return false;
+            return ENDE_FEHLER;
         }
     });
-    if (!bOk) Verweigere("Die Statistik \"" + m_sName + "\" lässt sich nicht lesen.");
+    if (iEnde == ENDE_ABBRUCH) BrichAb();
+    if (iEnde != ENDE_OK) Verweigere("Die Statistik \"" + m_sName + "\" lässt sich nicht lesen.");
     if (sSumme != Wert(ABSCHNITT, "Auswahl"))
         Verweigere("Die Statistik \"" + m_sName + "\" ist während des Lesens ersetzt worden.");
     accu.m_lAnzHits = static_cast<std::int32_t>(accu.m_vBehHits.size());
