@@ -29,11 +29,22 @@ file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/program/*.cpp)
 set(main ${PROJECT_SOURCE_DIR}/program/main.cpp)
 list(REMOVE_ITEM sources ${main})
 
+# The spreadsheet's workbook is part of it, as Tabellenvorlage.h in the build tree.
+set(datei ${PROJECT_SOURCE_DIR}/data/Orvo2Excel.fods)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${datei})
+file(READ ${datei} text)
+file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/program/Tabellenvorlage.h CONTENT
+"#pragma once
+namespace orvostat {
+inline constexpr const char * TABELLENVORLAGE = R\"fods(${text})fods\";
+} // namespace orvostat
+")
+
 if(sources)
     add_library(orvo_program OBJECT ${sources} ${PROJECT_BINARY_DIR}/program/embedded.cpp)
     orvo_compiler(orvo_program)
     target_include_directories(orvo_program
-        PUBLIC ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/muster PRIVATE ${PROJECT_SOURCE_DIR}/include)
+        PUBLIC ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/muster PRIVATE ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/program)
     if(ORVOSTATBS_POSTGRES)
         target_compile_definitions(orvo_program PRIVATE ORVOSTATBS_POSTGRES)
     endif()

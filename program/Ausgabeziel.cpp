@@ -1,6 +1,7 @@
 #include "Ausgabeziel.h"
 
 #include "Aufruf.h"
+#include "Dateiablage.h"
 #include "Datenbank.h"
 #include "Praxis.h"
 
@@ -45,30 +46,8 @@ void PruefeZiel(const SAusgabeoptionen & optionen) {
         Verweigere(sName + " gibt es schon und wird nicht überschrieben; --force tut auch das.");
 }
 
-std::string Grund(int iErrno) {
-    switch (iErrno) {
-    case ENOSPC:
-    case EDQUOT:
-        return "der Datenträger ist voll";
-    case EFBIG:
-        return "die Datei würde größer als erlaubt";
-    case EIO:
-        return "der Datenträger meldet einen Fehler";
-    case EROFS:
-        return "der Datenträger ist schreibgeschützt";
-    case EACCES:
-    case EPERM:
-        return "vermutlich fehlt die Berechtigung";
-    case ENOENT:
-    case ENOTDIR:
-        return "das Verzeichnis gibt es nicht";
-    default:
-        return fmt::format("Fehler {} des Betriebssystems", iErrno);
-    }
-}
-
 [[noreturn]] void Scheitere(const std::string & sDatei, int iErrno) {
-    Verweigere('"' + sDatei + "\" lässt sich nicht schreiben: " + Grund(iErrno) + '.');
+    Verweigere('"' + sDatei + "\" lässt sich nicht schreiben: " + Systemgrund(iErrno) + '.');
 }
 
 // Why the file takes no more: the stream has not kept it, so it is tried again. The first try may fill up the last block.
@@ -169,10 +148,15 @@ std::vector<std::string> Auswahlworte(const CLI::App & app) {
     for (const CLI::Option * pOption : app.get_options()) {
         if (pOption->count() == 0 || pOption->get_positional() || pOption->get_group() == AUSGABEGRUPPE)
             continue;
-        const std::vector<std::string> vWerte =
-            pOption->get_items_expected_max() == 0 ? std::vector<std::string>() : pOption->results();
-        v.push_back(pOption->get_name());
-        v.insert(v.end(), vWerte.begin(), vWerte.end());
+        const std::string sName = pOption->get_name();
+        if (pOption->get_items_expected_max() == 0) v.push_back(sName);
+        // An empty value cannot stand behind "=", and one that looks like an option must.
+        for (const std::string & sWert :
+             pOption->get_items_expected_max() == 0 ? std::vector<std::string>() : pOption->results())
+            if (sWert.empty())
+                v.insert(v.end(), {sName, sWert});
+            else
+                v.push_back(sName + '=' + sWert);
     }
     return v;
 }

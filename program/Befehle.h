@@ -18,6 +18,7 @@ void FuegeOeffnenHinzu(CLI::App & app);     // oeffnen: shows one of them
 void FuegeVergleichenHinzu(
     CLI::App & app); // vergleichen: what differs between two, or one and the practice of today
 void FuegePruefenHinzu(CLI::App & app);  // pruefen: whether one is as it was written
+void FuegeTabelleHinzu(CLI::App & app);  // tabelle: hands one over to a spreadsheet program
 void FuegeExplainHinzu(CLI::App & app);  // explain: where the amounts of a day come from
 void FuegePruefungHinzu(CLI::App & app); // check: looks for what is wrong in a practice file
 void FuegeKopieHinzu(CLI::App & app);    // copy: copies a practice file table by table

@@ -17,13 +17,14 @@ namespace {
 volatile std::sig_atomic_t s_iGedrueckt = 0;
 
 // What shall not outlive the program.
-std::atomic<const char *> s_pUnfertig = nullptr;
+std::array<std::atomic<const char *>, 4> s_apUnfertig{};
 static_assert(std::atomic<const char *>::is_always_lock_free); // a handler asks it
 
 constexpr int ENDET = static_cast<int>(SA_RESETHAND);
 // Ends the program by the signal itself, so that who waits for it learns of it.
 void Beende(int iSignal) {
-    if (const char * const pUnfertig = s_pUnfertig) unlink(pUnfertig);
+    for (const auto & pUnfertig : s_apUnfertig)
+        if (const char * const pDatei = pUnfertig) unlink(pDatei);
     raise(iSignal); // taken when the handler returns, by the default that SA_RESETHAND has brought back
 }
 
@@ -92,7 +93,10 @@ bool CKonsole::Frage(const CString & sTitel, const CString & sText, int iArt) {
     return bJa;
 }
 
-CSignalschutz::CSignalschutz(const std::string & sDatei) : m_pVorher(s_pUnfertig.exchange(sDatei.c_str())) {
+CSignalschutz::CSignalschutz(const std::string & sDatei) {
+    while (m_iPlatz < s_apUnfertig.size() && s_apUnfertig[m_iPlatz] != nullptr)
+        ++m_iPlatz;
+    if (m_iPlatz < s_apUnfertig.size()) s_apUnfertig[m_iPlatz] = sDatei.c_str();
     for (std::size_t i = 0; i < SIGNALE.size(); ++i) {
         sigaction(SIGNALE[i], nullptr, &m_aVorher[i]);
         if (m_aVorher[i].sa_handler == SIG_IGN) continue; // nohup
@@ -103,7 +107,7 @@ CSignalschutz::CSignalschutz(const std::string & sDatei) : m_pVorher(s_pUnfertig
 CSignalschutz::~CSignalschutz() {
     for (std::size_t i = 0; i < SIGNALE.size(); ++i)
         sigaction(SIGNALE[i], &m_aVorher[i], nullptr);
-    s_pUnfertig = m_pVorher;
+    if (m_iPlatz < s_apUnfertig.size()) s_apUnfertig[m_iPlatz] = nullptr;
 }
 
 bool AbbruchVerlangt() { return s_iGedrueckt > 0 && FrageAbbruch(); }

@@ -32,7 +32,8 @@ private:
     CSauber m_fehler{std::cerr};
 };
 
-// While the object lives, a signal that ends the program first removes a file: that of the object made last.
+// While the object lives, a signal that ends the program first removes a file. Of objects that live at once the first
+// four count.
 class CSignalschutz {
 public:
     // The text outlives the object; there need be no file of that name.
@@ -44,7 +45,7 @@ public:
     static constexpr std::array SIGNALE{SIGHUP, SIGQUIT, SIGPIPE, SIGTERM, SIGXCPU};
 
 private:
-    const char * m_pVorher;
+    std::size_t m_iPlatz = 0;
     std::array<struct sigaction, SIGNALE.size()> m_aVorher{};
 };
 

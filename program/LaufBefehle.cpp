@@ -84,8 +84,15 @@ void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
         if (befehl.bPruefe) Pruefe(befehl, accu);
         if (satz) satz->Schreibe(accu, befehl.sLayout, Auswahlworte(app));
     };
-    FuehreLaufAus({app, befehl.optionen, befehl.ausgabe, Zeige, Danach}, accu,
-                  Auftrag(befehl, weggelassenes));
+    try {
+        FuehreLaufAus({app, befehl.optionen, befehl.ausgabe, Zeige, Danach}, accu,
+                      Auftrag(befehl, weggelassenes));
+    } catch (const CLI::RuntimeError &) {
+        if (satz)
+            std::cerr << "Die Statistik \"" << befehl.sName
+                      << "\" ist nicht gespeichert; was vorher da war, ist unverändert.\n";
+        throw;
+    }
 }
 
 void FuegeErgebnisHinzu(CLI::App & app, SLaufbefehl & befehl) {

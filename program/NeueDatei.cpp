@@ -1,11 +1,11 @@
 #include "NeueDatei.h"
 
+#include "Dateiablage.h"
 #include "Praxis.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <random>
 #include <system_error>
 
 #include <fcntl.h>
@@ -22,20 +22,6 @@ namespace fs = std::filesystem;
 bool Steht(const std::string & sDatei) {
     std::error_code fehler;
     return fs::exists(fs::symlink_status(sDatei, fehler));
-}
-
-std::string EigenerName(const std::string & sDatei) {
-    std::random_device zufall;
-    std::string s;
-    do
-        s = fmt::format("{}.neu-{:08x}{:08x}", sDatei, zufall(), zufall());
-    while (Steht(s));
-    return s;
-}
-
-mode_t Rechte(const std::string & sDatei) {
-    struct stat status {};
-    return stat(sDatei.c_str(), &status) == 0 ? status.st_mode & 0777 : 0600;
 }
 
 bool IstMuster(const std::string & sDatei) {
@@ -57,37 +43,6 @@ bool GibNamen(const char * pVon, const char * pNach, bool bErsetzen) {
     if (!Steht(pNach)) return rename(pVon, pNach) == 0;
     errno = EEXIST;
     return false;
-}
-
-// Brings a folder's names to the disk; true also where the file system has no such thing.
-bool SichereVerzeichnis(const std::string & sDatei) {
-    const fs::path pfad = fs::path(sDatei).parent_path();
-    const int iHandle = open(pfad.empty() ? "." : pfad.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (iHandle < 0) return true; // to write in it the right to read it is not needed
-    const bool bGut = fsync(iHandle) == 0 || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
-    const int iErrno = errno;
-    close(iHandle);
-    errno = iErrno;
-    return bGut;
-}
-
-std::string Grund(int iErrno) {
-    switch (iErrno) {
-    case ENOSPC:
-    case EDQUOT:
-        return "der Datenträger ist voll";
-    case EIO:
-        return "der Datenträger meldet einen Fehler";
-    case EROFS:
-        return "der Datenträger ist schreibgeschützt";
-    case EACCES:
-    case EPERM:
-        return "vermutlich fehlt die Berechtigung";
-    case ENOENT:
-        return "vermutlich ist das Verzeichnis gelöscht worden";
-    default:
-        return fmt::format("Fehler {} des Betriebssystems", iErrno);
-    }
 }
 
 } // namespace
@@ -151,7 +106,7 @@ bool CNeueDatei::NochUnsere() const {
 
 void CNeueDatei::Scheitere(int iErrno) const {
     if (iErrno == EEXIST) Verweigere('"' + m_sDatei + "\" gibt es schon und wird nicht überschrieben.");
-    Verweigere('"' + m_sDatei + "\" lässt sich nicht anlegen: " + Grund(iErrno) + ".");
+    Verweigere('"' + m_sDatei + "\" lässt sich nicht anlegen: " + Systemgrund(iErrno) + ".");
 }
 
 void CNeueDatei::Fertig() {
@@ -164,8 +119,8 @@ void CNeueDatei::Fertig() {
     const bool bErsetzen = PruefeZiel(); // what is there now may be another one
     if (!GibNamen(m_sVorlaeufig.c_str(), m_sDatei.c_str(), bErsetzen)) Scheitere(errno);
     if (!SichereVerzeichnis(m_sDatei))
-        Verweigere('"' + m_sDatei + "\" ist angelegt, aber vielleicht nicht dauerhaft: " + Grund(errno) +
-                   ".");
+        Verweigere('"' + m_sDatei +
+                   "\" ist angelegt, aber vielleicht nicht dauerhaft: " + Systemgrund(errno) + ".");
 }
 
 } // namespace orvostat

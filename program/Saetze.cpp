@@ -1,5 +1,6 @@
 #include "Saetze.h"
 
+#include "Aufruf.h"
 #include "Ausgabeziel.h"
 #include "Datenbank.h"
 #include "Praxis.h"
@@ -11,16 +12,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
-#include <map>
 #include <sstream>
+#include <stdexcept>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
-#include <unistd.h>
 
 namespace orvostat {
 
@@ -29,6 +28,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char * ABSCHNITT = "OrvoStat";
+constexpr std::string_view SUMME = "Auswahl=";
 constexpr long BLOCKZEILEN = 1000;
 constexpr std::size_t NAME_HOECHSTENS = 64;
 constexpr const char * SATZVERSION = "1";
@@ -126,19 +126,34 @@ void PruefeName(const std::string & sName) {
 // The place as a path text that ends in "\".
 CString Ort(const std::string & sPraxisdatei, const SSatzoptionen & optionen) {
     if (optionen.bImBestand) return GetOrvoStatPath();
-    if (!optionen.sOrdner.empty()) return Verzeichnistext(fs::absolute(optionen.sOrdner).string());
-    if (IstServer(sPraxisdatei))
+    if (optionen.sOrdner.empty() && IstServer(sPraxisdatei))
         Verweigere(
             "Neben einer Praxis auf dem Server liegt kein Ordner; --daten oder --im-bestand sagt, wohin.");
-    return Verzeichnistext((fs::absolute(sPraxisdatei).parent_path() / "stat").string());
+    const fs::path ordner = optionen.sOrdner.empty() ? fs::absolute(sPraxisdatei).parent_path() / "stat"
+                                                     : fs::absolute(optionen.sOrdner);
+    const CString sOrt = Verzeichnistext(ordner.string());
+    if (Dateipfad(sOrt) != (ordner / "").string())
+        Verweigere('"' + ordner.string() +
+                   "\" hat Zeichen, die Windows-1252 fehlen, oder einen umgekehrten "
+                   "Schrägstrich; --im-bestand braucht keinen Ordner.");
+    return sOrt;
+}
+
+// How a set names its practice: a file without its folder, a practice on a server as it is called there.
+std::string Bezeichnung(const std::string & sPraxisdatei) {
+    return IstServer(sPraxisdatei) ? Praxisname(sPraxisdatei) : fs::path(sPraxisdatei).filename().string();
 }
 
 // ---- the files themselves
 
+struct SDateinamen {
+    CString sDaten, sAuswahl;
+};
+
 template <class T> class CSatzschreiber : public CStat2File<T> {
 public:
-    CSatzschreiber(CStatAccu & accu, CString sPfad, int * pStruct)
-        : CStat2File<T>(nullptr), m_sPfad(std::move(sPfad)), m_pLayout(pStruct) {
+    CSatzschreiber(CStatAccu & accu, SDateinamen namen, int * pStruct)
+        : CStat2File<T>(nullptr), m_namen(std::move(namen)), m_pLayout(pStruct) {
         this->SetFilter(&accu);
         this->m_sStatistikart = "LAUF";
         this->SetStatVersion(SATZVERSION);
@@ -146,8 +161,8 @@ public:
     [[nodiscard]] bool Abgebrochen() const { return m_bAbgebrochen; }
     int * SetLineStruct() override { return m_pLayout; }
     long GetGesamtPos() override { return static_cast<long>(this->m_pFilter->m_vBehHits.size()); }
-    CString GetDatFilename() override { return m_sPfad + ".SVE"; }
-    CString GetIniFilename() override { return m_sPfad + ".ISV"; }
+    CString GetDatFilename() override { return m_namen.sDaten; }
+    CString GetIniFilename() override { return m_namen.sAuswahl; }
     int DoData(T & file, int & iCount) override {
         this->WriteTitel(file);
         for (const CBehHitLine & hit : this->m_pFilter->m_vBehHits) {
@@ -170,29 +185,33 @@ public:
     }
 
 private:
-    CString m_sPfad;
+    SDateinamen m_namen;
     int * m_pLayout;
     bool m_bAbgebrochen = false;
 };
 
 template <class T> class CSatzleser : public CFile2Stat<T> {
 public:
-    CSatzleser(CStatAccu & accu, CString sPfad, int * pStruct)
-        : CFile2Stat<T>(nullptr), m_sPfad(std::move(sPfad)), m_pLayout(pStruct) {
+    CSatzleser(CStatAccu & accu, SDateinamen namen, int * pStruct)
+        : CFile2Stat<T>(nullptr), m_namen(std::move(namen)), m_pLayout(pStruct) {
         this->SetFilter(&accu);
     }
     int * SetLineStruct() override { return m_pLayout; }
-    CString GetDatFilename() override { return m_sPfad + ".SVE"; }
-    CString GetIniFilename() override { return m_sPfad + ".ISV"; }
+    CString GetDatFilename() override { return m_namen.sDaten; }
+    CString GetIniFilename() override { return m_namen.sAuswahl; }
+    // A read that ends early has been cancelled: what cannot be read at all has not begun.
+    [[nodiscard]] bool Begonnen() const { return m_bBegonnen; }
     bool MoveDataFromFile(CStatLines & line) override {
+        m_bBegonnen = true;
         const bool bHit = CFile2Stat<T>::MoveDataFromFile(line) && line.ART == "H";
         if (bHit) this->m_pFilter->m_vBehHits.back().PATNAME = line.PATNAME;
         return bHit;
     }
 
 private:
-    CString m_sPfad;
+    SDateinamen m_namen;
     int * m_pLayout;
+    bool m_bBegonnen = false;
 };
 
 // What stands in a data file, line by line.
@@ -200,12 +219,14 @@ struct SDateibild {
     std::vector<std::string> vBloecke;
     long lZeilen = 0;
     long lUnform = 0; // the first line that is none; 0 without
+    bool bLesbar = true;
 };
 
 template <class T> SDateibild LiesBild(const CString & sDatei, std::size_t iSpalten) {
     SDateibild bild;
     T file;
-    if (!file.Open(sDatei, T::modeRead)) return bild;
+    bild.bLesbar = file.Open(sDatei, T::modeRead);
+    if (!bild.bLesbar) return bild;
     CPruefsumme summe;
     const std::size_t iFehlerspalten = Spaltenzahl(iERR_SICHERUNG);
     std::string sRest;
@@ -219,9 +240,10 @@ template <class T> SDateibild LiesBild(const CString & sDatei, std::size_t iSpal
     };
     std::array<char, 65536> ac{};
     for (unsigned n = 0; (n = file.Read(ac.data(), static_cast<unsigned>(ac.size()))) > 0;) {
+        std::size_t iAb = sRest.size(); // before it there is no end of a line
         sRest.append(ac.data(), n);
         std::size_t iVon = 0;
-        for (std::size_t i = 0; (i = sRest.find('\n', iVon)) != std::string::npos; iVon = i + 1)
+        for (std::size_t i = 0; (i = sRest.find('\n', iAb)) != std::string::npos; iAb = iVon = i + 1)
             Nimm(std::string_view(sRest).substr(iVon, i + 1 - iVon), true);
         sRest.erase(0, iVon);
     }
@@ -231,76 +253,49 @@ template <class T> SDateibild LiesBild(const CString & sDatei, std::size_t iSpal
     return bild;
 }
 
-// The lines above our own section.
+CString Text(const std::string & sUtf8) { return AusUtf8(sUtf8); }
+
+// Of all lines above the sum itself.
 template <class T> std::string Auswahlsumme(const CString & sDatei) {
     CPruefsumme summe;
     T file;
     if (file.Open(sDatei, T::modeRead)) {
-        for (CString sZeile;
-             file.ReadString(sZeile) && sZeile != "[" + CString(std::string_view(ABSCHNITT)) + "]";)
+        for (CString sZeile; file.ReadString(sZeile) && !sZeile.Sicht().Text().starts_with(SUMME);)
             summe.Nimm(std::string(sZeile.Sicht().Text()) + '\n');
         file.Close();
     }
     return summe.Ende();
 }
 
-CString Text(const std::string & sUtf8) { return AusUtf8(sUtf8); }
-
 // Adds our own section to a set whose files are written; false where that fails.
 template <class T>
-bool SchreibeAbschnitt(const CString & sPfad, const std::string & sLayout, const std::string & sPraxis,
+bool SchreibeAbschnitt(const SDateinamen & namen, const std::string & sLayout, const std::string & sPraxis,
                        const std::vector<std::string> & vAbfrage) {
-    typename SDateifamilie<T>::CIni ini(sPfad + ".ISV");
-    const CString sAbschnitt = Text(ABSCHNITT);
-    const std::string sAuswahl = Auswahlsumme<T>(sPfad + ".ISV");
-    bool bOk = true;
+    typename SDateifamilie<T>::CIni ini(namen.sAuswahl);
     const auto Setze = [&](const std::string & sSchluessel, const std::string & sWert) {
-        bOk = bOk && ini.WriteString(sAbschnitt, Text(sSchluessel), Text(sWert));
+        return ini.WriteString(Text(ABSCHNITT), Text(sSchluessel), Text(sWert));
     };
-    Setze("Layout", sLayout);
-    Setze("Praxis", sPraxis);
+    bool bOk = Setze("Layout", sLayout) && Setze("Praxis", sPraxis);
     for (std::size_t i = 0; i < vAbfrage.size(); ++i)
-        Setze(fmt::format("Abfrage{:03}", i + 1), '"' + vAbfrage[i] + '"');
-    const SDateibild bild = LiesBild<T>(sPfad + ".SVE", Spaltenzahl(Layout(sLayout)));
-    Setze("Zeilen", std::to_string(bild.lZeilen));
-    Setze("Auswahl", sAuswahl);
+        bOk = bOk && Setze(fmt::format("Abfrage{:03}", i + 1), '"' + vAbfrage[i] + '"');
+    const SDateibild bild = LiesBild<T>(namen.sDaten, Spaltenzahl(Layout(sLayout)));
+    bOk = bOk && bild.bLesbar && Setze("Zeilen", std::to_string(bild.lZeilen));
     for (std::size_t i = 0; i < bild.vBloecke.size(); ++i)
-        Setze(fmt::format("Block{:04}", i + 1), bild.vBloecke[i]);
-    return bOk && ini.Save();
+        bOk = bOk && Setze(fmt::format("Block{:04}", i + 1), bild.vBloecke[i]);
+    return bOk && ini.Save() && Setze("Auswahl", Auswahlsumme<T>(namen.sAuswahl)) && ini.Save();
 }
 
 // ENDE_ABBRUCH where the user has cancelled.
 template <class T>
-int SchreibeSatz(CStatAccu & accu, const CString & sPfad, const std::string & sLayout,
+int SchreibeSatz(CStatAccu & accu, const SDateinamen & namen, const std::string & sLayout,
                  const std::string & sPraxis, const std::vector<std::string> & vAbfrage) {
-    CSatzschreiber<T> schreiber(accu, sPfad, Layout(sLayout));
-    if (schreiber.WriteDaten() && SchreibeAbschnitt<T>(sPfad, sLayout, sPraxis, vAbfrage)) return 0;
+    CSatzschreiber<T> schreiber(accu, namen, Layout(sLayout));
+    try {
+        if (schreiber.WriteDaten() && SchreibeAbschnitt<T>(namen, sLayout, sPraxis, vAbfrage)) return 0;
+    } catch (const CFileException &) { // of what has just been written
+    }
     return schreiber.Abgebrochen() ? ENDE_ABBRUCH : ENDE_FEHLER;
 }
-
-// Puts the new files in the place of the old ones; without a selection file a set is unfinished, so it goes first and
-// comes last.
-bool Tausche(const CString & sNeu, const CString & sPfad) {
-    const auto Name = [](const CString & s, const char * pEnde) { return Dateipfad(s) + pEnde; };
-    std::remove(Name(sPfad, ".ISV").c_str());
-    return std::rename(Name(sNeu, ".SVE").c_str(), Name(sPfad, ".SVE").c_str()) == 0 &&
-           std::rename(Name(sNeu, ".ISV").c_str(), Name(sPfad, ".ISV").c_str()) == 0;
-}
-
-// Removes the files of a name when it ends.
-class CAufraeumer {
-public:
-    explicit CAufraeumer(const CString & sPfad) : m_sPfad(Dateipfad(sPfad)) {}
-    ~CAufraeumer() {
-        std::remove((m_sPfad + ".SVE").c_str());
-        std::remove((m_sPfad + ".ISV").c_str());
-    }
-    CAufraeumer(const CAufraeumer &) = delete;
-    CAufraeumer & operator=(const CAufraeumer &) = delete;
-
-private:
-    std::string m_sPfad;
-};
 
 // What the layout lacks and the master data know: the insurer's kinds, the fee row's text.
 void Ergaenze(CStatAccu & accu, const int * pStruct) {
@@ -331,7 +326,8 @@ void FuegeSatzortHinzu(CLI::App & app, SSatzoptionen & optionen) {
     CLI::Option * pOrdner =
         app.add_option("--daten", optionen.sOrdner,
                        "Ordner der gespeicherten Statistiken; sonst stat neben der Praxisdatei")
-            ->type_name("ORDNER");
+            ->type_name("ORDNER")
+            ->check(NichtLeer());
     pOrdner->group(AUSGABEGRUPPE);
     app.add_flag("--im-bestand", optionen.bImBestand, "Die Statistiken liegen in der Praxisdatei selbst")
         ->excludes(pOrdner)
@@ -339,32 +335,26 @@ void FuegeSatzortHinzu(CLI::App & app, SSatzoptionen & optionen) {
 }
 
 CSatz::CSatz(const std::string & sPraxisdatei, const SSatzoptionen & optionen, const std::string & sName)
-    : m_bImBestand(optionen.bImBestand), m_sName(sName),
-      m_sPraxis(IstServer(sPraxisdatei) ? Praxisname(sPraxisdatei)
-                                        : fs::path(sPraxisdatei).filename().string()) {
+    : m_bImBestand(optionen.bImBestand), m_sName(sName), m_sPraxisdatei(sPraxisdatei) {
     PruefeName(sName);
     m_sPfad = Ort(sPraxisdatei, optionen) + AusUtf8(sName);
 }
 
 void CSatz::Schreibe(CStatAccu & accu, const std::string & sLayout,
                      const std::vector<std::string> & vAbfrage) const {
+    const std::string sPraxis = Bezeichnung(m_sPraxisdatei);
     int iEnde = 0;
     if (m_bImBestand) {
         CMxGruppe gruppe(dbDatabase);
-        iEnde = SchreibeSatz<CDBStdioFile>(accu, m_sPfad, sLayout, m_sPraxis, vAbfrage);
+        iEnde = SchreibeSatz<CDBStdioFile>(accu, {Datendatei(), Auswahldatei()}, sLayout, sPraxis, vAbfrage);
         if (!gruppe.Beende(iEnde == 0) && iEnde == 0) iEnde = ENDE_FEHLER;
     } else {
-        std::error_code fehler;
-        fs::create_directories(fs::path(Dateipfad(m_sPfad)).parent_path(), fehler);
-        const CString sNeu = m_sPfad + Text(fmt::format(".neu-{}", getpid()));
-        const CAufraeumer aufraeumer(sNeu);
-        iEnde = SchreibeSatz<CStdioFile>(accu, sNeu, sLayout, m_sPraxis, vAbfrage);
-        if (iEnde == 0 && !Tausche(sNeu, m_sPfad)) iEnde = ENDE_FEHLER;
+        CNeuerSatz neu(Dateipfad(m_sPfad));
+        iEnde = SchreibeSatz<CStdioFile>(accu, {Pfadtext(neu.Datendatei()), Pfadtext(neu.Auswahldatei())},
+                                         sLayout, sPraxis, vAbfrage);
+        if (iEnde == 0) neu.Fertig(m_sPraxisdatei);
     }
-    if (iEnde == 0) return;
-    std::cerr << "Die Statistik \"" << m_sName
-              << "\" ist nicht gespeichert; was vorher da war, ist unverändert.\n";
-    throw CLI::RuntimeError(iEnde);
+    if (iEnde != 0) throw CLI::RuntimeError(iEnde);
 }
 
 CString CSatz::Wert(const char * pAbschnitt, const char * pSchluessel) const {
@@ -382,25 +372,50 @@ void CSatz::VerlangeFertig() const {
     if (!bDaten && !Da(Auswahldatei()))
         Verweigere("Es gibt keine gespeicherte Statistik \"" + m_sName + "\".");
     if (!bDaten || !Da(Auswahldatei())) Verweigere("Die Statistik \"" + m_sName + "\" ist unfertig.");
-    if (Layout(Wert(ABSCHNITT, "Layout").Utf8()) == nullptr)
+    if (Spalten() == nullptr)
         Verweigere("Die Statistik \"" + m_sName + "\" ist nicht von diesem Programm geschrieben.");
 }
 
+std::optional<CSatzsperre> CSatz::Sperre() const {
+    if (m_bImBestand) return {};
+    const fs::path ordner = fs::path(Dateipfad(m_sPfad)).parent_path();
+    return std::optional<CSatzsperre>(std::in_place, ordner.string(), CSatzsperre::EArt::Lesen);
+}
+
+int * CSatz::Spalten() const { return Layout(Wert(ABSCHNITT, "Layout").Utf8()); }
+
 void CSatz::Lies(CStatAccu & accu) const {
-    VerlangeFertig();
-    int * const pStruct = Layout(Wert(ABSCHNITT, "Layout").Utf8());
+    const std::optional<CSatzsperre> sperre = Sperre();
+    const SPruefung pruefung = PruefeDateien();
+    if (pruefung.eBefund == EBefund::Beschaedigt) Verweigere(Befundtext(pruefung));
+    if (pruefung.eBefund != EBefund::Unversehrt) std::cerr << Befundtext(pruefung) << '\n';
+    const CString sPraxis = Wert(ABSCHNITT, "Praxis");
+    if (!m_bImBestand && sPraxis != Text(Bezeichnung(m_sPraxisdatei)))
+        std::cerr << "Die Statistik \"" << m_sName << "\" ist aus der Praxis \"" << sPraxis.Utf8() << "\".\n";
+    int * const pStruct = Spalten();
+    const CString sSumme = Wert(ABSCHNITT, "Auswahl");
     CLauf lauf(accu, {}); // brings the master data, whose names the tables show
     if (!lauf.Vorlauf()) throw CLI::RuntimeError(ENDE_FEHLER);
-    const bool bOk = MitFamilie(m_bImBestand, [&]<class T>() {
-        CSatzleser<T> leser(accu, m_sPfad, pStruct);
-        return leser.ReadSelektionsFile(leser.GetIniFilename()) && leser.ReadDaten();
+    const int iEnde = MitFamilie(m_bImBestand, [&]<class T>() -> int {
+        CSatzleser<T> leser(accu, {Datendatei(), Auswahldatei()}, pStruct);
+        try {
+            if (leser.ReadSelektionsFile(leser.GetIniFilename()) && leser.ReadDaten()) return ENDE_OK;
+            return leser.Begonnen() ? ENDE_ABBRUCH : ENDE_FEHLER;
+        } catch (const std::invalid_argument &) { // a line of a file that somebody has edited
+            OrvoCloseProgressBox();
+            return ENDE_FEHLER;
+        }
     });
-    if (!bOk) Verweigere("Die Statistik \"" + m_sName + "\" lässt sich nicht lesen.");
+    if (iEnde == ENDE_ABBRUCH) BrichAb();
+    if (iEnde != ENDE_OK) Verweigere("Die Statistik \"" + m_sName + "\" lässt sich nicht lesen.");
+    if (sSumme != Wert(ABSCHNITT, "Auswahl"))
+        Verweigere("Die Statistik \"" + m_sName + "\" ist während des Lesens ersetzt worden.");
     accu.m_lAnzHits = static_cast<std::int32_t>(accu.m_vBehHits.size());
     Ergaenze(accu, pStruct);
 }
 
 std::vector<std::string> CSatz::Abfrage() const {
+    const std::optional<CSatzsperre> sperre = Sperre();
     VerlangeFertig();
     std::vector<std::string> v;
     for (int i = 1;; ++i) {
@@ -414,7 +429,7 @@ std::vector<std::string> CSatz::Abfrage() const {
 }
 
 std::vector<std::string> CSatz::FehlendeSpalten() const {
-    const int * const pStruct = Layout(Wert(ABSCHNITT, "Layout").Utf8());
+    const int * const pStruct = Spalten();
     std::vector<std::string> v;
     for (const char * pTitel : {"BEHANDLERNR", "PRAXISNR", "GOART", "LSTNR", "ANZAHL", "PUNKTE", "BETRAG",
                                 "ZUSCHLAG", "KASSENABR", "KASKUERZEL", "GOSTATISTIKART", "ABRMERKMAL"})
@@ -430,31 +445,70 @@ std::string CSatz::Abfragetext() const {
 }
 
 CSatz::SPruefung CSatz::Pruefe() const {
+    const std::optional<CSatzsperre> sperre = Sperre();
+    return PruefeDateien();
+}
+
+namespace {
+
+// The selection file's sum comes first, since it vouches for those of the data file.
+template <class CIni>
+CSatz::SPruefung Befinde(CIni & ini, const SDateibild & bild, const std::string & sAuswahlsumme) {
+    using enum CSatz::EBefund;
+    const auto Lies = [&](const std::string & sSchluessel) {
+        return ini.ReadString(Text(ABSCHNITT), Text(sSchluessel), CString()).Utf8();
+    };
+    const std::string sSumme = Lies("Auswahl");
+    if (sSumme.empty()) return {Beschaedigt, 0, bild.lZeilen};
+    if (sSumme != sAuswahlsumme) return {AuswahlGeaendert, 0, bild.lZeilen};
+    const long lErwartet = std::atol(Lies("Zeilen").c_str());
+    long lAb = 0;
+    for (std::size_t i = 0; lAb == 0 && i < bild.vBloecke.size(); ++i)
+        if (Lies(fmt::format("Block{:04}", i + 1)) != bild.vBloecke[i])
+            lAb = static_cast<long>(i) * BLOCKZEILEN + 1;
+    if (lAb == 0 && bild.lZeilen < lErwartet) lAb = bild.lZeilen + 1;
+    if (lAb == 0) return {Unversehrt, 0, bild.lZeilen};
+    if (bild.lUnform != 0) return {Beschaedigt, bild.lUnform, bild.lZeilen};
+    return {bild.lZeilen < lErwartet ? Beschaedigt : DatenGeaendert, lAb, bild.lZeilen};
+}
+
+} // namespace
+
+CSatz::SPruefung CSatz::PruefeDateien() const {
     VerlangeFertig();
     return MitFamilie(m_bImBestand, [&]<class T>() {
-        typename SDateifamilie<T>::CIni ini(Auswahldatei());
-        const auto Lies = [&](const std::string & sSchluessel) {
-            return ini.ReadString(Text(ABSCHNITT), Text(sSchluessel), CString()).Utf8();
-        };
-        const SDateibild bild = LiesBild<T>(Datendatei(), Spaltenzahl(Layout(Lies("Layout"))));
-        SPruefung p;
-        p.lZeilen = bild.lZeilen;
-        p.bAuswahl = Lies("Auswahl") == Auswahlsumme<T>(Auswahldatei());
-        const long lErwartet = std::atol(Lies("Zeilen").c_str());
-        for (std::size_t i = 0; p.lZeile == 0 && i < bild.vBloecke.size(); ++i)
-            if (Lies(fmt::format("Block{:04}", i + 1)) != bild.vBloecke[i])
-                p.lZeile = static_cast<long>(i) * BLOCKZEILEN + 1;
-        if (p.lZeile == 0 && bild.lZeilen < lErwartet) p.lZeile = bild.lZeilen + 1;
-        p.bBeschaedigt = p.lZeile != 0 && (bild.lUnform != 0 || bild.lZeilen < lErwartet);
-        if (p.bBeschaedigt) p.lZeile = bild.lUnform != 0 ? bild.lUnform : std::max(p.lZeile, 1L);
-        return p;
+        try {
+            const SDateibild bild = LiesBild<T>(Datendatei(), Spaltenzahl(Spalten()));
+            typename SDateifamilie<T>::CIni ini(Auswahldatei());
+            if (bild.bLesbar) return Befinde(ini, bild, Auswahlsumme<T>(Auswahldatei()));
+        } catch (const CFileException &) { // as unreadable as one that cannot be opened
+        }
+        Verweigere("Die Statistik \"" + m_sName + "\" lässt sich nicht lesen.");
     });
 }
 
+std::string CSatz::Befundtext(const SPruefung & pruefung) const {
+    const std::string sName = "Die Statistik \"" + m_sName + "\" ist ";
+    switch (pruefung.eBefund) {
+    case EBefund::Beschaedigt:
+        return sName + (pruefung.lZeile == 0 ? std::string("beschädigt: ihre Auswahldatei ist unvollständig.")
+                                             : fmt::format("beschädigt ab Zeile {}.", pruefung.lZeile));
+    case EBefund::DatenGeaendert:
+        return sName + fmt::format("von Hand geändert, in den tausend Zeilen ab Zeile {}.", pruefung.lZeile);
+    case EBefund::AuswahlGeaendert:
+        return sName + "in ihrer Auswahl von Hand geändert.";
+    case EBefund::Unversehrt:
+        break;
+    }
+    return sName + fmt::format("unversehrt: {} Zeilen.", pruefung.lZeilen);
+}
+
 std::vector<SSatzeintrag> Saetze(const std::string & sPraxisdatei, const SSatzoptionen & optionen) {
+    const CString sOrt = Ort(sPraxisdatei, optionen);
+    std::optional<CSatzsperre> sperre;
+    if (!optionen.bImBestand) sperre.emplace(Dateipfad(sOrt), CSatzsperre::EArt::Lesen);
     return MitFamilie(optionen.bImBestand, [&]<class T>() {
         using CIni = typename SDateifamilie<T>::CIni;
-        const CString sOrt = Ort(sPraxisdatei, optionen);
         std::vector<SSatzeintrag> v;
         typename SDateifamilie<T>::CSuche suche;
         for (bool bMehr = suche.FindFile(sOrt + "*.SVE"); bMehr;) {

@@ -116,13 +116,8 @@ void PruefeSatz(const SSatzbefehl & befehl) {
     const CPraxis praxis(befehl.sDatei, EModus::Lesen);
     const CSatz satz(befehl.sDatei, befehl.ort, befehl.sName);
     const CSatz::SPruefung p = satz.Pruefe();
-    const std::string sName = "Die Statistik \"" + befehl.sName + "\" ";
-    if (p.bBeschaedigt) Verweigere(sName + "ist beschädigt ab Zeile " + std::to_string(p.lZeile) + '.');
-    if (p.lZeile != 0)
-        Verweigere(sName + "ist von Hand geändert, in den tausend Zeilen ab Zeile " +
-                   std::to_string(p.lZeile) + '.');
-    if (!p.bAuswahl) Verweigere(sName + "ist in ihrer Auswahl von Hand geändert.");
-    std::cout << sName << "ist unversehrt: " << p.lZeilen << " Zeilen.\n";
+    if (p.eBefund != CSatz::EBefund::Unversehrt) Verweigere(satz.Befundtext(p));
+    std::cout << satz.Befundtext(p) << '\n';
     if (befehl.bOhneLauf) return;
     CStatAccu alt;
     CStatAccu neu;

@@ -27,6 +27,7 @@ int Fuehre(int argc, char ** argv) {
     orvostat::FuegeOeffnenHinzu(app);
     orvostat::FuegeVergleichenHinzu(app);
     orvostat::FuegePruefenHinzu(app);
+    orvostat::FuegeTabelleHinzu(app);
     orvostat::FuegeExplainHinzu(app);
     orvostat::FuegePruefungHinzu(app);
     orvostat::FuegeKopieHinzu(app);

@@ -79,6 +79,10 @@ TEST_F(CSaetzeTest, DamageAndHandsAreTold) {
         {sDaten.substr(0, iZeile2) + sDritte, sAuswahl, "ist beschädigt ab Zeile 1."},
         {sDaten, Ersetzt(sAuswahl, "Layout=alles", "Layout=fremd"),
          "ist nicht von diesem Programm geschrieben."},
+        {sDaten, Ersetzt(sAuswahl, "Praxis=", "Abfrage001=\"--rsa\"\nPraxis="),
+         "ist in ihrer Auswahl von Hand geändert."},
+        {sDaten, sAuswahl.substr(0, sAuswahl.find("Block0001")),
+         "ist beschädigt: ihre Auswahldatei ist unvollständig."},
         {"", sAuswahl, "ist beschädigt ab Zeile 1."},
     };
     for (const auto & fall : aFaelle) {
@@ -86,7 +90,10 @@ TEST_F(CSaetzeTest, DamageAndHandsAreTold) {
         Schreibe("stat/s.ISV", fall.sAuswahl);
         const SProgrammende ende = Laufe("pruefen a.db s --ohne-lauf");
         EXPECT_EQ(ende.iCode, fall.sErwartet.empty() ? 0 : 1) << fall.sErwartet;
-        EXPECT_EQ(ende.sFehler, fall.sErwartet.empty() ? "" : "Die Statistik \"s\" " + fall.sErwartet + '\n');
+        const std::string sFehler =
+            fall.sErwartet.empty() ? "" : "Die Statistik \"s\" " + fall.sErwartet + '\n';
+        EXPECT_EQ(ende.sFehler, sFehler);
+        EXPECT_EQ(Laufe("oeffnen a.db s").sFehler, sFehler); // which shows what is only edited
     }
     std::filesystem::remove(Pfad("stat/s.ISV"));
     EXPECT_EQ(Laufe("oeffnen a.db s").sFehler, "Die Statistik \"s\" ist unfertig.\n");
@@ -107,6 +114,30 @@ TEST_F(CSaetzeTest, AFailedWriteLeavesTheEarlierSet) {
     EXPECT_EQ(Laufe("run a.db --speichern s --daten a.db").iCode, 1);
     EXPECT_TRUE(Inhalt("stat/s.SVE") + Inhalt("stat/s.ISV") == sVorher);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Pfad("stat")), {}), 2);
+    std::filesystem::create_directory(Pfad("stat/d.ISV"));
+    EXPECT_NE(Laufe("run a.db --speichern d").sFehler.find("ist ein Verzeichnis"), std::string::npos);
+    // What a program that was killed between two renamings has left.
+    std::filesystem::rename(Pfad("stat/s.ISV"), Pfad("stat/s.ISV.alt"));
+    std::filesystem::rename(Pfad("stat/s.SVE"), Pfad("stat/s.SVE.alt"));
+    Schreibe("stat/s.SVE", "neu");
+    EXPECT_EQ(Laufe("pruefen a.db s --ohne-lauf").iCode, 0);
+    EXPECT_TRUE(Inhalt("stat/s.SVE") + Inhalt("stat/s.ISV") == sVorher);
+}
+
+TEST_F(CSaetzeTest, AHandOverIsReadByGermanNumbers) {
+    ASSERT_EQ(Laufe("run a.db --patient 1001 --speichern ü").iCode, 0);
+    Schreibe("calc", "");
+    std::filesystem::permissions(Pfad("calc"), std::filesystem::perms::owner_all);
+    const SProgrammende ende = Laufe("tabelle a.db ü --nach t --programm calc");
+    const std::string sMappe = "\" \"" + Pfad("t/Orvo2Excel.xls").string() + "\"\n";
+    EXPECT_TRUE(ende.sAus.ends_with(sMappe)) << ende.sAus << ende.sFehler;
+    EXPECT_NE(Inhalt("t/Orvo2Excel.xls").find("/%C3%BC.CSV\""), std::string::npos);
+    EXPECT_TRUE(std::regex_search(Inhalt("t/ü.CSV"),
+                                  std::regex("\nH;      1001;.*;\\d\\d\\.\\d\\d\\.2024;.*;\\d+,\\d\\d;")));
+    EXPECT_NE(Inhalt("t/ü.INI").find("\nPatient=1001\n"), std::string::npos);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Pfad("t")), {}), 3);
+    EXPECT_NE(Laufe("tabelle a.db ü --nach t --programm calc").sFehler.find("gibt es schon"),
+              std::string::npos);
 }
 
 } // namespace
