@@ -76,7 +76,7 @@ TEST_F(SelektionTest, KopieUndClearNehmenAlleFelder) {
     m_accu.Clear_Selekt();
     SSelektion erwartet;
     erwartet.OhneKchSach = erwartet.Arzt = true;
-    EXPECT_TRUE(m_accu.Selektion() == erwartet && CStatAccu().GetOhneKchSach());
+    EXPECT_TRUE(m_accu.Selektion() == erwartet);
     EXPECT_TRUE(m_accu.m_lAnzHits == 0 && !m_accu.m_bAlleLebsPassen && m_accu.m_vLstErsatz.empty());
     EXPECT_EQ(m_accu.m_sLebsString + m_accu.m_sKzvNr, ""_t);
     EXPECT_EQ(m_accu.m_vBehHits.size(), 1u) << "the hits stay";
