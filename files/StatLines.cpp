@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <type_traits>
 
 namespace orvostat {
 
@@ -137,8 +138,18 @@ void LiesSuchtext(std::string_view s, std::vector<CQueryTeeth> & vKriterien) {
 #define HIN(TITEL) Setze(TITEL, satz.TITEL);
 #define HER(TITEL) Hole(satz.TITEL, TITEL);
 
+namespace {
+
+// Most texts of a line are empty, and to ask is cheaper than to empty them.
+inline void Leere(CString & s, const CString & /*sStart*/) {
+    if (!s.IsEmpty()) s = CString();
+}
+template <class T> inline void Leere(T & feld, std::type_identity_t<T> start) { feld = start; }
+
+} // namespace
+
 void CStatLines::Clear() {
-#define FELD(TYP, NAME, START) NAME = START;
+#define FELD(TYP, NAME, START) Leere(NAME, START);
 #include "orvostatbs/files/StatLines.def"
 }
 
@@ -148,7 +159,7 @@ void CStatLines::ClearOhneHit() {
     static constexpr std::string_view asHit[] = {HIT(NAME_VON)};
 #undef NAME_VON
 #define FELD(TYP, NAME, START)                                                                               \
-    if constexpr (std::ranges::find(asHit, std::string_view(#NAME)) == std::end(asHit)) NAME = START;
+    if constexpr (std::ranges::find(asHit, std::string_view(#NAME)) == std::end(asHit)) Leere(NAME, START);
 #include "orvostatbs/files/StatLines.def"
 }
 

@@ -78,7 +78,10 @@ bool CDateibasis::Fuelle() {
     if (!m_pZugriff || m_bSchreiben) throw CFileException(URSACHE_KEIN_ZUGRIFF, m_sPfad);
     std::memmove(m_sPuffer.data(), m_sPuffer.data() + m_iVon, m_iBis - m_iVon);
     m_iBis -= std::exchange(m_iVon, 0);
-    if (m_sPuffer.size() < std::max(2 * m_iBis, PUFFER)) m_sPuffer.resize(std::max(2 * m_iBis, PUFFER));
+    // No more room than the file can fill; most files are a screen of settings.
+    const std::uint64_t iRest = m_pZugriff->Laenge() - std::min(m_iPos, m_pZugriff->Laenge());
+    const std::size_t iGroesse = std::min<std::uint64_t>(std::max(2 * m_iBis, PUFFER), m_iBis + iRest + 1);
+    if (m_sPuffer.size() < iGroesse) m_sPuffer.resize(iGroesse);
     std::size_t iGelesen = 0;
     const int iUrsache = m_pZugriff->Lies(m_iPos, std::span(m_sPuffer).subspan(m_iBis), iGelesen);
     m_iBis += iGelesen;
@@ -107,11 +110,11 @@ bool CDateibasis::LiesZeile(std::string_view & sZeile) {
         iEnde = Gelesen().find('\n', iGesehen);
     }
     sZeile = Gelesen().substr(0, iEnde);
-    m_iVon += sZeile.size();
-    if (iEnde == std::string_view::npos) return !sZeile.empty();
-    ++m_iVon;
-    if (sZeile.ends_with('\r')) sZeile.remove_suffix(1);
-    return true;
+    m_iVon += sZeile.size() + (iEnde == std::string_view::npos ? 0 : 1);
+    const bool bDa = iEnde != std::string_view::npos || !sZeile.empty();
+    while (sZeile.ends_with('\r')) // also of a file that was cut off within a line end
+        sZeile.remove_suffix(1);
+    return bDa;
 }
 
 std::uint64_t CDateibasis::Seek(std::int64_t iWeite, unsigned iVon) {

@@ -9,6 +9,7 @@
 #include "orvostatbs/calendar/Feiertage.h"
 #include "orvostatbs/calendar/Holiday.h"
 #include "orvostatbs/calendar/WPFApplication.h"
+#include "orvostatbs/files/Arbeitsmappe.h"
 #include "orvostatbs/files/Orvo2Excel.h"
 #include "orvostatbs/files/StatEval.h"
 #include "orvostatbs/files/StatLines.h"

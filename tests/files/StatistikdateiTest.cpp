@@ -1,8 +1,12 @@
 // Sets by name: the selection file, a whole run written and reopened, intermediate saves, the spreadsheet link.
 #include "files/DateiTest.h"
+#include "orvostatbs/files/Arbeitsmappe.h"
 #include "support/Rechte.h"
+#include "support/Verzeichnis.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdlib>
 
 namespace orvostat {
 namespace {
@@ -11,9 +15,14 @@ template <class T> class CSchreiber : public CStat2File<T> {
 public:
     CSchreiber() : CStat2File<T>(nullptr) { this->m_sDateiName = "LS"; }
     using CStat2File<T>::Vec2String;
-    int * SetLineStruct() override { return iTP_SICHERUNG; }
+    int * m_pLayout = iTP_SICHERUNG;
+    int * SetLineStruct() override { return m_pLayout; }
     int DoData(T & file, int &) override {
         this->WriteTitel(file);
+        for (const CBehErrors & fehler : this->m_pFilter->m_vBehErrors) {
+            this->m_Line.MoveError2File(fehler);
+            this->WriteErrorLines(file, this->m_Line);
+        }
         for (const CBehHitLine & hit : this->m_pFilter->m_vBehHits) {
             this->m_Line.MoveHit(hit);
             this->WriteLines(file, this->m_Line);
@@ -48,6 +57,7 @@ protected:
 };
 using CKlassen = ::testing::Types<CStdioFile, CDBStdioFile>;
 TYPED_TEST_SUITE(StatistikdateiTest, CKlassen);
+using StatistikdateiSeite = StatistikdateiTest<CStdioFile>;
 
 TYPED_TEST(StatistikdateiTest, SelektionHinUndZurueck) {
     const std::string sSelektion =
@@ -116,6 +126,43 @@ TYPED_TEST(StatistikdateiTest, SelektionMitLuecken) {
     CString sText;
     this->m_schreiber.Vec2String({"1", "12345", ""}, sText, 3);
     EXPECT_EQ(sText, "  112345   "_t);
+}
+
+// The examples in docs/dateien.md are what is written.
+TEST_F(StatistikdateiSeite, ZeigtWasGeschriebenWird) {
+    const std::string sSeite = LiesDatei(ORVOSTATBS_SOURCE_DIR "/docs/dateien.md");
+    const std::size_t iAnfang = sSeite.find("[Allgemein]\nStatistikart=LS");
+    Lege<CStdioFile>(
+        Ini(),
+        std::string(AusUtf8(sSeite.substr(iAnfang, sSeite.find("```", iAnfang) - iAnfang)).Sicht().Text()));
+    m_leser.SetFilter(&m_accu);
+    ASSERT_TRUE(m_leser.ReadSelektionsFile(Ini()));
+    for (const bool bKasse : {true, false}) {
+        CBehHitLine & hit = m_accu.m_vBehHits.emplace_back();
+        hit.PRAXISNR = " 1";
+        hit.BEHANDLERNR = bKasse ? CString("  5") : CString(" 12");
+        hit.DATUM = "20240115"_t;
+        hit.ANZAHL = 1;
+        hit.BETRAG = bKasse ? CDBetrag("e1376.25"_t) : CDBetrag("e-500");
+        hit.GOART = bKasse ? 'k' : 'q';
+        hit.KASKUERZEL = bKasse ? "BKKÖ01"_t : CString();
+        hit.PUNKTE = bKasse ? 1200 : 0;
+        hit.FREMDKASSE = bKasse;
+    }
+    CBehErrors & fehler = m_accu.m_vBehErrors.emplace_back();
+    fehler.PATNR = "      1234"_t;
+    fehler.DATUM = "20240115"_t;
+    fehler.LSTIN = "Ä1";
+    fehler.m_iFehler = 5;
+    m_accu.m_lAnzHits = 2;
+    m_schreiber.m_pLayout = iHVM_SICHERUNG;
+    m_schreiber.m_sStatistikart = "LS";
+    m_schreiber.SetStatVersion("2");
+    ASSERT_TRUE(m_schreiber.WriteDaten());
+    for (const CString & sDatei : {m_schreiber.GetDatFilename(), Ini()}) {
+        const std::string sText = Inhalt<CStdioFile>(sDatei);
+        EXPECT_NE(sSeite.find("```text\n" + sText + "```\n"), std::string::npos) << sText;
+    }
 }
 
 // A number of hits is a hint: what the data file cannot hold is not reserved.
@@ -356,6 +403,69 @@ TEST_F(ExcelTest, UebergabeUndStart) {
     m_bibliotheken = CBibliotheken();
     EXPECT_FALSE(excel.StartExcel());
     EXPECT_EQ(m_rekorder.m_vPrompts.back().sTitel, "LoadLibrary fehlgeschlagen!"_t);
+}
+
+// A hand-over that stays. scripts/check-spreadsheet names a folder for it and opens it with a spreadsheet program.
+class CBleibeplatz final : public CArbeitsplatz {
+public:
+    explicit CBleibeplatz(CArbeitsplatz & innen) : m_innen(innen) {}
+    bool StarteProgramm(const CString &, int) override { return false; }
+    void MerkeTempDatei(const CString &) override {}
+    int SetzeProfil(const CString & sDatei, const CString & sAbschnitt, const CString & sSchluessel,
+                    const CString & sWert) override {
+        return m_innen.SetzeProfil(sDatei, sAbschnitt, sSchluessel, sWert);
+    }
+
+private:
+    CArbeitsplatz & m_innen;
+};
+
+class CHitExcel : public CExcel {
+public:
+    int * SetLineStruct() override { return iTP_SICHERUNG; }
+    int DoData(CStdioFile & file, int &) override {
+        WriteTitel(file);
+        for (const CBehHitLine & hit : m_pFilter->m_vBehHits) {
+            m_Line.MoveHit(hit);
+            m_Line.PATNAME = hit.PATNAME;
+            m_Line.BETRAG = FormatBetrag(hit.BETRAG);
+            WriteLines(file, m_Line);
+        }
+        return CODE_OK;
+    }
+};
+
+TEST_F(ExcelTest, EineUebergabeMitArbeitsmappe) {
+    s_bProgramm = true;
+    CBleibeplatz platz(Arbeitsplatz());
+    const CArbeitsplatzErsatz ersatz(platz);
+    m_bibliotheken.Registriere("orvofremd"_t, "GetFremdProgPath"_t, &Fremdprogramm);
+    m_bibliotheken.Registriere("orvocockpit"_t, "OrvoCockpitExcel"_t, &Cockpit);
+    if (const char * pOrdner = std::getenv("ORVOSTATBS_UEBERGABE"); pOrdner != nullptr)
+        m_pfade.sTemp = m_pfade.sDaten = Verzeichnistext(pOrdner);
+    for (const auto & [sName, sBetrag, sText] : std::initializer_list<std::array<CString, 3>>{
+             {"Müller-Lüdenscheidt"_t, "e123456"_t, "10 € Zuzahlung, groß"_t},
+             {"Groß"_t, "e-5"_t, "  zwei Blanks; ein Semikolon"_t},
+             {"Ångström"_t, "e99"_t, "\"in Anführung\", 1.5 und 007"_t}}) {
+        CBehHitLine & hit = m_accu.m_vBehHits.emplace_back(MakeHit(1));
+        hit.PATNAME = sName;
+        hit.BETRAG = CDBetrag(sBetrag);
+        hit.TEXT = sText;
+    }
+    CHitExcel excel;
+    excel.m_sDateiName = "Übergabe 1"_t;
+    excel.SetFilter(&m_accu);
+    excel.SetMandant("Dr. Böhmländer"_t);
+    const std::string sMappe = Arbeitsmappe(LiesDatei(ORVOSTATBS_SOURCE_DIR "/data/Orvo2Excel.fods"),
+                                            iTP_SICHERUNG, excel.GetDatFilename(), excel.GetIniFilename());
+    EXPECT_EQ(sMappe.find('@'), std::string::npos);
+    EXPECT_NE(sMappe.find("/%C3%9Cbergabe%201.CSV\""), std::string::npos);
+    EXPECT_NE(sMappe.find(",1/2/2/2/3/2/4/2/5/2"), std::string::npos) << "keys are texts";
+    EXPECT_NE(sMappe.find("/18/1/"), std::string::npos) << "ANZAHL is a number";
+    excel.m_sVorlage = m_pfade.sDaten + "vorlage.fods"_t;
+    Lege<CStdioFile>(excel.m_sVorlage, sMappe);
+    EXPECT_TRUE(excel.StartExcel());
+    EXPECT_EQ(LiesDatei(Dateipfad(m_pfade.sDaten + "Orvo2Excel.xls"_t)), sMappe);
 }
 
 } // namespace

@@ -87,12 +87,12 @@ TYPED_TEST_SUITE(DateienTest, CFamilien);
 
 TYPED_TEST(DateienTest, ZeilenMitBeidenEnden) {
     std::string s;
-    for (const std::string_view sText :
-         {""sv, "\n"sv, "a\nb\n"sv, "a\r\n\r\nb\r\n"sv, "a\rb\n"sv, "a\r"sv, "\xE4;\xDF\n"sv, "a\0b\n"sv}) {
+    for (const std::string_view sText : {""sv, "\n"sv, "a\nb\n"sv, "a\r\n\r\nb\r\n"sv, "a\rb\n"sv, "a\r"sv,
+                                         "b\r\r\n"sv, "\xE4;\xDF\n"sv, "a\0b\n"sv}) {
         this->Schreibe("x", sText);
         s += this->Zeilen("x") + "|";
     }
-    EXPECT_EQ(s, "|[]|[a][b]|[a][][b]|[a\rb]|[a\r]|[\xE4;\xDF]|[a\0b]|"sv);
+    EXPECT_EQ(s, "|[]|[a][b]|[a][][b]|[a\rb]|[a]|[b]|[\xE4;\xDF]|[a\0b]|"sv);
 }
 
 // Lines longer than the buffer, lines across its end, files longer than a piece of the store.

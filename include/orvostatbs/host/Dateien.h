@@ -7,8 +7,8 @@
 //
 // CDBFile, CDBStdioFile, CDBFileFind and CDBIniFile behave as CFile, CStdioFile, CFileFind and CIniFile do; only the
 // place of the files differs (Dateispeicher.h). Open reports by its result, everything else that fails throws a
-// CFileException with its cause. Text is Windows-1252; a line ends in a line feed, and reading takes a carriage return
-// before it as part of the end.
+// CFileException with its cause. Text is Windows-1252; a line ends in a line feed, and reading takes carriage returns
+// before it, or at the end of the file, as part of the end.
 #pragma once
 
 #include "orvostatbs/host/Dateispeicher.h"
