@@ -79,6 +79,8 @@ protected:
             s += suche.GetFileName().Utf8() + (suche.IsDirectory() ? "\\ " : " ");
             EXPECT_EQ(suche.GetFilePath(), Ordnerteil(Pfad(sMuster)) + suche.GetFileName());
         }
+        const CString sLetzte = suche.GetFileName();
+        EXPECT_TRUE(!suche.FindNextFile() && suche.GetFileName() == sLetzte);
         return s;
     }
 };
