@@ -41,8 +41,7 @@ void Pruefe(THin fHin, THer fHer, const std::string & sAnders, EListe eListe, co
     line.SONSTLAB = line.m_sLineFrei1 = "weg"; // a line is cleared first
     (line.*fHin)(satz);
     EXPECT_EQ(line.m_sLineFrei1, ""_t);
-    (line.*fHer)(zurueck);
-    auto mapSatz = Felder(satz), mapZurueck = Felder(zurueck);
+    auto mapSatz = Felder(satz);
     std::string sSpalten, s;
     CPruefeval<CStdioFile> eval;
     for (int i = 0; i <= 222; ++i) {
@@ -53,6 +52,8 @@ void Pruefe(THin fHin, THer fHer, const std::string & sAnders, EListe eListe, co
             sSpalten += ' ' + sSpalte + '=' + sWert;
     }
     EXPECT_EQ(sSpalten, sAnders);
+    (line.*fHer)(zurueck);
+    auto mapZurueck = Felder(zurueck);
     for (const auto & [sName, sWert] : mapSatz)
         if (!sWert.empty() && (mapZurueck[sName] == sWert) == (eListe == KOMMT)) s += ' ' + sName;
     EXPECT_EQ(s, sFelder);

@@ -17,6 +17,8 @@ namespace orvostat {
 
 namespace {
 
+using namespace std::string_literals;
+
 // Wert gives the stored text, which shows all that an amount holds.
 CString Text(const std::string & s) { return CString(std::string_view(s)); }
 
@@ -40,6 +42,8 @@ TEST(BetragTest, LeerIstNichtNull) {
     EXPECT_TRUE(betrag.RoundDown() == CDBetrag() && Wert(betrag) == "");
     betrag.Zero();
     EXPECT_EQ(Wert(betrag), "0");
+    for (const char c : {'\0', '\1'}) // nothing stands between thousands
+        EXPECT_EQ(Wert(CDBetrag(Text("e12"s + c + "5"))) + Wert(CDPw(Text("e12"s + c + "5"))), "e12e12");
 }
 
 // In any order.

@@ -79,6 +79,8 @@ protected:
             s += suche.GetFileName().Utf8() + (suche.IsDirectory() ? "\\ " : " ");
             EXPECT_EQ(suche.GetFilePath(), Ordnerteil(Pfad(sMuster)) + suche.GetFileName());
         }
+        const CString sLetzte = suche.GetFileName();
+        EXPECT_TRUE(!suche.FindNextFile() && suche.GetFileName() == sLetzte);
         return s;
     }
 };
@@ -109,6 +111,7 @@ TYPED_TEST(DateienTest, LangeDateienUndAnhaengen) {
     EXPECT_TRUE(this->Zeilen("x") == sErwartet);
     this->Schreibe("x", "neu");
     EXPECT_EQ(this->Zeilen("x"), "[neu]");
+    this->Schreibe("y", "behind it, and longer");
     this->Schreibe("x", "er", TestFixture::ANHANG);
     EXPECT_EQ(this->Zeilen("x"), "[neuer]");
 }
@@ -165,9 +168,9 @@ TYPED_TEST(DateienTest, Inidatei) {
     };
     EXPECT_EQ(Gelesen("A", "k"), "*"_t);
     CIni ini(sDatei);
-    EXPECT_TRUE(ini.WriteString("A", "q", "\"  5 12\""_t) && ini.WriteString("A", "k", " 1 ") &&
-                ini.WriteString("B", "k", "") && ini.WriteString("A", "z", "a\nb\r") &&
-                ini.WriteString("A", "k", "2") && ini.Save());
+    EXPECT_TRUE(ini.WriteString("A", "q", "") && ini.WriteString("A", "q", "\"  5 12\""_t) &&
+                ini.WriteString("A", "k", " 1 ") && ini.WriteString("B", "k", "") &&
+                ini.WriteString("A", "z", "a\nb\r") && ini.WriteString("A", "k", "2") && ini.Save());
     EXPECT_EQ(this->Zeilen("x.ISV"), "[[A]][q=\"  5 12\"][k=2][z=a b ][[B]][k=]");
     EXPECT_EQ(Werte(Gelesen("A", "q"), Gelesen("B", "k"), Gelesen("a", "k"), Gelesen("A", "K")),
               "  5 12||*|*");

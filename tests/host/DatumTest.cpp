@@ -47,7 +47,7 @@ TEST(Datum, AnzeigeUndZurueck) {
     EXPECT_EQ(Werte(Date2Db("03.02.0001"), Date2Db("9.7.2024"), Date2Db("31.02.2024"), Date2Db("20240709")),
               "00010203|20240709|20240231|20240709");
     for (const char * p : {"", "9.7.24", "09.07.20245", "009.7.2024", ".7.2024", "9..2024", "09/07/2024",
-                           "09.07", "a9.07.2024", "09.07.20 4", "."})
+                           "09.07", "2024", "a9.07.2024", "09.07.20 4", "."})
         EXPECT_EQ(Date2Db(CString(p)), CString()) << p;
 }
 
@@ -60,6 +60,7 @@ TEST(Datum, GueltigkeitUndWochentag) {
         EXPECT_EQ(GueltigesDatum(CString(p)), s.back() != '0') << p;
     }
     EXPECT_EQ(s, "127526000000000");
+    EXPECT_EQ(CMxDate("", false).Wochentag(), 0);
 }
 
 TEST(Datum, TageAddieren) {

@@ -232,6 +232,8 @@ TEST_F(RSetTest, CopiesTakeFieldsAndKeyButNoSetAndTheClearsEmptyWhatTheySay) {
     ziel = beh;
     for (CTBeh * p : {&kopie, &ziel}) {
         EXPECT_TRUE(*p == beh && &p->Datenbank() == &dbDatabaseRO && p->Next() == ZEILE_KEINE);
+        p->m_PATNR += "x";
+        EXPECT_FALSE(*p == beh) << "the first column";
         EXPECT_EQ(Ganz(*p), "gfedcba");
         EXPECT_FALSE(*p == beh);
     }

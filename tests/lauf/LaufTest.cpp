@@ -141,7 +141,9 @@ TEST_F(CLaufImSpeicher, SideRecordsAreChosenAsTreatmentsAre) {
     CStatAccu alle;
     Waehle(alle);
     const AZahlen aAlle = Laufe(alle);
-    EXPECT_TRUE(std::ranges::all_of(m_rekorder.m_vSchritte, [](auto & s) { return s.first <= s.second; }));
+    EXPECT_TRUE(std::ranges::all_of(m_rekorder.m_vSchritte,
+                                    [](auto & s) { return s.first >= 0 && s.first <= s.second; }));
+    EXPECT_EQ(std::ranges::count(aAlle, 0U), 0);
     EXPECT_FALSE(alle.m_vGlabFaktHits.empty());
     std::set<CString> setBehandelt;
     int iBloecke = 0;
@@ -240,6 +242,25 @@ TEST_F(CLaufImSpeicher, WhatIsLeftOutIsCountedUnderOneReason) {
         EXPECT_GT(zahlen.Weggelassen(eGrund), 0);
         for (const auto & [eAnderer, fDort] : aFaelle) // the defects stay from row to row
             EXPECT_TRUE(eAnderer == eGrund || IstMangel(eAnderer) || zahlen.Weggelassen(eAnderer) == 0);
+    }
+}
+
+TEST_F(CLaufImSpeicher, TheFirstOfTwoReasonsCountsAndAMissingPatientIsNoReason) {
+    Loesche<CTAdr>([](CTAdr &) { return true; });
+    for (const bool bBewerten : {false, true}) {
+        CStatAccu accu;
+        Waehle(accu);
+        CLauf ganz(accu, {.bWeggelasseneBewerten = bBewerten});
+        ASSERT_EQ(ganz.Laufe(), ELauf::Fertig);
+        EXPECT_EQ(ganz.Zahlen().iOhnePatient, ganz.Zahlen().iHits);
+        accu.SetGoArt('q');
+        accu.SetLst("13a");
+        CLauf lauf(accu, {.bWeggelasseneBewerten = bBewerten});
+        ASSERT_EQ(lauf.Laufe(), ELauf::Fertig);
+        EXPECT_GT(lauf.Zahlen().Weggelassen(EWeglassgrund::Gebuehrenart), 0);
+        EXPECT_EQ(lauf.Zahlen().Weggelassen(), lauf.Zahlen().iBehandlungen);
+        EXPECT_LT(lauf.Zahlen().Weggelassen(EWeglassgrund::Leistung),
+                  lauf.Zahlen().Weggelassen(EWeglassgrund::Gebuehrenart));
     }
 }
 

@@ -15,12 +15,6 @@ namespace {
 
 using CAufrufTest = CProgrammTest;
 
-struct SFall {
-    const char * pArgumente;
-    int iCode;
-    const char * pMeldung; // part of the error output
-};
-
 // Wrong usage is said in German only, and nothing is made or read.
 TEST_F(CAufrufTest, Befehle) {
     PruefeBefehle(ORVOSTATBS_SOURCE_DIR "/tests/program/faelle/aufruf.txt");
@@ -86,33 +80,23 @@ private:
     sqlite3 * m_p = nullptr;
 };
 
-TEST_F(CAufrufTest, BadFilesAreRefusedWithAReasonAndLeftAsTheyAre) {
+TEST_F(CAufrufTest, BadFilesAreRefusedWithAReason) {
     ASSERT_EQ(Laufe("sample gut.db --patients 2").iCode, 0);
-    std::filesystem::create_directory(Pfad("ordner"));
-    std::ofstream(Pfad("text.db"))
-        << "Das ist keine Datenbank, aber lang genug, um für eine gehalten zu werden. "
-           "Kopf und Rumpf fehlen ihr jedoch ganz.";
-    std::ofstream(Pfad("leer.db"));
-    Sql("fremd.db", "CREATE TABLE RECHNUNG (NR TEXT)");
+    std::ofstream(Pfad("text.db")) << "Das ist keine Datenbank.";
     std::filesystem::copy_file(Pfad("gut.db"), Pfad("neuer.db"));
     Sql("neuer.db", "PRAGMA user_version = 99");
 
-    constexpr SFall FAELLE[] = {
-        {"nirgends.db", 1, "gibt es nicht"},        {"ordner", 1, "ist ein Verzeichnis"},
-        {"text.db", 1, "ist keine Datenbank"},      {"leer.db", 1, "ist keine Datenbank"},
-        {"fremd.db", 1, "eines anderen Programms"}, {"neuer.db", 1, "Schemaversion 99"},
-    };
+    const std::pair<const char *, const char *> aFaelle[] = {{"nirgends.db", "gibt es nicht"},
+                                                             {"text.db", "ist keine Datenbank"},
+                                                             {"neuer.db", "Schemaversion 99"}};
     for (const std::string sBefehl : {"hits ", "check "})
-        for (const SFall & fall : FAELLE) {
-            const bool bDatei = std::filesystem::is_regular_file(Pfad(fall.pArgumente));
-            const std::string sVorher = bDatei ? Inhalt(fall.pArgumente) : std::string();
-            const SProgrammende ende = Laufe(sBefehl + fall.pArgumente);
-            EXPECT_EQ(ende.iCode, fall.iCode) << sBefehl << fall.pArgumente;
-            EXPECT_NE(ende.sFehler.find(fall.pMeldung), std::string::npos) << ende.sFehler;
-            EXPECT_EQ(ende.sAus, "") << sBefehl << fall.pArgumente;
-            EXPECT_TRUE(!bDatei || Inhalt(fall.pArgumente) == sVorher) << fall.pArgumente;
+        for (const auto & [pDatei, pMeldung] : aFaelle) {
+            const SProgrammende ende = Laufe(sBefehl + pDatei);
+            EXPECT_EQ(ende.iCode, 1) << sBefehl << pDatei;
+            EXPECT_NE(ende.sFehler.find(pMeldung), std::string::npos) << ende.sFehler;
+            EXPECT_EQ(ende.sAus, "") << sBefehl << pDatei;
         }
-    EXPECT_FALSE(std::filesystem::exists(Pfad("nirgends.db")));
+    EXPECT_EQ(Dateien(), "gut.db neuer.db text.db");
 }
 
 TEST_F(CAufrufTest, ALockedFileIsRefused) {
@@ -176,21 +160,6 @@ TEST_F(CAufrufTest, ALimitEndsACommandWithItsReason) {
     }
     EXPECT_GT(iZuwenig, 0);
 #endif
-}
-
-TEST_F(CAufrufTest, ATargetThatCannotBeMadeIsRefused) {
-    std::filesystem::create_directory(Pfad("ordner"));
-    constexpr SFall FAELLE[] = {{"sample ordner", 1, "ist keine gewöhnliche Datei"},
-                                {"sample ordner --force", 1, "ist keine gewöhnliche Datei"},
-                                {"sample fehlt/a.db", 1, "Die Datei \"fehlt/a.db\" lässt sich"},
-                                {"sample ", 1, "\"\" ist kein Dateiname"}};
-    for (const SFall & fall : FAELLE) {
-        std::vector<std::string> vArgumente = Worte(fall.pArgumente);
-        if (vArgumente.size() == 1) vArgumente.emplace_back();
-        const SProgrammende ende = Laufe(vArgumente);
-        EXPECT_EQ(ende.iCode, fall.iCode) << fall.pArgumente;
-        EXPECT_NE(ende.sFehler.find(fall.pMeldung), std::string::npos) << ende.sFehler;
-    }
 }
 
 // A file that may only be read, in a directory that may only be read.

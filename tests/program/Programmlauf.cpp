@@ -108,6 +108,27 @@ std::string CProgrammTest::Frage(const std::string & sName, const std::string & 
     return CDatenbank(Pfad(sName)).Fuehre(sAnweisung);
 }
 
+bool CProgrammTest::PruefeZeile(const std::string & sZeile) {
+    const std::size_t iPfeil = sZeile.find(" -> ");
+    if (!sZeile.starts_with('[') || iPfeil == sZeile.npos) return false;
+    const int iCode = sZeile.at(1) - '0';
+    std::string sSoll = (iCode == 2 ? "Falscher Aufruf. " : "") + sZeile.substr(iPfeil + 4);
+    const bool bRest = sSoll.ends_with(" ...");
+    if (bRest) sSoll.resize(sSoll.size() - 4);
+    const SProgrammende ende = Laufe(sZeile.substr(4, iPfeil - 4));
+    bool bDa = false;
+    std::istringstream aus(iCode == 0 ? ende.sAus : ende.sFehler);
+    for (std::string s; !bDa && std::getline(aus >> std::ws, s);) {
+        if (s.ends_with('\r')) s.pop_back();
+        bDa = bRest ? s.starts_with(sSoll) : s == sSoll;
+        if (iCode != 0) break; // the message comes first
+    }
+    EXPECT_TRUE(bDa) << sZeile << '\n' << ende.sAus << ende.sFehler;
+    EXPECT_EQ(ende.iCode, iCode) << sZeile;
+    EXPECT_TRUE(iCode == 0 || ende.sAus.empty()) << sZeile;
+    return true;
+}
+
 int CProgrammTest::PruefeBefehle(const std::string & sDatei) {
     const std::string BEFEHL = "$ orvostat ";
     std::ifstream ein(sDatei);
@@ -115,6 +136,7 @@ int CProgrammTest::PruefeBefehle(const std::string & sDatei) {
     std::string s;
     for (bool bDa = static_cast<bool>(std::getline(ein, s)); bDa;) {
         if (!s.starts_with(BEFEHL)) {
+            iBefehle += PruefeZeile(s);
             bDa = static_cast<bool>(std::getline(ein, s));
             continue;
         }
@@ -123,8 +145,10 @@ int CProgrammTest::PruefeBefehle(const std::string & sDatei) {
         int iCode = 0;
         while ((bDa = static_cast<bool>(std::getline(ein, s))) && !s.starts_with("$ ") && s != "```" &&
                !(s.empty() && sDatei.ends_with(".txt")))
-            if (s.size() > 2 && s.front() == '[' && s.back() == ']')
+            if (s.size() == 3 && s.front() == '[' && s.back() == ']')
                 iCode = std::stoi(s.substr(1));
+            else if (s.starts_with('[') && s.find(" -> ") != s.npos)
+                break;
             else
                 sSoll += s + '\n';
         const SProgrammende ende = Laufe(sBefehl);

@@ -39,12 +39,15 @@ protected:
     [[nodiscard]] std::string Frage(const std::string & sName, const std::string & sAnweisung) const;
 
     // Runs the commands of a text file, "$ orvostat ..." with their output below, up to an empty line, a fence or the
-    // next command; a last line "[2]" is the exit code where that is not 0, and "..." the rest of the output. How many.
+    // next command; a last line "[2]" is the exit code where that is not 0, and "..." the rest of the output. A row
+    // "[0] COMMAND -> LINE" is a command whose output has this line, "[1] COMMAND -> MESSAGE" one that is refused with
+    // it, and "[2]" wrong usage; " ..." is the rest. How many commands.
     int PruefeBefehle(const std::string & sDatei);
 
     static std::vector<std::string> Worte(const std::string & s);
 
 private:
+    bool PruefeZeile(const std::string & sZeile);
     CTempVerzeichnis m_verzeichnis;
 };
 

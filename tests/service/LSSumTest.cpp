@@ -288,9 +288,10 @@ TEST_F(LSSumTest, OnePracticeAndTreatersThatAreNoNumber) {
     v[0].PRAXISNR = " 2";
     v[1].BEHANDLERNR = "Dr";
     v[2].BEHANDLERNR = "1";
+    v.insert(v.end(), {v[1], v[5]}); // days that have been there
     m_sum.Analyse(" 1", v, nullptr);
     EXPECT_EQ(m_sum.m_Praxis.m_sPraxis, CString(" 1"));
-    EXPECT_EQ(m_sum.m_Praxis.m_Gesamt.ANZAHL, 650);
+    EXPECT_EQ(m_sum.m_Praxis.m_Gesamt.ANZAHL, 950);
     // The first day counts under 0 only; "  1" and "1" are one number.
     EXPECT_EQ(Text(m_sum.m_vBehTage) + Text(m_sum.m_vPraxisTage), "0:4 1:2 2:2 0:4 1:4 ");
     EXPECT_EQ(m_sum.m_vBeh.at(3).BEHANDLERNR, CString("Dr")) << "in the order of their bytes";
