@@ -82,5 +82,5 @@ function(orvo_library target exported)
     target_link_libraries(${target} PUBLIC ${CMAKE_DL_LIBS})
 endfunction()
 
-set(ORVO_STORES store/memory store/sqlite)
+set(ORVO_STORES store/memory store/sqlite store/postgres)
 set(ORVO_ENGINE host records accu lauf files service plan hvm calendar)

@@ -1,28 +1,35 @@
-# The package: find_package(OrvoStatBs [COMPONENTS Sqlite]) and pkg-config. Both stay right when the installed tree is
-# moved. The SQLite part has an export of its own, so that the engine alone asks for nothing.
+# The package: find_package(OrvoStatBs [COMPONENTS Sqlite Postgres]) and pkg-config. Both stay right when the installed
+# tree is moved. The stores over a database have exports of their own, so that the engine alone asks for nothing.
 
 include(CMakePackageConfigHelpers)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/OrvoStatBs)
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/orvostatbs DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-    FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN sqlite EXCLUDE)
+    FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN sqlite EXCLUDE PATTERN postgres EXCLUDE)
 install(TARGETS orvostatbs EXPORT OrvoStatBsTargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT OrvoStatBsTargets NAMESPACE OrvoStatBs:: DESTINATION ${package})
 
-if(TARGET orvostatbs_sqlite)
-    install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/orvostatbs/sqlite
+set(pkgconfig orvostatbs)
+foreach(store IN ITEMS Sqlite Postgres)
+    string(TOLOWER ${store} name)
+    if(NOT TARGET orvostatbs_${name})
+        continue()
+    endif()
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/orvostatbs/${name}
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orvostatbs FILES_MATCHING PATTERN "*.h" PATTERN "*.def")
-    install(TARGETS orvostatbs_sqlite EXPORT OrvoStatBsSqliteTargets
+    install(TARGETS orvostatbs_${name} EXPORT OrvoStatBs${store}Targets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-    install(EXPORT OrvoStatBsSqliteTargets NAMESPACE OrvoStatBs:: DESTINATION ${package})
-endif()
+    install(EXPORT OrvoStatBs${store}Targets NAMESPACE OrvoStatBs:: DESTINATION ${package})
+    list(APPEND pkgconfig orvostatbs-${name})
+endforeach()
 
 if(TARGET orvostat)
     install(TARGETS orvostat RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
-install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+    DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
 
 # Who links the shared library of the SQLite part needs no libsqlite3 of his own to build.
@@ -45,10 +52,6 @@ endif()
 set(ORVO_PC_DL)
 if(CMAKE_DL_LIBS)
     set(ORVO_PC_DL " -l${CMAKE_DL_LIBS}")
-endif()
-set(pkgconfig orvostatbs)
-if(TARGET orvostatbs_sqlite)
-    list(APPEND pkgconfig orvostatbs-sqlite)
 endif()
 foreach(name IN LISTS pkgconfig)
     configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)

@@ -28,14 +28,19 @@ function(orvo_test_executable folder include)
     endif()
     target_link_libraries(${target} PRIVATE GTest::gtest_main ${CMAKE_DL_LIBS})
     orvo_link_folders(${target} ${ARGN})
-    gtest_discover_tests(${target} TEST_PREFIX ${folder}. NO_PRETTY_VALUES
+    # Those that need a server share one, so they are one test.
+    gtest_discover_tests(${target} TEST_PREFIX ${folder}. NO_PRETTY_VALUES TEST_FILTER "-Server*"
         DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS ${folder})
+    if(ORVOSTATBS_POSTGRES AND folder MATCHES "^(store|program)$")
+        add_test(NAME ${folder}.Server COMMAND ${target} --gtest_filter=Server*)
+        set_tests_properties(${folder}.Server PROPERTIES TIMEOUT 300 LABELS ${folder})
+    endif()
 endfunction()
 
 # orvo_tests(<folder> USES <folder>...): sees the public headers of those folders and of both stores.
 function(orvo_tests folder)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "USES")
-    orvo_view(view test_${folder} ${arg_USES} store sqlite)
+    orvo_view(view test_${folder} ${arg_USES} store sqlite postgres)
     orvo_test_executable(${folder} ${view} ${arg_USES} ${ORVO_STORES})
 endfunction()
 
@@ -44,6 +49,7 @@ function(orvo_program_tests)
     orvo_test_executable(program ${PROJECT_SOURCE_DIR}/include program muster ${ORVO_ENGINE} ${ORVO_STORES})
     if(TARGET orvo_test_program AND TARGET orvostat)
         target_compile_definitions(orvo_test_program PRIVATE ORVOSTATBS_PROGRAM_PATH="$<TARGET_FILE:orvostat>")
+        target_link_libraries(orvo_test_program PRIVATE nlohmann_json::nlohmann_json)
         add_dependencies(orvo_test_program orvostat)
     endif()
 endfunction()

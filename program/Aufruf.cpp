@@ -8,6 +8,8 @@
 #include <iostream>
 #include <memory>
 #include <numeric>
+#include <set>
+#include <sstream>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -101,7 +103,8 @@ std::string Fehlendes(const CLI::App & befehl, const std::vector<const CLI::Opti
         if (pAngabe->get_required() && pAngabe->count() == 0) return "Es fehlt: " + pAngabe->get_name();
     const std::vector<std::string> vRest = befehl.remaining();
     if (vRest.empty()) return "Es fehlt ein Befehl.";
-    return KeinBefehl(vRest.front(), befehl);
+    return vRest.front().starts_with('-') ? Ueberzaehlige(vRest, vAngaben)
+                                          : KeinBefehl(vRest.front(), befehl);
 }
 
 // A pair of options of which the first is given, and the second, which it names, is given or not.
@@ -164,6 +167,76 @@ constexpr const char * FUSSZEILE =
     "orvostat help BEFEHL erklärt einen Befehl, orvostat help hvm BEFEHL einen von hvm.\n"
     "Tage: TT.MM.JJJJ, JJJJ-MM-TT oder JJJJMMTT. Worte wie csv oder nw gelten groß und klein.\n"
     "Ende: 0 in Ordnung, 1 verweigert oder gescheitert, 2 falscher Aufruf, 130 abgebrochen.";
+
+// The library's form of the help, in German: what goes only with another option stands behind the explanation, what a
+// switch may take in brackets, and long explanations are broken between their words.
+class CHilfeform : public CLI::Formatter {
+public:
+    [[nodiscard]] std::string make_option_name(const CLI::Option * pAngabe, bool bStelle) const override {
+        const std::string s = CLI::Formatter::make_option_name(pAngabe, bStelle);
+        const std::string sTyp = pAngabe->get_type_name();
+        if (!s.ends_with('}')) return s;
+        return s.substr(0, s.find('{')) + (sTyp.empty() || sTyp == "BOOLEAN" ? "" : "[=" + sTyp + ']');
+    }
+    [[nodiscard]] std::string make_option_opts(const CLI::Option * pAngabe) const override {
+        if (!pAngabe->get_option_text().empty()) return ' ' + pAngabe->get_option_text();
+        if (pAngabe->get_type_size() == 0 || pAngabe->get_name(false, true).ends_with('}')) return {};
+        const std::string sTyp = get_label(pAngabe->get_type_name());
+        const std::string sVorgabe = pAngabe->get_default_str();
+        const bool bMehrere = pAngabe->get_expected_max() == CLI::detail::expected_max_vector_size;
+        return (sTyp.empty() ? "" : ' ' + sTyp) + (sVorgabe.empty() ? "" : '=' + sVorgabe) +
+               (bMehrere ? " ..." : "") + (pAngabe->get_required() ? " (Pflicht)" : "");
+    }
+    [[nodiscard]] std::string make_option_desc(const CLI::Option * pAngabe) const override {
+        std::string s = Nebenbei("nur mit ", pAngabe->get_needs());
+        const std::string sOhne = Nebenbei("nicht mit ", pAngabe->get_excludes());
+        if (!s.empty() && !sOhne.empty()) s += ", ";
+        s += sOhne;
+        return pAngabe->get_description() + (s.empty() ? s : " (" + s + ')');
+    }
+    // One blank line between groups; the library has put one behind each already.
+    [[nodiscard]] std::string make_group(std::string sGruppe, bool bStellen,
+                                         std::vector<const CLI::Option *> vAngaben) const override {
+        const bool bErste = bStellen || sGruppe == "Optionen";
+        return CLI::Formatter::make_group(std::move(sGruppe), bStellen, std::move(vAngaben))
+            .substr(bErste ? 0 : 1);
+    }
+    [[nodiscard]] std::string make_option(const CLI::Option * pAngabe, bool bStelle) const override {
+        std::string s = "  " + make_option_name(pAngabe, bStelle) + make_option_opts(pAngabe);
+        std::size_t iSpalte = Laenge(s);
+        std::istringstream worte(make_option_desc(pAngabe));
+        const auto Breche = [&] {
+            s += '\n' + std::string(column_width_, ' ');
+            iSpalte = column_width_;
+        };
+        if (iSpalte + 2 > column_width_)
+            Breche();
+        else
+            s.append(column_width_ - std::exchange(iSpalte, column_width_), ' ');
+        for (std::string sWort; worte >> sWort; s += sWort, iSpalte += Laenge(sWort)) {
+            if (iSpalte == column_width_) continue;
+            if (iSpalte + 1 + Laenge(sWort) > HILFEBREITE)
+                Breche();
+            else
+                s += ' ', ++iSpalte;
+        }
+        return s + '\n';
+    }
+
+private:
+    static constexpr std::size_t HILFEBREITE = 100;
+    // The number of characters.
+    static std::size_t Laenge(std::string_view sUtf8) {
+        return static_cast<std::size_t>(
+            std::ranges::count_if(sUtf8, [](char c) { return (c & 0xC0) != 0x80; }));
+    }
+    static std::string Nebenbei(const char * pWorte, const std::set<CLI::Option *> & andere) {
+        std::string s;
+        for (const CLI::Option * pAndere : andere)
+            s += (s.empty() ? pWorte : " und ") + pAndere->get_name();
+        return s;
+    }
+};
 
 int BeendeAusgabe() {
     std::cout.flush();
@@ -266,7 +339,8 @@ void Beschrifte(CLI::App & app) {
     app.set_version_flag("--version", "orvostat " ORVOSTATBS_VERSION, "Zeigt die Version")->group("Optionen");
     app.require_subcommand(1);
     app.ignore_case();
-    const auto pForm = app.get_formatter();
+    const auto pForm = std::make_shared<CHilfeform>();
+    app.formatter(pForm);
     pForm->column_width(28);
     pForm->label("Usage", "Aufruf");
     pForm->label("OPTIONS", "OPTIONEN");
@@ -274,11 +348,8 @@ void Beschrifte(CLI::App & app) {
     pForm->label("SUBCOMMANDS", "BEFEHLE");
     pForm->label("Positionals", "Angaben");
     pForm->label("Subcommands", "Befehle");
-    pForm->label("REQUIRED", "(Pflicht)");
     pForm->label("TEXT", "");
     pForm->label("INT", "ZAHL");
-    pForm->label("Excludes", "Nicht mit");
-    pForm->label("Needs", "Nur mit");
 }
 
 int FuehreAus(CLI::App & app, int argc, const char * const * argv) {

@@ -1,5 +1,7 @@
 #include "Ausgabe.h"
 
+#include "BerichtHtml.h"
+
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
@@ -322,6 +324,8 @@ std::unique_ptr<CDokument> CDokument::Neu(EFormat eFormat, std::ostream & aus) {
         return std::make_unique<CCsvDokument>(aus);
     case EFormat::Json:
         return std::make_unique<CJsonDokument>(aus);
+    case EFormat::Html:
+        return NeueBerichtseite(aus);
     case EFormat::Tabelle:
         break;
     }
@@ -336,6 +340,7 @@ std::unique_ptr<CAusgabe> CAusgabe::Neu(EFormat eFormat, std::ostream & aus,
         return std::make_unique<CCsvAusgabe>(aus, vSpalten);
     case EFormat::Json:
         return std::make_unique<CJsonAusgabe>(aus, vSpalten, "");
+    case EFormat::Html:
     case EFormat::Tabelle:
         break;
     }

@@ -22,6 +22,7 @@ enum class EFormat {
     // UTF-8 with byte order mark, semicolons, German dates and decimal commas: opens in a spreadsheet, where no text is
     // taken for a formula, since one that begins like one gets an apostrophe before it
     Csv,
+    Html, // one page with pictures of the tables, of the report only
     Json, // objects; dates YYYY-MM-DD, numbers as numbers, null for empty ones
 };
 
@@ -57,6 +58,25 @@ struct SKopfzeile {
     std::string sWert;
 };
 
+// How a table is drawn. Its first column names what is drawn.
+enum class EBild {
+    Karten,     // no picture: each row a card of name, number and unit
+    Saeulen,    // upright
+    Balken,     // lying
+    Abweichung, // lying, around zero
+};
+struct SBild {
+    EBild eBild;
+    std::string sTitel; // UTF-8, as the next one
+    std::string sText;  // what is to be seen, for who does not see it
+    std::string sEinheit;
+    std::vector<std::size_t> viReihen; // the columns of numbers that are drawn
+    bool bGestapelt = false;
+    std::size_t iHoechstens = 0; // rows from the top; 0 for all
+    std::size_t iMarke = 0;      // rows with a text in this column are marked, also in the table; 0 for none
+    int iGrenze = 0;             // Abweichung: where a line is drawn; 0 for none
+};
+
 // Tables behind each other: for a person with their titles; as Csv the head and each table parted by an empty line; as
 // Json one object with the members "kopf", "tabellen" (of "zeilen" and, where there are, "titel" and "gesamt"),
 // "vollständig" and, where it is not, "hinweis".
@@ -70,6 +90,8 @@ public:
     // Begins a table; the writer is the document's, and its Ende comes before the next table. The columns must outlive
     // it.
     virtual CAusgabe & Tabelle(const std::string & sTitel, std::span<const SAusgabespalte> vSpalten) = 0;
+    // A picture of the table that comes next; most formats have none.
+    virtual void Bild(const SBild &) {}
     // A sentence for a person; the other formats have none, but tables instead.
     virtual void Satz(const std::string &) {}
     [[nodiscard]] virtual bool FuerPersonen() const { return false; }

@@ -50,6 +50,15 @@ void PruefeZiel(const SAusgabeoptionen & optionen) {
     Verweigere('"' + sDatei + "\" lässt sich nicht schreiben: " + Systemgrund(iErrno) + '.');
 }
 
+// Why the file takes no more: the stream has not kept it, so it is tried again. The first try may fill up the last block.
+int Schreibfehler(int iHandle) {
+    const std::array<char, 4096> acNichts{};
+    lseek(iHandle, 0, SEEK_END);
+    for (int i = 0; i < 2; ++i)
+        if (write(iHandle, acNichts.data(), acNichts.size()) < 0) return errno;
+    return EIO;
+}
+
 // Without bErsetzen a name that has been taken meanwhile is left alone.
 bool GibNamen(const std::string & sVon, const std::string & sNach, bool bErsetzen) {
     if (bErsetzen) return std::rename(sVon.c_str(), sNach.c_str()) == 0;
@@ -104,11 +113,10 @@ std::ostream & CAusgabeziel::Strom() { return IstDatei() ? m_datei : std::cout; 
 
 void CAusgabeziel::Fertig() {
     if (!IstDatei()) return;
-    errno = 0;
     m_datei.flush();
-    const int iErrno = errno == 0 ? EIO : errno;
-    m_sauber.reset();
-    if (!m_datei) Scheitere(m_optionen.sDatei, iErrno);
+    const bool bGeschrieben = m_datei.good();
+    m_sauber.reset(); // a stream that gets its buffer back forgets what has failed
+    if (!bGeschrieben) Scheitere(m_optionen.sDatei, Schreibfehler(m_iHandle));
     m_datei.close();
     if (fsync(m_iHandle) != 0 || !GibNamen(m_sVorlaeufig, m_optionen.sDatei, m_optionen.bErsetzen))
         Scheitere(m_optionen.sDatei, errno);
@@ -160,7 +168,7 @@ std::vector<SKopfzeile> Ausgabekopf(const std::string & sPraxisdatei, const CStr
     if (!sBis.IsEmpty()) sZeitraum += (sVon.IsEmpty() ? "bis " : " bis ") + Db2Date(sBis).Utf8();
     const SZeitpunkt jetzt = Uhr().Jetzt();
     std::vector<SKopfzeile> v = {
-        {"Datei", sPraxisdatei},
+        {"Datei", Praxisname(sPraxisdatei)},
         {"Zeitraum", sZeitraum.empty() ? "alle Tage" : sZeitraum},
         {"Auswahl", sAuswahl.empty() ? "alles" : sAuswahl},
         {"Version", Version()},

@@ -12,6 +12,7 @@ void FuegeLeistungenHinzu(CLI::App & app);  // leistungen: the service statistic
 void FuegeHundertHinzu(CLI::App & app);     // hundert: services per hundred cases against the norms
 void FuegeKassenHinzu(CLI::App & app);      // kassen: insurers and selections of them
 void FuegeZeplanHinzu(CLI::App & app);      // zeplan: block amounts and sample entries of a denture plan
+void FuegeBerichtHinzu(CLI::App & app);     // bericht: all of these as a page to look at and to print
 void FuegeGespeichertHinzu(CLI::App & app); // gespeichert: the saved statistics
 void FuegeOeffnenHinzu(CLI::App & app);     // oeffnen: shows one of them
 void FuegeVergleichenHinzu(

@@ -16,6 +16,19 @@ enum EEnde : int {
     ENDE_ABBRUCH = 130, // cancelled by the user
 };
 
+// Whether a practice lies on a server: what the user has named is "postgresql://...", with "praxis=ID" as one more
+// parameter where the database has several. Everything below that speaks of a file refuses it.
+[[nodiscard]] bool IstServer(const std::string & sDatei);
+// The same with a practice named; ends the command where it is a file.
+[[nodiscard]] std::string MitPraxis(const std::string & sDatei, const std::string & sPraxis);
+// How a practice is named in what a user reads or keeps: the file as it was given, a database without password.
+[[nodiscard]] std::string Praxisname(const std::string & sDatei);
+// Opens a practice in a file or on a server, to read or to write; or makes one on a server, which is there as soon as a
+// group has taken effect. One that is refused ends the command.
+[[nodiscard]] std::shared_ptr<CZeilenspeicher> OeffnePraxis(const std::string & sDatei, EModus eModus);
+// Ends the command where the practice lies on a server.
+void VerweigereServer(const std::string & sDatei);
+
 // Opens a practice file. A file that is refused ends the command with its reason and exit code 1; where a crash has
 // left a change half done, that names the command that mends it.
 [[nodiscard]] std::shared_ptr<CSqliteSpeicher> OeffneSpeicher(const std::string & sDatei, EModus eModus);

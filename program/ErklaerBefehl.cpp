@@ -104,7 +104,9 @@ public:
         m_lauf.Nachlauf();
         VerweigereNachLesefehler();
         if (!bBehandelt) (void)PruefePatient(m_sPatient);
-        if (m_iHits == 0) Verweigere("An diesem Tag hat der Patient keine solche Leistung.");
+        if (m_iHits == 0)
+            Verweigere(m_sLeistung.IsEmpty() ? "An diesem Tag hat der Patient keine Leistung."
+                                             : "An diesem Tag hat der Patient keine solche Leistung.");
     }
 
 private:
@@ -139,16 +141,19 @@ void FuegeExplainHinzu(CLI::App & app) {
     SLaufoptionen & optionen = pBefehl->optionen;
     SLaufauftrag & auftrag = optionen.auftrag;
     pApp->add_option("DATEI", optionen.sDatei, "Die Praxisdatei")->required();
-    pApp->add_option("--datum", pBefehl->sDatum, "Tag, TT.MM.JJJJ, JJJJ-MM-TT oder JJJJMMTT")->required();
-    pApp->add_option("--lst", pBefehl->sLeistung, "Nur diese Leistungsnummer zeigen");
+    pApp->add_option("--datum", pBefehl->sDatum, "TT.MM.JJJJ, JJJJ-MM-TT oder JJJJMMTT")
+        ->required()
+        ->type_name("TAG");
+    pApp->add_option("--lst", pBefehl->sLeistung, "Nur diese Leistungsnummer zeigen")->type_name("NR");
     // The options of a run: what it would not count is shown with the reason.
     FuegeSelektionHinzu(*pApp, optionen);
-    pApp->get_option("--patient")->required();
+    pApp->get_option("--patient")->required()->description("Patientennummer");
     for (const char * pOhneSinn : {"--von", "--bis", "--sort", "--nebenakten", "--ersatz"})
         pApp->remove_option(pApp->get_option(pOhneSinn));
     const CLI::Option * pErsatz =
         pApp->add_flag("--ersatz{" + std::to_string(auftrag.iErsatzgruppe) + "}", auftrag.iErsatzgruppe,
-                       "Leistungen durch ihren Ersatz zählen; mit =GRUPPE aus dieser Gruppe der Parameter");
+                       "Leistungen durch ihren Ersatz zählen; mit =GRUPPE aus dieser Gruppe der Parameter")
+            ->type_name("GRUPPE");
     pApp->callback([pApp, pBefehl, pErsatz] {
         pBefehl->optionen.auftrag.bErsatz = pErsatz->count() > 0;
         const CPraxis praxis(pBefehl->optionen.sDatei, EModus::Lesen);

@@ -377,11 +377,12 @@ struct SPots {
             Aendere(*einstellungen, Topf(*einstellungen, sId));
             einstellungen.Speichere();
         }
+        const CHVMBgParam * const pTopf = sArt.empty() ? nullptr : &Topf(*einstellungen, sId);
         ZeigeInhaber(sId);
-        if (sArt.empty())
+        if (pTopf == nullptr)
             ZeigeToepfe(*einstellungen, sId, true);
         else
-            ZeigeTopf(Topf(*einstellungen, sId));
+            ZeigeTopf(*pTopf);
     }
 
     [[nodiscard]] CHVMBgParam & Topf(CHVMCf & cf, const CString & sId) const {

@@ -8,11 +8,13 @@
 #include "orvostatbs/host/Textfunktionen.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <limits>
 #include <set>
 #include <sstream>
+#include <system_error>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -82,28 +84,28 @@ public:
     }
 
     template <class F> void JeMitglied(F f) const {
-        if (!m_json.is_object()) Fehler("erwartet { Name: Wert, ... }");
+        if (!m_json.is_object()) Fehler("erwartet wird { Name: Wert, ... }");
         for (const auto & [sName, wert] : m_json.items())
             f(sName, CStelle(wert, m_sPfad.empty() ? sName : m_sPfad + '.' + sName));
     }
     template <class F> void JeElement(F f) const {
-        if (!m_json.is_array()) Fehler("erwartet [ Wert, ... ]");
+        if (!m_json.is_array()) Fehler("erwartet wird [ Wert, ... ]");
         for (std::size_t i = 0; i < m_json.size(); ++i)
             f(CStelle(m_json[i], fmt::format("{}[{}]", m_sPfad, i + 1)));
     }
 
     [[nodiscard]] bool AnAus() const {
-        if (!m_json.is_boolean()) Fehler("erwartet true oder false");
+        if (!m_json.is_boolean()) Fehler("erwartet wird true oder false");
         return m_json.get<bool>();
     }
     [[nodiscard]] std::int32_t Zahl(std::int64_t iVon = std::numeric_limits<std::int32_t>::min(),
                                     std::int64_t iBis = std::numeric_limits<std::int32_t>::max()) const {
         const bool bPasst = m_json.is_number_integer() && m_json >= iVon && m_json <= iBis;
-        if (!bPasst) Fehler(fmt::format("erwartet eine ganze Zahl von {} bis {}", iVon, iBis));
+        if (!bPasst) Fehler(fmt::format("erwartet wird eine ganze Zahl von {} bis {}", iVon, iBis));
         return m_json.get<std::int32_t>();
     }
     [[nodiscard]] std::string Text() const {
-        if (!m_json.is_string()) Fehler("erwartet einen Text");
+        if (!m_json.is_string()) Fehler("erwartet wird ein Text");
         return m_json.get<std::string>();
     }
     [[nodiscard]] CString PraxisText() const { return AlsPraxisText(Text()); }
@@ -196,7 +198,7 @@ void LiesJahr(CHVMUrParam & ur, const CStelle & stelle) {
             std::ranges::fill(ur.m_abArbeitstag, false);
             wert.JeElement([&](const CStelle & tag) {
                 const auto it = std::ranges::find(vKuerzel, tag.Text());
-                if (it == vKuerzel.end()) tag.Fehler("erwartet einen von mo bis so");
+                if (it == vKuerzel.end()) tag.Fehler("erwartet wird einer von mo bis so");
                 ur.m_abArbeitstag[it - vKuerzel.begin()] = true;
             });
         } else if (sName == "urlaub") {
@@ -323,6 +325,9 @@ CHvmJson::CHvmJson(const std::string & sDatei) : m_pInhalt(std::make_unique<SInh
     if (sDatei != "-") datei.open(sDatei, std::ios::binary);
     std::ostringstream inhalt;
     if (datei) inhalt << (sDatei == "-" ? std::cin : datei).rdbuf();
+    std::error_code fehler;
+    if (sDatei != "-" && !std::filesystem::exists(sDatei, fehler))
+        Verweigere("Die Datei \"" + sDatei + "\" gibt es nicht.");
     if (!datei || !inhalt) Verweigere("Die Datei \"" + sDatei + "\" ist leer oder lässt sich nicht lesen.");
     m_pInhalt->json = CJson::parse(inhalt.str(), nullptr, false);
     if (m_pInhalt->json.is_discarded()) Verweigere("Die Datei \"" + sDatei + "\" ist kein JSON.");

@@ -3,7 +3,9 @@
 #include <atomic>
 #include <csignal>
 #include <cstdio>
+#include <initializer_list>
 #include <iostream>
+#include <utility>
 
 #include <unistd.h>
 
@@ -59,8 +61,20 @@ CKonsole::CKonsole() : CTerminal(std::cin, Roh(), isatty(STDERR_FILENO) != 0) {
 }
 CKonsole::~CKonsole() { std::signal(SIGINT, SIG_DFL); }
 
+// The engine's titles name its operations and write paths with "\"; a user knows neither.
 void CKonsole::Hinweis(EHinweis eHinweis, const CString & sTitel, const CString & sText, int iArt) {
-    CTerminal::Hinweis(eHinweis, sTitel.Right(2) == "()" ? CString() : sTitel, sText, iArt);
+    CString s = sTitel;
+    if (s.Right(2) == "()" || s == "ReadSelektionsFile") s.Empty();
+    for (const auto & [sVorgang, sDeutsch] :
+         std::initializer_list<std::pair<CString, CString>>{{"WriteDaten ", "Schreiben von "},
+                                                            {"ReadDaten ", "Lesen von "},
+                                                            {"DeleteFile ", "Löschen von "}}) {
+        if (s.Find(sVorgang) != 0) continue;
+        s = sDeutsch + s.Mid(sVorgang.GetLength());
+        s.Replace("\\", "/");
+        if (s.Right(1) == "!") s = s.Left(s.GetLength() - 1);
+    }
+    CTerminal::Hinweis(eHinweis, s, sText, iArt);
 }
 
 bool CKonsole::Fortschritt(long iPos, long iMax) {

@@ -11,6 +11,7 @@
 
 #include <iostream>
 #include <memory>
+#include <optional>
 
 namespace orvostat {
 
@@ -74,28 +75,39 @@ std::unique_ptr<CZeilenmenge> HalteStand(CZeilenspeicher & quelle) {
     return nullptr;
 }
 
-void KopierePraxis(const std::string & sQuelle, const std::string & sZiel) {
-    const auto pQuelle = OeffneSpeicher(sQuelle, EModus::Lesen);
-    const auto pStand = HalteStand(*pQuelle);
-    CNeueDatei ziel(sZiel, EVorhanden::Bleibt, sQuelle);
-    VerweigereSchaeden(*pQuelle);
-    VerweigereVerluste(*pQuelle);
-    const auto ScheitereBeimSchreiben = [&] {
-        Scheitere("Die Kopie lässt sich nicht schreiben", ziel.Speicher());
-    };
-    if (ziel.Speicher().Beginne() != ZEILE_OK) ScheitereBeimSchreiben();
+// In one group, so that the copy is there as a whole or not at all; the number of rows.
+std::int64_t KopiereAlle(CZeilenspeicher & von, CZeilenspeicher & nach) {
+    const auto ScheitereBeimSchreiben = [&] { Scheitere("Die Kopie lässt sich nicht schreiben", nach); };
+    if (nach.Beginne() != ZEILE_OK) ScheitereBeimSchreiben();
     OrvoOpenProgressBox(0, 0, "Praxisdatei wird kopiert ..."_t);
     const auto vTabellen = AlleTabellen();
     std::int64_t iZeilen = 0;
     for (std::size_t i = 0; i < vTabellen.size(); ++i) {
         Fortschritt(static_cast<std::int64_t>(i), static_cast<std::int64_t>(vTabellen.size()));
-        KopiereUndVergleiche(*pQuelle, ziel.Speicher(), *vTabellen[i]);
-        iZeilen += ziel.Speicher().Zeilenzahl(*vTabellen[i]);
+        KopiereUndVergleiche(von, nach, *vTabellen[i]);
+        iZeilen += nach.Zeilenzahl(*vTabellen[i]);
     }
     OrvoCloseProgressBox();
-    if (ziel.Speicher().Beende(true) != ZEILE_OK) ScheitereBeimSchreiben();
-    ziel.Fertig();
-    std::cout << vTabellen.size() << " Tabellen mit " << iZeilen << " Zeilen kopiert und verglichen\n";
+    if (nach.Beende(true) != ZEILE_OK) ScheitereBeimSchreiben();
+    return iZeilen;
+}
+
+void KopierePraxis(const std::string & sQuelle, const std::string & sZiel) {
+    const auto pQuelle = OeffnePraxis(sQuelle, EModus::Lesen);
+    const auto pStand = HalteStand(*pQuelle);
+    std::optional<CNeueDatei> datei;
+    std::shared_ptr<CZeilenspeicher> pServer;
+    if (IstServer(sZiel))
+        pServer = OeffnePraxis(sZiel, EModus::Neu);
+    else
+        datei.emplace(sZiel, EVorhanden::Bleibt, IstServer(sQuelle) ? "" : sQuelle);
+    if (auto * pDatei = dynamic_cast<CSqliteSpeicher *>(pQuelle.get())) {
+        VerweigereSchaeden(*pDatei);
+        VerweigereVerluste(*pDatei);
+    }
+    const std::int64_t iZeilen = KopiereAlle(*pQuelle, pServer ? *pServer : datei->Speicher());
+    if (datei) datei->Fertig();
+    std::cout << AlleTabellen().size() << " Tabellen mit " << iZeilen << " Zeilen kopiert und verglichen\n";
 }
 
 } // namespace
@@ -104,8 +116,9 @@ void FuegeKopieHinzu(CLI::App & app) {
     CLI::App * pBefehl =
         app.add_subcommand("copy", "Kopiert eine Praxisdatei Tabelle für Tabelle und vergleicht");
     auto pNamen = std::make_shared<std::pair<std::string, std::string>>();
-    pBefehl->add_option("QUELLE", pNamen->first, "Die Praxisdatei")->required();
-    pBefehl->add_option("ZIEL", pNamen->second, "Die neue Datei")->required();
+    pBefehl->add_option("QUELLE", pNamen->first, "Die Praxisdatei oder postgresql://...")->required();
+    pBefehl->add_option("ZIEL", pNamen->second, "Die neue Datei, oder eine neue Praxis auf einem Server")
+        ->required();
     pBefehl->callback([pNamen] { KopierePraxis(pNamen->first, pNamen->second); });
 }
 

@@ -70,6 +70,7 @@ void Pruefe(const SLaufbefehl & befehl, const CStatAccu & accu) {
 }
 
 void FuehreLaufAus(const CLI::App & app, const SLaufbefehl & befehl) {
+    if (befehl.bPruefe) VerweigereServer(befehl.optionen.sDatei);
     const CPraxis praxis(befehl.optionen.sDatei,
                          befehl.satzort.bImBestand ? EModus::Schreiben : EModus::Lesen);
     std::optional<CSatz> satz;
@@ -101,6 +102,7 @@ void FuegeErgebnisHinzu(CLI::App & app, SLaufbefehl & befehl) {
                  "Auch, was nicht gezählt ist, obwohl es keine Option ausschließt; mit =alle auch das "
                  "Ausgeschlossene")
         ->transform(Wortwahl({"maengel", "alle"}))
+        ->type_name("alle")
         ->group(AUSGABEGRUPPE);
     pHits->group(AUSGABEGRUPPE);
     FuegeAusgabeHinzu(app, befehl.ausgabe);
@@ -125,6 +127,7 @@ void FuegeRunHinzu(CLI::App & app) {
         app.add_subcommand("run", "Bewertet die Behandlungen einer Auswahl und zeigt die Summen");
     const auto pBefehl = std::make_shared<SLaufbefehl>();
     pApp->add_option("DATEI", pBefehl->optionen.sDatei, "Die Praxisdatei")->required();
+    FuegePraxisHinzu(*pApp, pBefehl->optionen.sDatei);
     FuegeSelektionHinzu(*pApp, pBefehl->optionen);
     FuegeErgebnisHinzu(*pApp, *pBefehl);
     pApp->add_flag("--check", pBefehl->bPruefe, "Rechnet die Summen mit SQL nach; Ende 1 bei Abweichungen")

@@ -87,6 +87,29 @@ void FuehreLaufAus(const SLaufrahmen & rahmen, CStatAccu & accu, const SLaufauft
     Zeige(rahmen, accu, &lauf, Auswahltext(rahmen.app), ziel, sUnvollstaendig);
 }
 
+void LaufeWorte(std::vector<std::string> vWorte, const std::string & sDatei, CStatAccu & accu,
+                const std::function<void(SLaufoptionen &)> & fAendere) {
+    CLI::App app;
+    SLaufoptionen optionen;
+    FuegeSelektionHinzu(app, optionen);
+    LasseStichtagAllein(app);
+    std::ranges::reverse(vWorte);
+    try {
+        app.parse(vWorte);
+    } catch (const CLI::ParseError &) {
+        Verweigere("Die gespeicherte Statistik nennt eine Auswahl, die es nicht gibt.");
+    }
+    optionen.sDatei = sDatei;
+    if (fAendere) fAendere(optionen);
+    SetzeSelektion(app, optionen, accu);
+    CLauf lauf(accu, Laufauftrag(optionen));
+    ELauf eLauf = ELauf::Gescheitert;
+    AmStichtag(optionen, [&] { eLauf = lauf.Laufe(); });
+    if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
+    VerweigereNachLesefehler();
+    if (eLauf == ELauf::Abgebrochen || AbbruchVerlangt()) throw CLI::RuntimeError(ENDE_ABBRUCH);
+}
+
 void ZeigeOhneLauf(const SLaufrahmen & rahmen, CStatAccu & accu, const std::string & sAuswahl) {
     CAusgabeziel ziel(rahmen.ausgabe);
     VerweigereNachLesefehler();

@@ -9,6 +9,7 @@
 #include "orvostatbs/lauf/Lauf.h"
 
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace CLI {
@@ -38,7 +39,11 @@ CLI::Option * FuegeNachHinzu(CLI::App & app, std::vector<const SKriterium *> & v
 // Runs over the practice, which the caller has opened before he made accu. Whatever the moment of a cancel, what was
 // collected until then is shown; but a file is whole. auftrag may hold hooks on accu; the selection is set here.
 void FuehreLaufAus(const SLaufrahmen & rahmen, CStatAccu & accu, const SLaufauftrag & auftrag);
-// The same for hits that are in accu already, as sAuswahl has selected them. That the practice was read in full is
+// Runs the selection that words of a command line give, on the practice that is open, without a document. fAendere
+// changes what they say. Ends the command where there is no such selection, and where the run does not come to its end.
+void LaufeWorte(std::vector<std::string> vWorte, const std::string & sDatei, CStatAccu & accu,
+                const std::function<void(SLaufoptionen &)> & fAendere = nullptr);
+// As FuehreLaufAus for hits that are in accu already, as sAuswahl has selected them. That the practice was read in full is
 // the caller's to know.
 void ZeigeOhneLauf(const SLaufrahmen & rahmen, CStatAccu & accu, const std::string & sAuswahl);
 

@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <numeric>
+#include <utility>
 
 namespace orvostat {
 
@@ -36,16 +38,6 @@ struct SLeistungsbefehl {
     SSatzoptionen satzort;
 };
 
-// Cases are counted quarter by quarter; within a quarter the order of the run stays.
-void OrdneNachQuartalen(std::vector<CBehHitLine> & vHits) {
-    std::ranges::stable_sort(vHits, {}, [](const CBehHitLine & hit) { return DbDate2Quartal(hit.DATUM); });
-}
-
-// The practice whose figures are asked for: the number of the owner that --mandant names, else all.
-CString Praxisnummer(const SLaufoptionen & optionen) {
-    return optionen.sMandant.empty() ? CString() : MandantOderErster(optionen.sMandant);
-}
-
 // Says what was compared and what differs; ends the command where something does.
 void ZeigePruefung(const SSummenpruefung & pruefung) {
     if (!pruefung.bGerechnet)
@@ -54,10 +46,14 @@ void ZeigePruefung(const SSummenpruefung & pruefung) {
         std::cerr << a.sName << ": " << a.iEngine << " statt " << a.iSql << '\n';
     std::cerr << pruefung.iFiguren << " Werte mit SQL nachgerechnet, " << pruefung.iAbweichungen
               << (pruefung.iAbweichungen == 1 ? " weicht ab.\n" : " weichen ab.\n");
+    if (pruefung.iAusgelassen != 0)
+        std::cerr << "Nicht nachgerechnet: " << pruefung.iAusgelassen
+                  << " Werte aus Beträgen in mehreren Währungen.\n";
     if (pruefung.iAbweichungen != 0) throw CLI::RuntimeError(ENDE_FEHLER);
 }
 
 // Shows a statistic over the hits of a run and compares it, if asked, with SQL. Both get the hits of the statistic.
+// fRechne is false when the user has stopped it.
 template <class FRechne, class FZeige, class FPruefe>
 void FuehreStatistikAus(const CLI::App & app, const SLeistungsbefehl & befehl, FRechne fRechne, FZeige fZeige,
                         FPruefe fPruefe) {
@@ -68,9 +64,10 @@ void FuehreStatistikAus(const CLI::App & app, const SLeistungsbefehl & befehl, F
     const auto Zeige = [&](CDokument & dokument, CStatAccu &, const CLauf *) {
         sPraxis = Praxisnummer(befehl.optionen);
         OrdneNachQuartalen(accu.m_vBehHits);
-        fRechne(sum, accu, sPraxis);
+        const bool bGanz = fRechne(sum, accu, sPraxis);
         fZeige(dokument, accu, sum, sPraxis);
-        return true;
+        if (!bGanz) dokument.Satz("Die Summen sind nur die eines Teils der Hits; Tage und Anteile fehlen.");
+        return bGanz;
     };
     const auto Pruefe = [&](CStatAccu &) {
         if (befehl.bPruefe) ZeigePruefung(fPruefe(accu.m_vBehHits, sPraxis, sum));
@@ -90,24 +87,17 @@ void FuehreLeistungenAus(const CLI::App & app, const SLeistungsbefehl & befehl) 
         app, befehl,
         [](CLSSum & sum, CStatAccu & accu, const CString & sPraxis) {
             sum.Analyse(sPraxis, accu.m_vBehHits, nullptr);
+            // A cancel is not told, but it leaves the days out, of which every hit of the statistic has one.
+            return !sum.m_vBehTage.empty() ||
+                   std::ranges::none_of(accu.m_vBehHits, [&](const CBehHitLine & hit) {
+                       return sum.TestBehSelOk(hit, sPraxis);
+                   });
         },
         [&](CDokument & dokument, CStatAccu & accu, const CLSSum & sum, const CString & sPraxis) {
             const auto iNach = std::ranges::find(NACHWORTE, befehl.sNach) - NACHWORTE.begin();
             SchreibeLeistungen(dokument, accu, sum, sPraxis, static_cast<ELeistungNach>(iNach));
         },
         PruefeLeistungen);
-}
-
-// Norms of the period, or where it is open of the hits' days.
-void LadeNormen(CPx100F & px, const CStatAccu & accu) {
-    CString sVon = accu.GetAbDatum();
-    CString sBis = accu.GetBisDatum();
-    if (const auto & vHits = accu.m_vBehHits; !vHits.empty()) {
-        const auto [itErster, itLetzter] = std::ranges::minmax_element(vHits, {}, &CBehHitLine::DATUM);
-        if (sVon.IsEmpty()) sVon = itErster->DATUM;
-        if (sBis.IsEmpty()) sBis = itLetzter->DATUM;
-    }
-    px.LoadBudgets(sVon, sBis);
 }
 
 void FuehreHundertAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
@@ -120,9 +110,10 @@ void FuehreHundertAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
             LadeNormen(sum.m_100F, accu);
             sum.Analyse100Fall(sPraxis, accu.m_vBehHits, a.bFesteFallzahl, a.iFallzahl, a.bMitGruppe9,
                                a.bGruppe9Extra, a.bZweiterSatz);
+            return true;
         },
         [&](CDokument & dokument, CStatAccu &, const CLSSum & sum, const CString &) {
-            SchreibeHundert(dokument, sum, befehl.hundert);
+            SchreibeHundert(dokument, sum, a, befehl.hundert);
         },
         [&](const std::vector<CBehHitLine> & vHits, const CString & sPraxis, const CLSSum & sum) {
             return PruefeHundert(vHits, sPraxis, sum, a, befehl.optionen.sDatei);
@@ -131,19 +122,20 @@ void FuehreHundertAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
 
 // Of the hits those of the service statistic that an insurer is known for.
 void FuehreKassenAus(const CLI::App & app, const SLeistungsbefehl & befehl) {
+    SKassenwahl wahl = befehl.kassen;
+    wahl.sKuerzel = AusUtf8(befehl.sKasse);
     FuehreStatistikAus(
         app, befehl,
-        [](CLSSum & sum, CStatAccu & accu, const CString & sPraxis) {
-            std::erase_if(accu.m_vBehHits, [&](const CBehHitLine & hit) {
+        [&](CLSSum & sum, CStatAccu & accu, const CString & sPraxis) {
+            wahl.iAusgelassen = std::erase_if(accu.m_vBehHits, [&](const CBehHitLine & hit) {
                 return hit.KASKUERZEL.IsEmpty() || !sum.TestBehSelOk(hit, sPraxis);
             });
             for (const CBehHitLine & hit : accu.m_vBehHits)
                 sum.AddKasData(hit);
             sum.AnalyseKasDataSum(sPraxis, sum.m_vKasData);
+            return true;
         },
         [&](CDokument & dokument, CStatAccu &, CLSSum & sum, const CString & sPraxis) {
-            SKassenwahl wahl = befehl.kassen;
-            wahl.sKuerzel = AusUtf8(befehl.sKasse);
             SchreibeKassen(dokument, sum, sPraxis, wahl);
         },
         PruefeKassen);
@@ -187,11 +179,12 @@ void FuehrePlanAus(const SPlanbefehl & befehl) {
                                                    {"Text", EZelle::Text, 60}};
     const CPraxis praxis(befehl.sDatei, EModus::Lesen);
     const CString sPat = PruefePatient(befehl.sPatient);
-    const CString sPlan = RightFix(AusUtf8(befehl.sPlan), 3);
+    const CString sNummer = AusUtf8(befehl.sPlan);
+    const CString sPlan = RightFix(sNummer, 3);
     CTPlan plan(dbDatabaseRO);
     plan.m_PATNR = sPat;
     plan.m_PLANNR = sPlan;
-    if (plan.GetByK1(MATCH_GENAU) != ZEILE_OK)
+    if (sNummer.GetLength() > 3 || plan.GetByK1(MATCH_GENAU) != ZEILE_OK)
         VerweigereFehlendes("Patient " + befehl.sPatient + " hat keinen Plan " + befehl.sPlan + '.');
 
     CStatZE ze;
@@ -236,7 +229,7 @@ void FuegeHundertHinzu(CLI::App & app) {
         app, "hundert", "Die 100-Fall-Statistik: Leistungen je 100 Fälle gegen die Norm", *pBefehl);
     CLI::Option * pFaelle =
         pApp->add_option("--faelle", pBefehl->auftrag.iFallzahl, "Feste Fallzahl statt der gezählten Fälle")
-            ->check(CLI::Range(0, 1000000))
+            ->check(Bereich(0, 1000000))
             ->type_name("ZAHL");
     pApp->add_flag("--gruppe9", pBefehl->auftrag.bMitGruppe9, "Auch Kassen der Gruppe 9");
     pApp->add_flag("--gruppe9-extra", pBefehl->auftrag.bGruppe9Extra, "Gruppe 9 in einer eigenen Spalte")
@@ -246,7 +239,7 @@ void FuegeHundertHinzu(CLI::App & app) {
     pApp->add_flag("--alle-spalten", pBefehl->hundert.bAlleSpalten, "Eigene und fremde Kassen getrennt");
     pApp->add_option("--grenze", pBefehl->hundert.iGrenze,
                      "Markiert Leistungen, die so viel Prozent über der Norm sind")
-        ->check(CLI::Range(1, 100000))
+        ->check(Bereich(1, 100000))
         ->type_name("PROZENT");
     pApp->callback([pApp, pBefehl, pFaelle] {
         pBefehl->auftrag.bFesteFallzahl = pFaelle->count() > 0;

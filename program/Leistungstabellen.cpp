@@ -1,12 +1,18 @@
 #include "Leistungstabellen.h"
 
+#include "Summenpruefung.h"
+
+#include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/TabellenPraxis.h"
 #include "orvostatbs/host/Textfunktionen.h"
 
+#include <algorithm>
 #include <array>
-#include <cstdlib>
+#include <limits>
 #include <map>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace orvostat {
 
@@ -17,6 +23,8 @@ constexpr int BREITE_ZAHL = 14;
 
 // Hundredths as a cell with two places.
 CString Hundertstel(std::int64_t i) { return DezimalZelle(i, 2); }
+
+} // namespace
 
 CString Zahlername(char c) {
     switch (c) {
@@ -39,6 +47,99 @@ CString Artname(CStatAccu & accu, const CLSLstGrp & grp) {
 CString Behandlername(CStatAccu & accu, const CString & sNr) {
     const int i = accu.FindLeb(sNr);
     return i < 0 ? sNr : accu.m_vLeb[static_cast<std::size_t>(i)].GetLebLine();
+}
+
+void OrdneNachQuartalen(std::vector<CBehHitLine> & vHits) {
+    // Hits are large: their places are sorted, and each hit is moved once, along the cycles of the new order.
+    std::vector<std::pair<CString, std::size_t>> vOrdnung;
+    vOrdnung.reserve(vHits.size());
+    for (const CBehHitLine & hit : vHits)
+        vOrdnung.emplace_back(DbDate2Quartal(hit.DATUM), vOrdnung.size());
+    if (std::ranges::is_sorted(vOrdnung)) return;
+    std::ranges::sort(vOrdnung);
+    for (std::size_t i = 0; i < vHits.size(); ++i) {
+        if (vOrdnung[i].second == i) continue;
+        CBehHitLine erster = std::move(vHits[i]);
+        std::size_t iLeer = i;
+        for (std::size_t iVon; (iVon = std::exchange(vOrdnung[iLeer].second, iLeer)) != i; iLeer = iVon)
+            vHits[iLeer] = std::move(vHits[iVon]);
+        vHits[iLeer] = std::move(erster);
+    }
+}
+
+void LadeNormen(CPx100F & px, const CStatAccu & accu) {
+    CString sVon = accu.GetAbDatum();
+    CString sBis = accu.GetBisDatum();
+    if (const auto & vHits = accu.m_vBehHits; !vHits.empty()) {
+        const auto [itErster, itLetzter] = std::ranges::minmax_element(vHits, {}, &CBehHitLine::DATUM);
+        if (sVon.IsEmpty()) sVon = itErster->DATUM;
+        if (sBis.IsEmpty()) sBis = itLetzter->DATUM;
+    }
+    // Without hits an open end says nothing about the norms.
+    if (sVon.IsEmpty()) sVon = sBis;
+    if (sBis.IsEmpty()) sBis = sVon;
+    px.LoadBudgets(sVon, sBis);
+}
+
+const char * Auslassgrund(const CLSSum & sum, const CBehHitLine & hit, const CString & sPraxis) {
+    if (sum.TestBehSelOk(hit, sPraxis)) return nullptr;
+    if (hit.GOSTATISTIKART == 0) return "ohne Statistikart";
+    CBehHitLine mitLeistung(hit);
+    mitLeistung.LSTIN = "1";
+    if (!sum.TestBehSelOk(mitLeistung, "")) return "nicht zu zählen";
+    return hit.LSTIN.IsEmpty() ? "ohne Leistung" : "anderer Praxisinhaber";
+}
+
+namespace {
+
+// ---- sums at the limit
+
+// The counts and points of all records that stand at the limit of their fields.
+class CGrenzen {
+public:
+    template <class... T> void Nimm(const T &... lst) { (NimmEine(lst), ...); }
+    void Nimm(const std::vector<CLSLst> & vLst) {
+        for (const CLSLst & lst : vLst)
+            Nimm(lst);
+    }
+    void Nimm(const std::vector<CLSLstGrp> & vGrp) {
+        for (const CLSLstGrp & grp : vGrp) {
+            Nimm(grp.m_Sum);
+            Nimm(grp.m_vLst);
+        }
+    }
+    void Schreibe(CDokument & dokument) const {
+        const auto Satz = [&](int iSummen, const char * pWas) {
+            if (iSummen == 0) return;
+            dokument.Satz(std::to_string(iSummen) + (iSummen == 1 ? " Summe" : " Summen") + " der " + pWas +
+                          (iSummen == 1 ? " steht" : " stehen") +
+                          " an der Grenze von 21474836,47: In Wahrheit ist es mehr, und was daraus gerechnet "
+                          "ist, stimmt nicht.");
+        };
+        Satz(m_iAnzahl, "Anzahl");
+        Satz(m_iPunkte, "Punkte");
+    }
+
+private:
+    static bool AnGrenze(std::int32_t i) {
+        return i == std::numeric_limits<std::int32_t>::max() || i == std::numeric_limits<std::int32_t>::min();
+    }
+    void NimmEine(const CLSLst & lst) {
+        m_iAnzahl += AnGrenze(lst.ANZAHL) ? 1 : 0;
+        m_iPunkte += AnGrenze(lst.PUNKTE) ? 1 : 0;
+    }
+
+    int m_iAnzahl = 0;
+    int m_iPunkte = 0;
+};
+
+// The sums that practice and treaters have alike.
+template <class T> void NimmSummen(CGrenzen & grenzen, const T & t) {
+    grenzen.Nimm(t.m_Gesamt, t.m_PrivatStd, t.m_PrivatK, t.m_PrivatLM, t.m_KasseStd, t.m_KasseK, t.m_KasseLM,
+                 t.m_SonstStd, t.m_SonstK, t.m_SonstLM, t.m_SumStd, t.m_SumK, t.m_SumLM, t.m_PrivatGes,
+                 t.m_KasseGes, t.m_SonstGes, t.m_PrivatAbz, t.m_KasseAbz, t.m_SonstAbz, t.m_SumNetto,
+                 t.m_PrivatNetto, t.m_KasseNetto, t.m_SonstNetto);
+    grenzen.Nimm(t.m_vLstGrp);
 }
 
 // ---- practice and treaters
@@ -90,14 +191,15 @@ const SAusgabespalte BEHANDLERSPALTEN[] = {
 
 void SchreibeBehandler(CDokument & dokument, CStatAccu & accu, const CLSSum & sum) {
     const std::map<std::int32_t, std::int32_t> mapTage(sum.m_vBehTage.begin(), sum.m_vBehTage.end());
-    const auto Tage = [&](int iNr) {
-        const auto it = mapTage.find(iNr);
+    // Number 0 is the practice's: a treater whose number is none has no days of his own.
+    const auto Tage = [&](int iNr, bool bPraxis) {
+        const auto it = iNr == 0 && !bPraxis ? mapTage.end() : mapTage.find(iNr);
         return it == mapTage.end() ? CString() : itoc(it->second);
     };
     CAusgabe & tabelle = dokument.Tabelle("Behandler", BEHANDLERSPALTEN);
-    const auto Zeile = [&](const CString & sName, int iNr, const auto & t) {
+    const auto Zeile = [&](const CString & sName, const CString & sTage, const auto & t) {
         return std::vector<CString>{sName,
-                                    Tage(iNr),
+                                    sTage,
                                     Hundertstel(t.m_Gesamt.ANZAHL),
                                     BetragZelle(t.m_Gesamt.BETRAG),
                                     BetragZelle(t.m_KasseGes.BETRAG),
@@ -108,8 +210,8 @@ void SchreibeBehandler(CDokument & dokument, CStatAccu & accu, const CLSSum & su
                                     Hundertstel(t.m_SonstGes.ANTEILPRAXIS)};
     };
     for (const CLSBehLstGrp & beh : sum.m_vBeh)
-        tabelle.Zeile(Zeile(Behandlername(accu, beh.BEHANDLERNR), Zahl(beh.BEHANDLERNR), beh));
-    tabelle.Summe(Zeile("Gesamt", 0, sum.m_Praxis));
+        tabelle.Zeile(Zeile(Behandlername(accu, beh.BEHANDLERNR), Tage(Zahl(beh.BEHANDLERNR), false), beh));
+    tabelle.Summe(Zeile("Gesamt", Tage(0, true), sum.m_Praxis));
     tabelle.Ende();
 }
 
@@ -169,12 +271,13 @@ void SchreibeNachZahler(CDokument & dokument, const CLSPxLstGrp & px) {
          {&px.m_SonstStd, &px.m_SonstK, &px.m_SonstLM, &px.m_SonstAbz, &px.m_SonstGes, &px.m_SonstNetto}}};
     const std::array<CString, 6> asBereich = {"Leistungen"_t, "Art k",  "Labor/Material"_t,
                                               "Abzug",        "Gesamt", "Netto"};
+    constexpr std::size_t ABZUG = 3; // has no share
     CAusgabe & tabelle = dokument.Tabelle("Nach Kostenträger", SPALTEN);
     for (const auto & zahler : aZahler)
         for (std::size_t i = 0; i < asBereich.size(); ++i)
             if (const CLSLst & lst = *zahler.apSummen[i]; lst.ANZAHL != 0)
                 tabelle.Zeile(Reihe({Zahlername(zahler.cZahler), asBereich[i]}, Werte(lst, zahler.cZahler),
-                                    {Hundertstel(lst.ANTEILPRAXIS)}));
+                                    {i == ABZUG ? CString() : Hundertstel(lst.ANTEILPRAXIS)}));
     tabelle.Ende();
 }
 
@@ -218,21 +321,47 @@ void SchreibeNachLeistung(CDokument & dokument, CStatAccu & accu, const CLSPxLst
     tabelle.Ende();
 }
 
-// Why the statistic has fewer hits than the run. The reasons are asked in the order of TestBehSelOk.
+// Why the statistic has fewer hits than the run.
 void SchreibeAusgelassene(CDokument & dokument, const CStatAccu & accu, const CLSSum & sum,
                           const CString & sPraxis) {
     std::map<std::string, int> mapGrund;
-    for (const CBehHitLine & hit : accu.m_vBehHits) {
-        if (sum.TestBehSelOk(hit, sPraxis)) continue;
-        ++mapGrund[hit.GOSTATISTIKART == 0                         ? "ohne Statistikart"
-                   : hit.LSTIN.IsEmpty()                           ? "ohne Leistung"
-                   : !sPraxis.IsEmpty() && hit.PRAXISNR != sPraxis ? "anderer Praxisinhaber"
-                                                                   : "nicht zu zählen"];
-    }
+    for (const CBehHitLine & hit : accu.m_vBehHits)
+        if (const char * pGrund = Auslassgrund(sum, hit, sPraxis)) ++mapGrund[pGrund];
     std::string sSatz;
     for (const auto & [sGrund, iAnzahl] : mapGrund)
         sSatz += (sSatz.empty() ? "Nicht in der Statistik: " : ", ") + std::to_string(iAnzahl) + ' ' + sGrund;
     if (!sSatz.empty()) dokument.Satz(sSatz + '.');
+}
+
+// Cases, and where the practice has several owners the days of each.
+void SchreibeFaelleUndTage(CDokument & dokument, const CLSSum & sum) {
+    dokument.Satz(itoc(sum.m_Praxis.m_iAnzFaelle).Utf8() +
+                  (sum.m_Praxis.m_iAnzFaelle == 1 ? " Fall." : " Fälle."));
+    if (sum.m_vPraxisTage.size() < 3) return; // number 0 is all together
+    std::string sSatz;
+    for (const auto & [iNr, iTage] : sum.m_vPraxisTage)
+        if (iNr != 0)
+            sSatz += (sSatz.empty() ? "Tage je Praxisinhaber: Nr. " : ", Nr. ") + std::to_string(iNr) +
+                     " an " + std::to_string(iTage);
+    dokument.Satz(sSatz + '.');
+}
+
+// Why shares do not add up: rounding always, the rest where there is such money.
+void SchreibeAnteilsnoten(CDokument & dokument, const CLSSum & sum) {
+    const CLSPxLstGrp & px = sum.m_Praxis;
+    dokument.Satz("Anteile sind auf Hundertstel gerundet und stehen gegen die Summe des eigenen Bereichs; "
+                  "Beträge bis 0 haben keinen. So ergeben sie zusammen nicht immer 100 %.");
+    if (px.m_KasseAbz.ANZAHL != 0 || px.m_PrivatAbz.ANZAHL != 0 || px.m_SonstAbz.ANZAHL != 0)
+        dokument.Satz("Gruppen und Leistungen mit abgezogenem Material stehen gegen Labor/Material, wo der "
+                      "Abzug fehlt: Dort sind es zusammen mehr als 100 %.");
+    if (std::ranges::any_of(sum.m_vBeh, [](const auto & beh) { return Zahl(beh.BEHANDLERNR) == 0; }))
+        dokument.Satz("Ein Behandler, dessen Nummer keine Zahl ist, hat keine eigenen Tage; sie zählen nur "
+                      "im Ganzen.");
+    CGrenzen grenzen;
+    NimmSummen(grenzen, px);
+    for (const CLSBehLstGrp & beh : sum.m_vBeh)
+        NimmSummen(grenzen, beh);
+    grenzen.Schreibe(dokument);
 }
 
 } // namespace
@@ -255,12 +384,9 @@ void SchreibeLeistungen(CDokument & dokument, CStatAccu & accu, const CLSSum & s
         SchreibeNachLeistung(dokument, accu, sum.m_Praxis);
         break;
     }
-    dokument.Satz(itoc(sum.m_Praxis.m_iAnzFaelle).Utf8() +
-                  (sum.m_Praxis.m_iAnzFaelle == 1 ? " Fall." : " Fälle."));
+    SchreibeFaelleUndTage(dokument, sum);
     SchreibeAusgelassene(dokument, accu, sum, sPraxis);
-    dokument.Satz(
-        "Anteile sind auf Hundertstel gerundet und stehen gegen die Summe des eigenen Bereichs; Beträge "
-        "bis 0 haben keinen. So ergeben sie zusammen nicht immer 100 %.");
+    SchreibeAnteilsnoten(dokument, sum);
 }
 
 // ---- hundred cases
@@ -307,7 +433,7 @@ void SchreibeSpalte(CDokument & dokument, const CKasArt100F & spalte, const std:
     CAusgabe & tabelle = dokument.Tabelle(sName, SPALTEN);
     for (const CLSLst & lst : spalte.m_vLst) {
         if (lst.m_iF100Soll == 0 && !wahl.bAlleZeilen) continue;
-        const bool bUeber = wahl.iGrenze > 0 && lst.m_iF100Abweichung > wahl.iGrenze * 100;
+        const bool bUeber = wahl.iGrenze > 0 && lst.m_iF100Abweichung >= wahl.iGrenze * 100;
         tabelle.Zeile({lst.LSTKUERZEL, lst.LSTNR, Hundertstel(lst.ANZAHL), Hundertstel(lst.m_iAnteilAnz),
                        Hundertstel(lst.m_iAnzJe100Fall),
                        lst.m_iF100Soll == 0 ? CString() : Hundertstel(lst.m_iF100Soll),
@@ -321,7 +447,6 @@ void SchreibeSpalte(CDokument & dokument, const CKasArt100F & spalte, const std:
 // "F3 F4/F1" as " F3 F4 " and " F1 ".
 CVerhLst Verhaeltnis(const SSelectPool & eintrag) {
     const int iTrenner = eintrag.m_sExtra.Find('/');
-    if (iTrenner < 0) return {};
     return {" " + eintrag.m_sExtra.Left(iTrenner) + " ", " " + eintrag.m_sExtra.Mid(iTrenner + 1) + " "};
 }
 
@@ -331,13 +456,26 @@ std::vector<SSelectPool *> Verhaeltniseintraege() {
     return v;
 }
 
+bool OhneTrenner(const SSelectPool * pEintrag) { return pEintrag->m_sExtra.Find('/') < 0; }
+
+// Numerators per hundred denominators in hundredths, to the nearest. MulDiv knows 32 bits only.
+std::int64_t Je100(std::int64_t iZaehler, std::int64_t iNenner) {
+    const std::int64_t iDoppelt = 2 * 10000 * iZaehler / iNenner;
+    return (iDoppelt + (iDoppelt < 0 ? -1 : 1)) / 2;
+}
+
 void SchreibeVerhaeltnisse(CDokument & dokument, const CPx100F & px, const SHundertwahl & wahl) {
     static const SAusgabespalte SPALTEN[] = {{"Verhältnis", EZelle::Text, 50},
                                              {"Spalte", EZelle::Text, BREITE_NAME},
                                              {"Zähler", EZelle::Zahl, BREITE_ZAHL},
                                              {"Nenner", EZelle::Zahl, BREITE_ZAHL},
                                              {"je 100", EZelle::Zahl, BREITE_ZAHL}};
-    const std::vector<SSelectPool *> vEintraege = Verhaeltniseintraege();
+    std::vector<SSelectPool *> vEintraege = Verhaeltniseintraege();
+    for (const SSelectPool * pEintrag : vEintraege)
+        if (OhneTrenner(pEintrag))
+            dokument.Satz("Das Verhältnis \"" + pEintrag->m_sText.Utf8() +
+                          "\" hat in der Auswahlliste keinen Nenner (\"/\") und fehlt deshalb.");
+    std::erase_if(vEintraege, OhneTrenner);
     if (vEintraege.empty()) return;
     CAusgabe & tabelle = dokument.Tabelle("Verhältnisse", SPALTEN);
     for (std::size_t iVerh = 0; iVerh < vEintraege.size(); ++iVerh)
@@ -346,7 +484,7 @@ void SchreibeVerhaeltnisse(CDokument & dokument, const CPx100F & px, const SHund
             const auto [iZaehler, iNenner] = px.m_aSpalten[i].m_vVerh[iVerh];
             tabelle.Zeile({vEintraege[iVerh]->m_sText, AusUtf8(SPALTENNAMEN[i]), Hundertstel(iZaehler),
                            Hundertstel(iNenner),
-                           iNenner == 0 ? CString() : Hundertstel(MulDiv(10000, iZaehler, iNenner))});
+                           iNenner == 0 ? CString() : Hundertstel(Je100(iZaehler, iNenner))});
         }
     tabelle.Ende();
 }
@@ -356,35 +494,70 @@ void SchreibeVerhaeltnisse(CDokument & dokument, const CPx100F & px, const SHund
 void LadeVerhaeltnisse() {
     CKasArt100F::s_vVerhLst.clear();
     for (const SSelectPool * pEintrag : Verhaeltniseintraege())
-        CKasArt100F::s_vVerhLst.push_back(Verhaeltnis(*pEintrag));
+        if (!OhneTrenner(pEintrag)) CKasArt100F::s_vVerhLst.push_back(Verhaeltnis(*pEintrag));
 }
 
-void SchreibeHundert(CDokument & dokument, const CLSSum & sum, const SHundertwahl & wahl) {
+namespace {
+
+// What there is to say of the norms themselves.
+void SchreibeNormnoten(CDokument & dokument, const CPx100F & px, bool bZweiterSatz) {
+    int iNormen = 0;
+    int iUnbrauchbar = 0;
+    CString sErste;
+    for (const auto & [cArt, mTage] : px.m_mBudgets)
+        for (const auto & [sAb, vNormen] : mTage) {
+            if (sErste.IsEmpty() || sAb < sErste) sErste = sAb;
+            iNormen += static_cast<int>(vNormen.size());
+            iUnbrauchbar += static_cast<int>(std::ranges::count_if(vNormen, [&](const SGoBudget & n) {
+                return bZweiterSatz
+                           ? Zahl(n.m_sGesamtMkg) <= 0 || Zahl(n.m_sVdakMkg) <= 0 || Zahl(n.m_sRvoMkg) <= 0
+                           : Zahl(n.m_sGesamt) <= 0 || Zahl(n.m_sVdak) <= 0 || Zahl(n.m_sRvo) <= 0;
+            }));
+        }
+    if (iNormen == 0)
+        return dokument.Satz("Die Praxis hat keine Normen; mit --alle-leistungen stehen die Leistungen da.");
+    dokument.Satz(px.m_bQuartalsuebergreifend
+                      ? "Die Norm wechselt im Zeitraum: Für alle Hits gilt die neueste."
+                      : "Normen gibt es ab dem " + Db2Date(sErste).Utf8() + "; frühere Hits haben keine.");
+    if (iUnbrauchbar != 0)
+        dokument.Satz(std::to_string(iUnbrauchbar) + " von " + std::to_string(iNormen) +
+                      " Normzeilen haben eine Norm, die leer, keine Zahl, 0 oder negativ ist: Mit 0 und ohne "
+                      "Zahl gibt es keine Abweichung, mit einer negativen keine sinnvolle.");
+}
+
+} // namespace
+
+void SchreibeHundert(CDokument & dokument, const CLSSum & sum, const SHundertauftrag & auftrag,
+                     const SHundertwahl & wahl) {
     const CPx100F & px = sum.m_100F;
     SchreibeSpalten(dokument, px);
     for (std::size_t i = 0; i < SPALTEN_100F; ++i)
         if (Gezeigt(px, i, wahl)) SchreibeSpalte(dokument, px.m_aSpalten[i], SPALTENNAMEN[i], wahl);
     SchreibeVerhaeltnisse(dokument, px, wahl);
-    if (px.m_mBudgets.empty() || !wahl.bAlleZeilen)
-        dokument.Satz(
-            "Gezeigt sind Leistungen mit Norm; der Anteil steht gegen alle Leistungen der Spalte Gesamt.");
+    SchreibeNormnoten(dokument, px, auftrag.bZweiterSatz);
+    dokument.Satz(std::string(wahl.bAlleZeilen ? "" : "Gezeigt sind Leistungen mit Norm. ") +
+                  "Der Anteil steht in jeder Spalte gegen alle Leistungen der Spalte Gesamt.");
+    if (!auftrag.bMitGruppe9) dokument.Satz("Ohne Kassen der Gruppe 9.");
+    if (auftrag.bFesteFallzahl && auftrag.iFallzahl == 0)
+        dokument.Satz("Bei 0 Fällen gibt es keine Werte je 100 Fälle und keine Abweichung.");
+    CGrenzen grenzen;
+    for (const CKasArt100F & spalte : px.m_aSpalten) {
+        grenzen.Nimm(spalte.m_Gesamt, spalte.m_Hauptleistung, spalte.m_Nebenleistung);
+        grenzen.Nimm(spalte.m_vLst);
+    }
+    grenzen.Schreibe(dokument);
 }
 
 // ---- insurers
 
 namespace {
 
-// The selections of insurers that the program knows.
+// The selections of insurers that the program knows. The letters are the kinds (KASSENART) of the insurers.
 constexpr KAS_GRP_SEL SELEKTIONEN[] = {
-    {"Prim\xE4rkassen", "", STATKASGRP_1, "", "", ""},
-    {"Ersatzkassen", "", STATKASGRP_2, "", "", ""},
-    {"AOK", "", STATKASGRP_KEINE, "a", "", ""},
-    {"BKK", "", STATKASGRP_KEINE, "b", "", ""},
-    {"IKK", "", STATKASGRP_KEINE, "i", "", ""},
-    {"Fremdkassen", "", STATKASGRP_KEINE, "", "", "1"},
-    {"\xDC"
-     "brige",
-     "", STATKASGRP_9, "", "", ""},
+    {"Prim\xE4rkassen", "", STATKASGRP_1, "", "", ""}, {"Ersatzkassen", "", STATKASGRP_2, "", "", ""},
+    {"AOK", "", STATKASGRP_KEINE, "a", "", ""},        {"BKK", "", STATKASGRP_KEINE, "b", "", ""},
+    {"IKK", "", STATKASGRP_KEINE, "i", "", ""},        {"Fremdkassen", "", STATKASGRP_KEINE, "", "", "1"},
+    {"Sonstige", "", STATKASGRP_KEINE, "s", "", ""},
 };
 
 const SAusgabespalte KASSENSPALTEN[] = {
@@ -428,7 +601,7 @@ void SchreibeKassen(CDokument & dokument, CLSSum & sum, const CString & sPraxis,
     for (const CLSKasLstGrp & kas : sum.m_vKas)
         if (wahl.sKuerzel.IsEmpty() || kas.KASKUERZEL == wahl.sKuerzel) kassen.Zeile(Kassenzeile(kas, true));
     CLSKasLstGrp gesamt(sum.m_KasSum);
-    gesamt.KASKUERZEL = "Gesamt";
+    gesamt.KASKUERZEL = wahl.sKuerzel.IsEmpty() ? CString("Gesamt") : CString("alle Kassen");
     kassen.Summe(Kassenzeile(gesamt, false));
     kassen.Ende();
 
@@ -441,10 +614,25 @@ void SchreibeKassen(CDokument & dokument, CLSSum & sum, const CString & sPraxis,
         selektionen.Zeile(Kassenzeile(sum.m_KasSel, false));
     }
     selektionen.Ende();
+    if (!wahl.sKuerzel.IsEmpty() && std::ranges::none_of(sum.m_vKas, [&](const CLSKasLstGrp & kas) {
+            return kas.KASKUERZEL == wahl.sKuerzel;
+        }))
+        dokument.Satz("Kein Hit ist von der Kasse " + wahl.sKuerzel.Utf8() + '.');
+    if (wahl.iAusgelassen != 0)
+        dokument.Satz("Ohne Kasse oder nicht in der Leistungsstatistik: " +
+                      std::to_string(wahl.iAusgelassen) + (wahl.iAusgelassen == 1 ? " Hit." : " Hits."));
     dokument.Satz(
         "Eine Kasse kann in mehreren Auswahlen stehen oder in keiner; sie ergeben zusammen nicht die Summe. "
         "Der Anteil ist das über die Kasse Abgerechnete am Ganzen der Kasse, der Anteil Praxis am Ganzen "
-        "aller Kassen.");
+        "aller Kassen: Was nicht über Kassen abgerechnet ist, fehlt beiden zu 100 %.");
+    CGrenzen grenzen;
+    grenzen.Nimm(sum.m_KasSum.m_Gesamt, sum.m_KasSum.m_KasseGes);
+    grenzen.Nimm(sum.m_KasSum.m_vLstGrp);
+    for (const CLSKasLstGrp & kas : sum.m_vKas) {
+        grenzen.Nimm(kas.m_Gesamt, kas.m_KasseGes);
+        grenzen.Nimm(kas.m_vLstGrp);
+    }
+    grenzen.Schreibe(dokument);
 }
 
 } // namespace orvostat

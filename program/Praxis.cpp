@@ -1,5 +1,6 @@
 #include "Praxis.h"
 
+#include "Ausgabeziel.h"
 #include "Datenbank.h"
 
 #include "orvostatbs/host/Datum.h"
@@ -31,16 +32,25 @@ void Verweigere(const std::string & sMeldung) {
     throw CLI::RuntimeError(ENDE_FEHLER);
 }
 
-CPraxis::CPraxis(const std::string & sDatei, EModus eModus) { Verbinde(OeffneSpeicher(sDatei, eModus)); }
+CPraxis::CPraxis(const std::string & sDatei, EModus eModus) { Verbinde(OeffnePraxis(sDatei, eModus)); }
+
+void FuegePraxisHinzu(CLI::App & app, std::string & sDatei) {
+    const auto Setze = [&sDatei](const std::string & sPraxis) { sDatei = MitPraxis(sDatei, sPraxis); };
+    app.add_option_function<std::string>("--praxis", Setze,
+                                         "Die Praxis, wo die Datenbank auf dem Server mehrere hat")
+        ->type_name("ID")
+        ->group(AUSGABEGRUPPE); // a saved selection does not name it
+}
 
 CPraxis::~CPraxis() { Verbinde(nullptr); }
 
 void VerweigereNachLesefehler(const std::string & sFolge) {
     if (dbDatabase.Fehlschlaege() + dbDatabaseRO.Fehlschlaege() == 0) return;
     const std::string sGrund = Fehlergrund(dbDatabaseRO.Speicher().get());
-    Verweigere("UNVOLLSTÄNDIG. Die Datei ist nicht vollständig lesbar" +
-               (sGrund.empty() ? "" : ": " + sGrund) + ". " + sFolge +
-               "\"orvostat check\" zeigt die Schäden.");
+    const bool bDatei = dynamic_cast<const CSqliteSpeicher *>(dbDatabaseRO.Speicher().get()) != nullptr;
+    Verweigere(std::string("UNVOLLSTÄNDIG. Die ") + (bDatei ? "Datei" : "Praxis") +
+               " ist nicht vollständig lesbar" + (sGrund.empty() ? "" : ": " + sGrund) + ". " + sFolge +
+               (bDatei ? "\"orvostat check\" zeigt die Schäden." : ""));
 }
 
 void VerweigereFehlendes(const std::string & sMeldung) {

@@ -9,12 +9,17 @@
 #include <string_view>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace orvostat {
 
 // Ends the command with exit code 1 after a message on the error output.
 [[noreturn]] void Verweigere(const std::string & sMeldung);
 
-// A practice file behind both database handles for the life of the object. A file that is refused ends the command.
+// A practice, in a file or on a server, behind both database handles for the life of the object. One that is refused
+// ends the command.
 class CPraxis {
 public:
     CPraxis(const std::string & sDatei, EModus eModus);
@@ -22,6 +27,9 @@ public:
     CPraxis(const CPraxis &) = delete;
     CPraxis & operator=(const CPraxis &) = delete;
 };
+
+// The option --praxis, for a practice named before it.
+void FuegePraxisHinzu(CLI::App & app, std::string & sDatei);
 
 // Ends the command with a message if a read of the open practice has failed since it was opened: what the command has
 // worked out until then misses rows. sFolge is a sentence about what that means.

@@ -123,9 +123,17 @@ void PruefeName(const std::string & sName) {
     if (!sGrund.empty()) Verweigere("\"" + sName + "\" ist kein Name für eine Statistik: " + sGrund + '.');
 }
 
+// What a set names its practice by.
+std::string Praxiskennung(const std::string & sPraxisdatei) {
+    return IstServer(sPraxisdatei) ? Praxisname(sPraxisdatei) : fs::path(sPraxisdatei).filename().string();
+}
+
 // The place as a path text that ends in "\".
 CString Ort(const std::string & sPraxisdatei, const SSatzoptionen & optionen) {
     if (optionen.bImBestand) return GetOrvoStatPath();
+    if (optionen.sOrdner.empty() && IstServer(sPraxisdatei))
+        Verweigere(
+            "Neben einer Praxis auf dem Server liegt kein Ordner; --daten oder --im-bestand sagt, wohin.");
     const fs::path ordner = optionen.sOrdner.empty() ? fs::absolute(sPraxisdatei).parent_path() / "stat"
                                                      : fs::absolute(optionen.sOrdner);
     const CString sOrt = Verzeichnistext(ordner.string());
@@ -334,7 +342,7 @@ CSatz::CSatz(const std::string & sPraxisdatei, const SSatzoptionen & optionen, c
 
 void CSatz::Schreibe(CStatAccu & accu, const std::string & sLayout,
                      const std::vector<std::string> & vAbfrage) const {
-    const std::string sPraxis = fs::path(m_sPraxisdatei).filename().string();
+    const std::string sPraxis = Praxiskennung(m_sPraxisdatei);
     int iEnde = 0;
     if (m_bImBestand) {
         CMxGruppe gruppe(dbDatabase);
@@ -382,7 +390,7 @@ void CSatz::Lies(CStatAccu & accu) const {
     if (pruefung.eBefund == EBefund::Beschaedigt) Verweigere(Befundtext(pruefung));
     if (pruefung.eBefund != EBefund::Unversehrt) std::cerr << Befundtext(pruefung) << '\n';
     const CString sPraxis = Wert(ABSCHNITT, "Praxis");
-    if (!m_bImBestand && sPraxis != Text(fs::path(m_sPraxisdatei).filename().string()))
+    if (!m_bImBestand && sPraxis != Text(Praxiskennung(m_sPraxisdatei)))
         std::cerr << "Die Statistik \"" << m_sName << "\" ist aus der Praxis \"" << sPraxis.Utf8() << "\".\n";
     int * const pStruct = Spalten();
     const CString sSumme = Wert(ABSCHNITT, "Auswahl");

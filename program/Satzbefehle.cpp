@@ -32,28 +32,6 @@ struct SSatzbefehl {
     bool bOhneLauf = false;
 };
 
-// Runs the words that a set was made by, on the practice that is open.
-void LaufeFrisch(const SSatzbefehl & befehl, const CSatz & satz, CStatAccu & accu) {
-    CLI::App app;
-    SLaufoptionen optionen;
-    FuegeSelektionHinzu(app, optionen);
-    std::vector<std::string> vWorte = satz.Abfrage();
-    std::ranges::reverse(vWorte);
-    try {
-        app.parse(vWorte);
-    } catch (const CLI::ParseError &) {
-        Verweigere("Die Statistik \"" + satz.Name() + "\" nennt eine Auswahl, die es nicht gibt.");
-    }
-    optionen.sDatei = befehl.sDatei;
-    SetzeSelektion(app, optionen, accu);
-    CLauf lauf(accu, Laufauftrag(optionen));
-    ELauf eLauf = ELauf::Gescheitert;
-    AmStichtag(optionen, [&] { eLauf = lauf.Laufe(); });
-    if (eLauf == ELauf::Gescheitert) throw CLI::RuntimeError(ENDE_FEHLER);
-    VerweigereNachLesefehler();
-    if (eLauf == ELauf::Abgebrochen || AbbruchVerlangt()) throw CLI::RuntimeError(ENDE_ABBRUCH);
-}
-
 std::vector<SKopfzeile> Kopf(const SSatzbefehl & befehl, const CSatz & satz, const CStatAccu & accu) {
     return Ausgabekopf(befehl.sDatei, accu.GetAbDatum(), accu.GetBisDatum(), satz.Abfragetext(), {});
 }
@@ -116,7 +94,7 @@ void ZeigeUnterschiede(const SSatzbefehl & befehl) {
     satz.Lies(alt);
     std::vector<std::string> vOhne = satz.FehlendeSpalten();
     if (befehl.sZweiter.empty())
-        LaufeFrisch(befehl, satz, neu);
+        LaufeWorte(satz.Abfrage(), befehl.sDatei, neu);
     else {
         const CSatz zweiter(befehl.sDatei, befehl.ort, befehl.sZweiter);
         zweiter.Lies(neu);
@@ -144,7 +122,7 @@ void PruefeSatz(const SSatzbefehl & befehl) {
     CStatAccu alt;
     CStatAccu neu;
     satz.Lies(alt);
-    LaufeFrisch(befehl, satz, neu);
+    LaufeWorte(satz.Abfrage(), befehl.sDatei, neu);
     const SUnterschiede u = Vergleiche(alt, neu, satz.FehlendeSpalten());
     if (u.Keine()) {
         std::cout << "Die Praxis ergibt heute dasselbe.\n";

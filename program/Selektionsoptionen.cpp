@@ -147,7 +147,7 @@ std::string Bereinigt(const SWertart & art, std::string s) {
 
 std::string Fehler(const SWertart & art, const std::string & s) {
     if (art.pZeichen != nullptr && s.find_first_not_of(art.pZeichen) != std::string::npos)
-        return '"' + s + "\" hat andere Zeichen als " + art.pZeichen;
+        return '"' + s + "\": erlaubt sind nur die Zeichen " + art.pZeichen;
     if (art.iLaenge != 0 && s.size() > art.iLaenge)
         return '"' + s + "\" ist länger als " + std::to_string(art.iLaenge) + " Zeichen";
     return art.fFehler == nullptr ? std::string() : art.fFehler(s);
@@ -449,6 +449,14 @@ private:
 };
 
 } // namespace
+
+CString Praxisnummer(const SLaufoptionen & o) {
+    return o.sMandant.empty() ? CString() : MandantOderErster(o.sMandant);
+}
+
+void LasseStichtagAllein(CLI::App & app) {
+    app.get_option("--stichtag")->remove_needs(app.get_option("--alter"));
+}
 
 void AmStichtag(const SLaufoptionen & o, const std::function<void()> & fTue) {
     if (o.sStichtag.empty()) return fTue();

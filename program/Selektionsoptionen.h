@@ -52,6 +52,11 @@ void FuegeSelektionHinzu(CLI::App & app, SLaufoptionen & optionen);
 // owner or insurer that the practice does not have ends the command.
 void SetzeSelektion(const CLI::App & app, const SLaufoptionen & optionen, CSelektion & selektion);
 
+// The practice whose figures are asked for: the number of the owner that --mandant names, empty for all.
+[[nodiscard]] CString Praxisnummer(const SLaufoptionen & optionen);
+
+// Takes --stichtag without --alter, for a command that shows how far a period has run.
+void LasseStichtagAllein(CLI::App & app);
 // Does something with --stichtag in the place of today.
 void AmStichtag(const SLaufoptionen & optionen, const std::function<void()> & fTue);
 

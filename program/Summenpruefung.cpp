@@ -4,9 +4,11 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <initializer_list>
 #include <memory>
-#include <string_view>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace orvostat {
@@ -49,6 +51,9 @@ SELECT NR, PRAXIS, BEH, KASSE, LSTNR, KURZ, Z, ABZ, NEU, ABR, DATUM, ART, SUB, K
 FROM A;
 )sql";
 
+// What a 32-bit field of the engine holds of it.
+#define ORVO_BEGRENZT(A) "MAX(MIN(" A ", 2147483647), -2147483648)"
+#define ORVO_SUMMEN ORVO_BEGRENZT("SUM(N)") " AS N, SUM(B) AS B, " ORVO_BEGRENZT("SUM(P)") " AS P"
 // A share as text for two amounts; NULL, which is no figure, where there is none.
 #define ORVO_ANTEIL(B, BASIS)                                                                                \
     "CASE WHEN " B " > 0 AND " BASIS " <> 0 THEN CAST(" B " * 10000.0 / " BASIS " + 0.5 AS INTEGER) END"
@@ -74,12 +79,12 @@ CREATE TABLE SUMME AS
     CASE WHEN NAME GLOB 'Sum*' OR NAME = 'Gesamt' OR NAME GLOB '*Abz' THEN NULL WHEN NAME GLOB '*Ges' THEN 'Gesamt'
          ELSE 'Sum' || REPLACE(REPLACE(REPLACE(NAME,'Kasse',''),'Privat',''),'Sonst','') END AS BASIS
   FROM CUT GROUP BY WER, NAME;
+CREATE TABLE TAG AS SELECT DISTINCT CAST(BEH AS INTEGER) AS BEH, CAST(PRAXIS AS INTEGER) AS PRAXIS, DATUM FROM EINZELN;
 INSERT INTO SOLL
-  SELECT 'BT|' || CAST(BEH AS INTEGER), COUNT(DISTINCT DATUM) FROM EINZELN WHERE CAST(BEH AS INTEGER) <> 0 GROUP BY 1
-  UNION ALL SELECT 'BT|0', COUNT(DISTINCT DATUM) FROM EINZELN
-  UNION ALL SELECT 'PT|' || CAST(PRAXIS AS INTEGER), COUNT(DISTINCT DATUM) FROM EINZELN
-    WHERE CAST(PRAXIS AS INTEGER) <> 0 GROUP BY 1
-  UNION ALL SELECT 'PT|0', COUNT(DISTINCT DATUM) FROM EINZELN
+  SELECT 'BT|' || BEH, COUNT(DISTINCT DATUM) FROM TAG WHERE BEH <> 0 GROUP BY BEH
+  UNION ALL SELECT 'BT|0', COUNT(DISTINCT DATUM) FROM TAG
+  UNION ALL SELECT 'PT|' || PRAXIS, COUNT(DISTINCT DATUM) FROM TAG WHERE PRAXIS <> 0 GROUP BY PRAXIS
+  UNION ALL SELECT 'PT|0', COUNT(DISTINCT DATUM) FROM TAG
   UNION ALL SELECT 'Fälle', SUM(NEU) FROM EINZELN;
 )sql";
 
@@ -141,8 +146,9 @@ CREATE TABLE FIGUR AS
   FROM ZEILE L JOIN BASIS USING(WER, Z, G, S)
     LEFT JOIN (SELECT Z, G, S, LSTNR, B FROM ZEILE WHERE WER = 'P') X USING(Z, G, S, LSTNR);
 INSERT INTO SOLL
-  SELECT NAME || '|ANZAHL', N FROM FIGUR UNION ALL SELECT NAME || '|BETRAG', B FROM FIGUR
-  UNION ALL SELECT NAME || '|PUNKTE', P FROM FIGUR UNION ALL SELECT NAME || '|ANTEILBEH', AB FROM FIGUR WHERE AB IS NOT NULL
+  SELECT NAME || '|ANZAHL', )sql" ORVO_BEGRENZT("N") R"sql( FROM FIGUR UNION ALL SELECT NAME || '|BETRAG', B FROM FIGUR
+  UNION ALL SELECT NAME || '|PUNKTE', )sql" ORVO_BEGRENZT("P") R"sql( FROM FIGUR
+  UNION ALL SELECT NAME || '|ANTEILBEH', AB FROM FIGUR WHERE AB IS NOT NULL
   UNION ALL SELECT NAME || '|ANTEILPRAXIS', AP FROM FIGUR WHERE AP IS NOT NULL
   UNION ALL SELECT WER || '|' || Z || '|' || G || '|' || S || '|TYP', UNICODE(TYP) FROM GRUPPE;
 )sql";
@@ -154,43 +160,49 @@ INSERT INTO SOLL
 
 constexpr const char * HUNDERT =
     R"sql(
-CREATE TABLE MITNORM AS
-WITH D AS (SELECT H.*,
+CREATE TABLE TAG AS SELECT ART, DATUM,
     CASE WHEN UEBERGREIFEND THEN (SELECT MAX(AB) FROM NORM WHERE NORM.ART = H.ART)
          ELSE (SELECT MAX(AB) FROM NORM WHERE NORM.ART = H.ART AND AB <= H.DATUM) END AS AB
-  FROM EINZELN H, AUFTRAG WHERE MITGRUPPE9 OR GRP <> '9')
-SELECT D.*, IFNULL(M.GESAMT, 0) AS GESAMT, IFNULL(M.VDAK, 0) AS VDAK, IFNULL(M.RVO, 0) AS RVO
+  FROM (SELECT DISTINCT ART, DATUM FROM EINZELN) H, AUFTRAG;
+CREATE INDEX TAG1 ON TAG(ART, DATUM);
+CREATE TABLE MITNORM AS
+WITH D AS (SELECT MIN(NR) AS NR, LSTNR, KURZ, H.ART AS ART, SUB, KASSENART IN ('7','8') AS VDAK, FREMD, GRP = '9' AS NEUN,
+    AB, SUM(N) AS N, SUM(B) AS B, SUM(P) AS P, SUM(NEU) AS NEU
+  FROM EINZELN H JOIN TAG ON TAG.ART = H.ART AND TAG.DATUM = H.DATUM, AUFTRAG WHERE MITGRUPPE9 OR GRP <> '9'
+  GROUP BY LSTNR, KURZ, H.ART, SUB, 6, FREMD, 8, AB)
+SELECT D.*, IFNULL(M.GESAMT, 0) AS GESAMT, IFNULL(M.VDAK, 0) AS VDAKNORM, IFNULL(M.RVO, 0) AS RVO
   FROM D LEFT JOIN NORM M ON M.ART = D.ART AND M.AB = D.AB AND M.KURZ = D.KURZ;
 CREATE TABLE SPALTE AS
   SELECT 0 AS I, *, GESAMT AS NORM FROM MITNORM
-  UNION ALL SELECT 1, *, VDAK FROM MITNORM WHERE KASSENART IN ('7','8')
-  UNION ALL SELECT 2 + FREMD, *, VDAK FROM MITNORM WHERE KASSENART IN ('7','8')
-  UNION ALL SELECT 7, M.*, RVO FROM MITNORM M, AUFTRAG WHERE KASSENART NOT IN ('7','8') AND GRUPPE9EXTRA AND GRP = '9'
-  UNION ALL SELECT 4, M.*, RVO FROM MITNORM M, AUFTRAG
-    WHERE KASSENART NOT IN ('7','8') AND NOT (GRUPPE9EXTRA AND GRP = '9')
-  UNION ALL SELECT 5 + FREMD, M.*, RVO FROM MITNORM M, AUFTRAG
-    WHERE KASSENART NOT IN ('7','8') AND NOT (GRUPPE9EXTRA AND GRP = '9');
-CREATE TABLE KOPF AS SELECT I, SUM(N) AS N, SUM(B) AS B, SUM(P) AS P, SUM(NEU) AS FAELLE,
+  UNION ALL SELECT 1, *, VDAKNORM FROM MITNORM WHERE VDAK
+  UNION ALL SELECT 2 + FREMD, *, VDAKNORM FROM MITNORM WHERE VDAK
+  UNION ALL SELECT 7, M.*, RVO FROM MITNORM M, AUFTRAG WHERE NOT VDAK AND GRUPPE9EXTRA AND NEUN
+  UNION ALL SELECT 4, M.*, RVO FROM MITNORM M, AUFTRAG WHERE NOT VDAK AND NOT (GRUPPE9EXTRA AND NEUN)
+  UNION ALL SELECT 5 + FREMD, M.*, RVO FROM MITNORM M, AUFTRAG WHERE NOT VDAK AND NOT (GRUPPE9EXTRA AND NEUN);
+CREATE TABLE KOPF AS SELECT I, )sql" ORVO_SUMMEN R"sql(, SUM(NEU) AS FAELLE,
   CASE WHEN FEST THEN FALLZAHL ELSE SUM(NEU) END AS F FROM SPALTE, AUFTRAG GROUP BY I;
 CREATE TABLE SEITE AS SELECT I,
   CASE WHEN ART IN ('1','2','3','4','7','8') OR (ART IN ('k','g') AND SUB IN ('5','6','7','8'))
          OR (ART IN ('p','q') AND SUB IN ('t','u','r','s','n','p','o','q')) THEN 'Neben' ELSE 'Haupt' END AS WAS,
-  SUM(N) AS N, SUM(B) AS B, SUM(P) AS P FROM SPALTE GROUP BY 1, 2;
-CREATE TABLE ZEILE AS SELECT I, LSTNR, SUM(N) AS N, SUM(B) AS B, SUM(P) AS P, MIN(NR) AS NR, NORM
+  )sql" ORVO_SUMMEN
+    R"sql( FROM SPALTE GROUP BY 1, 2;
+CREATE TABLE ZEILE AS SELECT I, LSTNR, )sql" ORVO_SUMMEN
+    R"sql(, MIN(NR) AS NR, NORM
   FROM SPALTE GROUP BY I, LSTNR;
 CREATE TABLE FIGUR AS SELECT Z.I || '|' || LSTNR AS NAME, Z.N, Z.B, Z.P, NORM,
   CASE WHEN G.N <> 0 THEN )sql" ORVO_GERUNDET("(10000 * Z.N)", "G.N") R"sql( END AS ANTEIL,
   CASE WHEN K.F <> 0 THEN )sql" ORVO_GERUNDET("(100 * Z.N)", "K.F") R"sql( END AS JE,
-  CASE WHEN NORM <> 0 AND K.F <> 0 THEN )sql" ORVO_GERUNDET("(1000000 * Z.N)",
-                                                            "(NORM * K.F)") R"sql( END AS R,
+  CASE WHEN NORM <> 0 AND K.F <> 0 THEN )sql" ORVO_GERUNDET("(1000000 * Z.N)", "(NORM * K.F)") R"sql( END AS R,
   )sql" ORVO_GERUNDET("(Z.N - " ORVO_GERUNDET("(K.F * NORM)", "100") ")", "100") R"sql( AS DIFF
   FROM ZEILE Z JOIN KOPF K USING(I) JOIN KOPF G ON G.I = 0;
 INSERT INTO SOLL
   SELECT NAME || '|ANZAHL', N FROM FIGUR UNION ALL SELECT NAME || '|BETRAG', B FROM FIGUR
   UNION ALL SELECT NAME || '|PUNKTE', P FROM FIGUR UNION ALL SELECT NAME || '|NORM', NORM FROM FIGUR
-  UNION ALL SELECT NAME || '|ANTEIL', ANTEIL FROM FIGUR UNION ALL SELECT NAME || '|JE100', JE FROM FIGUR
-  UNION ALL SELECT NAME || '|ABWEICHUNG', CASE WHEN IFNULL(R, 0) <> 0 THEN R - 10000 END FROM FIGUR
-  UNION ALL SELECT NAME || '|DIFFERENZ', DIFF FROM FIGUR
+  UNION ALL SELECT NAME || '|ANTEIL', )sql" ORVO_BEGRENZT("ANTEIL") R"sql( FROM FIGUR
+  UNION ALL SELECT NAME || '|JE100', )sql" ORVO_BEGRENZT("JE") R"sql( FROM FIGUR
+  UNION ALL SELECT NAME || '|ABWEICHUNG', CASE WHEN IFNULL(R, 0) <> 0 THEN )sql" ORVO_BEGRENZT(
+        "R - 10000") R"sql( END FROM FIGUR
+  UNION ALL SELECT NAME || '|DIFFERENZ', )sql" ORVO_BEGRENZT("DIFF") R"sql( FROM FIGUR
   UNION ALL SELECT I || '||Fälle', FAELLE FROM KOPF
   UNION ALL SELECT I || '||Gesamt|ANZAHL', N FROM KOPF UNION ALL SELECT I || '||Gesamt|BETRAG', B FROM KOPF
   UNION ALL SELECT I || '||Gesamt|PUNKTE', P FROM KOPF
@@ -245,8 +257,13 @@ public:
         m_bOk = m_bOk && sqlite3_step(m_anweisung.get()) == SQLITE_DONE;
         sqlite3_reset(m_anweisung.get());
     }
+    // Figures that hold money are counted, but not compared.
+    void OhneGeld() { m_bOhneGeld = true; }
     void Ist(const std::string & sName, std::int64_t iWert) {
-        Setze("INSERT INTO IST VALUES(?, ?)", {AusUtf8(sName)}, {iWert});
+        if (m_bOhneGeld && IstGeld(sName))
+            ++m_iAusgelassen;
+        else
+            Setze("INSERT INTO IST VALUES(?, ?)", {AusUtf8(sName)}, {iWert});
     }
     void IstLst(const std::string & sName, const CLSLst & lst) {
         Ist(sName + "|ANZAHL", lst.ANZAHL);
@@ -261,6 +278,10 @@ public:
     [[nodiscard]] SSummenpruefung Vergleiche() {
         SSummenpruefung ergebnis;
         m_anweisung.reset();
+        ergebnis.iAusgelassen = m_iAusgelassen;
+        if (m_bOhneGeld)
+            for (const char * pGeld : GELD)
+                Fuehre("DELETE FROM SOLL WHERE NAME GLOB '*" + std::string(pGeld) + "'");
         sqlite3_stmt * p = nullptr;
         if (m_bOk) m_bOk = sqlite3_prepare_v2(m_p.get(), VERGLEICH, -1, &p, nullptr) == SQLITE_OK;
         const CAnweisung vergleich(p);
@@ -277,6 +298,10 @@ public:
     }
 
 private:
+    static constexpr const char * GELD[] = {"|BETRAG", "|ANTEILBEH", "|ANTEILPRAXIS"};
+    static bool IstGeld(const std::string & sName) {
+        return std::ranges::any_of(GELD, [&](const char * pGeld) { return sName.ends_with(pGeld); });
+    }
     std::int64_t Zahl(const char * pSql) {
         sqlite3_stmt * p = nullptr;
         sqlite3_prepare_v2(m_p.get(), pSql, -1, &p, nullptr);
@@ -288,22 +313,26 @@ private:
     CAnweisung m_anweisung;
     const char * m_pSql = nullptr;
     bool m_bOk = false;
+    bool m_bOhneGeld = false;
+    std::int64_t m_iAusgelassen = 0;
 };
 
 CString Buchstabe(char c) { return c == 0 ? CString() : CString(c); }
 std::string Text(char c) { return Buchstabe(c).Utf8(); }
 
-// False where an amount is not in euro.
-bool FuelleHits(CRechner & rechner, const std::vector<CBehHitLine> & vHits) {
+// Amounts of one currency, whichever, are sums of whole numbers. Of several the engine's sums are converted in the
+// order of the hits: counts, points, days and cases are compared all the same.
+void FuelleHits(CRechner & rechner, const std::vector<CBehHitLine> & vHits) {
     constexpr const char * pSql =
         "INSERT INTO HIT(PRAXIS, BEH, LSTNR, KURZ, LSTIN, ART, SUB, STAT, MARKE, DATUM, PAT, KASSE, MFR, "
         "WSO, "
         "KASSENART, GRP, NR, ABR, PRIVAT, ANZAHL, BETRAG, STEUER, ZUSCHLAG, PUNKTE, FREMD) "
         "VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)";
-    const auto IstEuro = [](const CDBetrag & b) { return b.IsEmpty() || b.GetWaehrung() == 'e'; };
+    std::set<char> setWaehrungen;
     std::int64_t iNr = 0;
     for (const CBehHitLine & hit : vHits) {
-        if (!IstEuro(hit.BETRAG) || !IstEuro(hit.ZUSCHLAG)) return false;
+        for (const CDBetrag * pBetrag : {&hit.BETRAG, &hit.ZUSCHLAG})
+            if (!pBetrag->IsEmpty()) setWaehrungen.insert(pBetrag->GetWaehrung());
         rechner.Setze(pSql,
                       {hit.PRAXISNR, hit.BEHANDLERNR, hit.LSTNR, hit.LSTKUERZEL, hit.LSTIN,
                        Buchstabe(hit.GOART), Buchstabe(hit.GOSUBART), Buchstabe(hit.GOSTATISTIKART),
@@ -312,14 +341,14 @@ bool FuelleHits(CRechner & rechner, const std::vector<CBehHitLine> & vHits) {
                       {iNr++, hit.KASSENABR, hit.ISPRIVATPATIENT, hit.ANZAHL, hit.BETRAG.GetEinheiten(),
                        hit.MWSTSATZ, hit.ZUSCHLAG.GetEinheiten(), hit.PUNKTE, hit.FREMDKASSE});
     }
-    return true;
+    if (setWaehrungen.size() > 1) rechner.OhneGeld();
 }
 
 void Genommen(CRechner & rechner, const CString & sPraxis, const std::string & sBedingung) {
     rechner.Fuehre("CREATE TABLE AUSWAHL(PRAXIS TEXT)");
     rechner.Setze("INSERT INTO AUSWAHL VALUES(?)", {sPraxis}, {});
     rechner.Fuehre(
-        "CREATE TABLE GENOMMEN AS SELECT H.* FROM HIT H, AUSWAHL A WHERE A.PRAXIS IN ('', H.PRAXIS) AND " +
+        "CREATE VIEW GENOMMEN AS SELECT H.* FROM HIT H, AUSWAHL A WHERE A.PRAXIS IN ('', H.PRAXIS) AND " +
         sBedingung);
     rechner.Fuehre(POSTEN);
 }
@@ -372,18 +401,12 @@ constexpr const char * IN_STATISTIK =
     "H.STAT <> '' AND NOT (H.STAT = 'n' AND H.ART IN ('k','g','p','q')) AND "
     "NOT (H.SUB = '3' AND H.ART IN ('b','e','f','h')) AND H.LSTIN <> ''";
 
-SSummenpruefung AlteWaehrung() {
-    SSummenpruefung ergebnis;
-    ergebnis.sFehler = "unter den Hits sind Beträge in alter Währung";
-    return ergebnis;
-}
-
 } // namespace
 
 SSummenpruefung PruefeLeistungen(const std::vector<CBehHitLine> & vHits, const CString & sPraxis,
                                  const CLSSum & sum) {
     CRechner rechner;
-    if (!FuelleHits(rechner, vHits)) return AlteWaehrung();
+    FuelleHits(rechner, vHits);
     Genommen(rechner, sPraxis, IN_STATISTIK);
     rechner.Fuehre(LEISTUNGEN);
     rechner.Fuehre(FIGUREN);
@@ -401,7 +424,7 @@ SSummenpruefung PruefeLeistungen(const std::vector<CBehHitLine> & vHits, const C
 SSummenpruefung PruefeKassen(const std::vector<CBehHitLine> & vHits, const CString & sPraxis,
                              const CLSSum & sum) {
     CRechner rechner;
-    if (!FuelleHits(rechner, vHits)) return AlteWaehrung();
+    FuelleHits(rechner, vHits);
     Genommen(rechner, sPraxis, "1");
     rechner.Fuehre(KASSEN);
     rechner.Fuehre(FIGUREN);
@@ -421,7 +444,7 @@ SSummenpruefung PruefeHundert(const std::vector<CBehHitLine> & vHits, const CStr
                               const CLSSum & sum, const SHundertauftrag & auftrag,
                               const std::string & sDatei) {
     CRechner rechner;
-    if (!FuelleHits(rechner, vHits)) return AlteWaehrung();
+    FuelleHits(rechner, vHits);
     Genommen(rechner, sPraxis, "H.LSTIN <> ''");
     rechner.Fuehre("CREATE TABLE AUFTRAG(FEST, FALLZAHL, MITGRUPPE9, GRUPPE9EXTRA, UEBERGREIFEND)");
     rechner.Setze("INSERT INTO AUFTRAG VALUES(?,?,?,?,?)", {},
@@ -437,11 +460,12 @@ SSummenpruefung PruefeHundert(const std::vector<CBehHitLine> & vHits, const CStr
     rechner.Setze("ATTACH ? AS PRAXIS", {AusUtf8(sDatei)}, {});
     const std::string sSatz = auftrag.bZweiterSatz ? "MKG" : "";
     const auto Norm = [&](const std::string & sSpalte) {
-        return "CAST(" + sSpalte + sSatz + " AS INTEGER) AS " + sSpalte;
+        return "MAX(MIN(CAST(" + sSpalte + sSatz + " AS INTEGER), 2147483647), -2147483648) AS " + sSpalte;
     };
-    rechner.Fuehre("CREATE TABLE main.NORM AS SELECT GOART AS ART, LSTKUERZEL AS KURZ, GUELTIGAB AS AB, " +
-                   Norm("GESAMT") + ", " + Norm("VDAK") + ", " + Norm("RVO") +
-                   " FROM PRAXIS.GOBUDGET; CREATE INDEX main.NORM1 ON NORM(ART, AB, KURZ)");
+    rechner.Fuehre(
+        "CREATE TABLE main.NORM AS SELECT GOART AS ART, LSTKUERZEL AS KURZ, GUELTIGAB AS AB, " +
+        Norm("GESAMT") + ", " + Norm("VDAK") + ", " + Norm("RVO") +
+        " FROM PRAXIS.GOBUDGET WHERE GOART IN ('k','g'); CREATE INDEX main.NORM1 ON NORM(ART, AB, KURZ)");
     rechner.Fuehre("BEGIN");
     rechner.Fuehre(HUNDERT);
     for (std::size_t i = 0; i < sum.m_100F.m_aSpalten.size(); ++i) {

@@ -1,9 +1,9 @@
 // A second opinion on the service statistics: every sum, share, day and case, computed by SQL over the valued hits,
 // without the engine.
 //
-// The hits stand in a table of SQLite in memory. Each figure has a name ("B|   1|0|KP|a|01|BETRAG"); what the engine has
-// and what SQL forms from the hits are compared name by name, a figure that one side lacks counting as 0. What SQL does
-// not recompute is none of it: hits with amounts of the old currency end the comparison with that reason.
+// The hits stand in a table of SQLite in memory. Each figure has a name ("B|   1|0|KP|a|01|BETRAG"); what the engine
+// has and what SQL forms from the hits are compared name by name, a figure that one side lacks counting as 0. Where the
+// hits have amounts in several currencies, sums and shares of money are not recomputed, but counted.
 #pragma once
 
 #include "orvostatbs/records/BehHitLine.h"
@@ -27,6 +27,7 @@ struct SSummenpruefung {
     std::int64_t iFiguren = 0;
     std::vector<SSummenabweichung> vAbweichungen; // the first hundred of iAbweichungen
     std::int64_t iAbweichungen = 0;
+    std::int64_t iAusgelassen = 0; // figures of money in several currencies
 };
 
 // What a hundred-case run was asked for.

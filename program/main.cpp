@@ -22,6 +22,7 @@ int Fuehre(int argc, char ** argv) {
     orvostat::FuegeHundertHinzu(app);
     orvostat::FuegeKassenHinzu(app);
     orvostat::FuegeZeplanHinzu(app);
+    orvostat::FuegeBerichtHinzu(app);
     orvostat::FuegeGespeichertHinzu(app);
     orvostat::FuegeOeffnenHinzu(app);
     orvostat::FuegeVergleichenHinzu(app);

@@ -7,10 +7,11 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # How many things at once; JOBS in the environment overrides it.
 JOBS="${JOBS:-$(nproc)}"
 
-PACKAGES_PROGRAM=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libfmt-dev nlohmann-json3-dev
-    libssl-dev ccache)
+PACKAGES_PROGRAM=(g++ cmake ninja-build pkg-config libsqlite3-dev libpq-dev libcli11-dev libfmt-dev nlohmann-json3-dev
+    libssl-dev libjs-chart.js ccache)
 # shellcheck disable=SC2034 # used by who sources this
-PACKAGES_TEST=("${PACKAGES_PROGRAM[@]}" libgtest-dev libbenchmark-dev clang libclang-rt-dev clang-format python3)
+PACKAGES_TEST=("${PACKAGES_PROGRAM[@]}" libgtest-dev libbenchmark-dev postgresql clang libclang-rt-dev clang-format
+    python3)
 
 headline() { printf '\n== %s\n' "$*"; }
 

@@ -65,9 +65,17 @@ CLSLst & Zeile(std::vector<CLSLst> & vLst, const SHit & h, CNebenindex<CLSLst> *
                       ? FindeLinear(vLst, h.hit)
                       : pIndex->Finde(vLst, h.iLstHash, [&](const CLSLst & lst) { return lst == h.hit; });
     if (i >= 0) return vLst[static_cast<std::size_t>(i)];
-    vLst.emplace_back().LSTNR = h.hit.LSTNR;
+    CLSLst & neu = NeueZeile(vLst, h.hit.LSTNR);
     if (pIndex) pIndex->Angehaengt(vLst, h.iLstHash);
-    return vLst.back();
+    return neu;
+}
+
+CLSLst & NeueZeile(std::vector<CLSLst> & vLst, const CString & sLst) {
+    constexpr std::size_t ZEILEN_MIN = 8; // a group with one service mostly has more
+    if (vLst.capacity() == 0) vLst.reserve(ZEILEN_MIN);
+    CLSLst & neu = vLst.emplace_back();
+    neu.LSTNR = sLst;
+    return neu;
 }
 
 int FindeGruppe(const std::vector<CLSLstGrp> & vGrp, const CBehHitLine & hit) {

@@ -49,6 +49,8 @@ private:
 
 // The line of the hit's service, a new one if there is none.
 CLSLst & Zeile(std::vector<CLSLst> & vLst, const SHit & h, CNebenindex<CLSLst> * pIndex);
+// Puts a new line at the end, which is empty but for its service number.
+CLSLst & NeueZeile(std::vector<CLSLst> & vLst, const CString & sLst);
 
 // The position of the hit's group, -1 for none.
 [[nodiscard]] int FindeGruppe(const std::vector<CLSLstGrp> & vGrp, const CBehHitLine & hit);

@@ -48,11 +48,12 @@ template <class F> void JedeSpalte(const CBehHitLine & hit, const SNormen & norm
     }
 }
 
-// What MoveKasArt100F does; without an index lines are searched for.
-void NimmInSpalte(CKasArt100F & spalte, const SHit & h, bool bNeuerFall, int iSoll,
-                  CNebenindex<CLSLst> * pIndex, const std::vector<SVerhTreffer> & vTreffer);
+// What MoveKasArt100F does. *pStelle is the position of the hit's line, -1 for a line that is yet to come; for null it
+// is searched for.
+void NimmInSpalte(CKasArt100F & spalte, const SHit & h, bool bNeuerFall, int iSoll, int * pStelle,
+                  const std::vector<SVerhTreffer> & vTreffer);
 
-// MovePx100F for many hits: norms and ratios are looked up once for each short code.
+// MovePx100F for many hits and columns that are empty at first: norms and ratios are looked up once for each short code.
 class CHundertlauf {
 public:
     CHundertlauf(CPx100F & px, const CString & sPraxis, bool bMitGruppe9, bool bGruppe9Extra,
@@ -65,17 +66,28 @@ private:
         std::vector<SVerhTreffer> vTreffer;
     };
 
-    [[nodiscard]] const SNormen & Normen(const CBehHitLine & hit, std::size_t iKuerzel);
+    // A service, and the number of the short code that its last hit had.
+    struct SLeistung {
+        CString sKuerzel;
+        int iKuerzel = -1;
+        std::array<int, SPALTEN_100F> aStellen; // of its lines, -1 for none
+    };
+
+    [[nodiscard]] SLeistung & Leistung(const CBehHitLine & hit);
+    [[nodiscard]] SNormen Normen(const CBehHitLine & hit, SKuerzel & kuerzel);
 
     CPx100F & m_px;
     const CString m_sPraxis;
     const bool m_bMitGruppe9;
     const bool m_bGruppe9Extra;
     const bool m_bZweiterSatz;
+    CNummern<CString> m_leistungen;
     CNummern<CString> m_kuerzel;
-    CNummern<std::uint32_t> m_arten;
+    std::vector<SLeistung> m_vLeistungen;
     std::vector<SKuerzel> m_vKuerzel;
-    std::array<CNebenindex<CLSLst>, SPALTEN_100F> m_aZeilen;
+    CString m_sTag; // of the last hit, as the next two
+    char m_cGoArt = 0;
+    const std::vector<SGoBudget> * m_pBudgets = nullptr;
 };
 
 } // namespace orvostat

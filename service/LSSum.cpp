@@ -86,6 +86,7 @@ void CLSSum::ClearAll() {
 
 void CLSSum::Analyse(const CString & sPraxis, const std::vector<CBehHitLine> & vHits, HWND hWnd) {
     BeginWaitCursor();
+    m_register.p.reset(); // the list of cases changes without it
     CSummenlauf lauf(*this, sPraxis);
     const bool bGanz = NimmAlle(lauf, *this, sPraxis, vHits, hWnd);
     lauf.Verteile();

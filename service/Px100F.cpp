@@ -52,11 +52,14 @@ std::vector<SVerhTreffer> VerhTrefferVon(const CString & sKuerzel) {
     return vTreffer;
 }
 
-void NimmInSpalte(CKasArt100F & spalte, const SHit & h, bool bNeuerFall, int iSoll,
-                  CNebenindex<CLSLst> * pIndex, const std::vector<SVerhTreffer> & vTreffer) {
+void NimmInSpalte(CKasArt100F & spalte, const SHit & h, bool bNeuerFall, int iSoll, int * pStelle,
+                  const std::vector<SVerhTreffer> & vTreffer) {
     spalte.KASSENART = h.hit.KASSENART;
     const std::size_t iZeilen = spalte.m_vLst.size();
-    CLSLst & zeile = Zeile(spalte.m_vLst, h, pIndex);
+    CLSLst & zeile = pStelle == nullptr ? Zeile(spalte.m_vLst, h, nullptr)
+                     : *pStelle < 0     ? NeueZeile(spalte.m_vLst, h.hit.LSTNR)
+                                        : spalte.m_vLst[static_cast<std::size_t>(*pStelle)];
+    if (pStelle != nullptr && *pStelle < 0) *pStelle = static_cast<int>(iZeilen);
     if (spalte.m_vLst.size() > iZeilen) zeile.m_iF100Soll = iSoll; // the norm of the first hit stays
     Addiere(zeile, h.posten);
     Addiere(spalte.m_Gesamt, h.posten);
@@ -147,24 +150,39 @@ CHundertlauf::CHundertlauf(CPx100F & px, const CString & sPraxis, bool bMitGrupp
     : m_px(px), m_sPraxis(sPraxis), m_bMitGruppe9(bMitGruppe9), m_bGruppe9Extra(bGruppe9Extra),
       m_bZweiterSatz(bZweiterSatz) {}
 
-const SNormen & CHundertlauf::Normen(const CBehHitLine & hit, std::size_t iKuerzel) {
-    const std::vector<SGoBudget> * pBudgets = BudgetVon(m_px, hit);
-    for (const auto & [pGemerkt, normen] : m_vKuerzel[iKuerzel].vNormen)
-        if (pGemerkt == pBudgets) return normen;
-    return m_vKuerzel[iKuerzel]
-        .vNormen.emplace_back(pBudgets, NormenVon(pBudgets, hit.LSTKUERZEL, m_bZweiterSatz))
+SNormen CHundertlauf::Normen(const CBehHitLine & hit, SKuerzel & kuerzel) {
+    if (hit.GOART != m_cGoArt || hit.DATUM != m_sTag || m_sTag.IsEmpty()) {
+        m_cGoArt = hit.GOART;
+        m_sTag = hit.DATUM;
+        m_pBudgets = BudgetVon(m_px, hit);
+    }
+    for (const auto & [pGemerkt, normen] : kuerzel.vNormen)
+        if (pGemerkt == m_pBudgets) return normen;
+    return kuerzel.vNormen.emplace_back(m_pBudgets, NormenVon(m_pBudgets, hit.LSTKUERZEL, m_bZweiterSatz))
         .second;
+}
+
+CHundertlauf::SLeistung & CHundertlauf::Leistung(const CBehHitLine & hit) {
+    const auto i = static_cast<std::size_t>(m_leistungen.Nummer(hit.LSTNR));
+    if (i == m_vLeistungen.size()) m_vLeistungen.emplace_back().aStellen.fill(-1);
+    SLeistung & leistung = m_vLeistungen[i];
+    if (leistung.iKuerzel >= 0 && leistung.sKuerzel == hit.LSTKUERZEL) return leistung;
+    leistung.sKuerzel = hit.LSTKUERZEL;
+    leistung.iKuerzel = m_kuerzel.Nummer(hit.LSTKUERZEL);
+    if (static_cast<std::size_t>(leistung.iKuerzel) == m_vKuerzel.size())
+        m_vKuerzel.push_back({{}, VerhTrefferVon(hit.LSTKUERZEL)});
+    return leistung;
 }
 
 void CHundertlauf::Nimm(const CBehHitLine & hit, bool bNeuerFall) {
     if (!m_bMitGruppe9 && hit.KASSENGRP == STATKASGRP_9) return;
-    const auto iKuerzel = static_cast<std::size_t>(m_kuerzel.Nummer(hit.LSTKUERZEL));
-    if (iKuerzel == m_vKuerzel.size()) m_vKuerzel.push_back({{}, VerhTrefferVon(hit.LSTKUERZEL)});
+    SLeistung & leistung = Leistung(hit);
+    SKuerzel & kuerzel = m_vKuerzel[static_cast<std::size_t>(leistung.iKuerzel)];
     m_px.m_sPraxis = m_sPraxis;
-    const SHit h(hit, m_arten);
-    JedeSpalte(hit, Normen(hit, iKuerzel), m_bGruppe9Extra, [&](E100FSpalte eSpalte, int iSoll) {
-        NimmInSpalte(m_px.m_aSpalten[eSpalte], h, bNeuerFall, iSoll, &m_aZeilen[eSpalte],
-                     m_vKuerzel[iKuerzel].vTreffer);
+    const SHit h(hit);
+    JedeSpalte(hit, Normen(hit, kuerzel), m_bGruppe9Extra, [&](E100FSpalte eSpalte, int iSoll) {
+        NimmInSpalte(m_px.m_aSpalten[eSpalte], h, bNeuerFall, iSoll, &leistung.aStellen[eSpalte],
+                     kuerzel.vTreffer);
     });
 }
 
@@ -174,6 +192,7 @@ void CLSSum::Analyse100Fall(const CString & sPraxis, const std::vector<CBehHitLi
     BeginWaitCursor();
     const CString sGesucht = sPraxis; // it may be that of the columns, which are emptied
     m_100F.Clear();
+    m_register.p.reset(); // the list of cases changes without it
     CHundertlauf lauf(m_100F, sGesucht, bMitGruppe9, bGruppe9Extra, bZweiterSatz);
     CFallregister faelle;
     for (const CBehHitLine & hit : vHits) {

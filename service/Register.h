@@ -96,7 +96,7 @@ private:
         std::uint32_t iHash = 0;
         std::int32_t iPos = -1; // none: the place is free
     };
-    static constexpr std::size_t FAECHER_MIN = 8;
+    static constexpr std::size_t FAECHER_MIN = 16;
 
     template <class F>
     [[nodiscard]] int Suche(const std::vector<T> & v, std::uint32_t iHash, F & fGleich,
@@ -219,8 +219,12 @@ class CKasRegister {
 public:
     // The insurer's position, -1 for none.
     [[nodiscard]] int Finde(const std::vector<CLSKasLstGrp> & vKas, const CBehHitLine & hit) {
+        // A patient's hits come together.
+        if (vKas.size() == m_iGroesse && m_iLetzte >= 0 && vKas[static_cast<std::size_t>(m_iLetzte)] == hit)
+            return m_iLetzte;
         m_iHash = HashVon(hit.PRAXISNR, hit.KASKUERZEL);
-        return m_index.Finde(vKas, m_iHash, [&](const CLSKasLstGrp & kas) { return kas == hit; });
+        m_iGroesse = vKas.size();
+        return m_iLetzte = m_index.Finde(vKas, m_iHash, [&](const CLSKasLstGrp & kas) { return kas == hit; });
     }
     void Angehaengt(const std::vector<CLSKasLstGrp> & vKas) { m_index.Angehaengt(vKas, m_iHash); }
     [[nodiscard]] CZeilenregister & Zeilen(std::size_t iKas) {
@@ -231,7 +235,9 @@ public:
     CNummern<std::uint32_t> m_arten;
 
 private:
-    std::uint32_t m_iHash = 0; // of the last hit
+    std::uint32_t m_iHash = 0; // of the last hit that was searched for, as the next two
+    int m_iLetzte = -1;
+    std::size_t m_iGroesse = 0;
     CNebenindex<CLSKasLstGrp, ESuche::VonHinten> m_index;
     std::vector<CZeilenregister> m_vZeilen;
 };

@@ -45,6 +45,7 @@ CSummenlauf::CSummenlauf(CLSSum & sum, const CString & sPraxis) : m_sum(sum), m_
 
 std::size_t CSummenlauf::Behandler(const CBehHitLine & hit) {
     auto & vBeh = m_sum.m_vBeh;
+    if (m_iLetzter < m_vVorrat.size() && vBeh[m_iLetzter] == hit) return m_iLetzter;
     const std::uint32_t iHash = HashVon(hit.BEHANDLERNR);
     int i = m_behIndex.Finde(vBeh, iHash, [&](const CLSBehLstGrp & beh) { return beh == hit; });
     if (i < 0) {
@@ -57,7 +58,7 @@ std::size_t CSummenlauf::Behandler(const CBehHitLine & hit) {
         m_vBehZeilen.resize(vBeh.size());
         m_vBehTage.resize(vBeh.size());
     }
-    return static_cast<std::size_t>(i);
+    return m_iLetzter = static_cast<std::size_t>(i);
 }
 
 bool CSummenlauf::KannWarten(const SPosten & posten) {

@@ -61,6 +61,7 @@ private:
     CFallregister m_faelle;
     CZeilenregister m_praxiszeilen;
     CNebenindex<CLSBehLstGrp> m_behIndex;
+    std::size_t m_iLetzter = 0;                // the last hit's treater
     std::vector<CZeilenregister> m_vBehZeilen; // by treater, as the next two
     std::vector<CVorrat> m_vVorrat;
     std::vector<CTage::SFach *> m_vBehTage;

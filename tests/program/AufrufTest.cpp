@@ -153,10 +153,14 @@ TEST_F(CAufrufTest, ALimitEndsACommandWithItsReason) {
                                .c_str());
     };
     const auto NichtsDa = [&] {
-        return !std::filesystem::exists(Pfad("b.db")) && !std::filesystem::exists(Pfad("b.db.neu"));
+        return std::ranges::none_of(std::filesystem::directory_iterator(Pfad("")), [](const auto & eintrag) {
+            return eintrag.path().filename().string().starts_with("b.db");
+        });
     };
-    for (const char * pGrenze : {"-f 100", "-f 2500"}) {
-        EXPECT_EQ(LaufeMit(pGrenze, "sample b.db --patients 600"), 1 << 8) << pGrenze;
+    for (const auto & [pGrenze, pBefehl] : {std::pair{"-f 100", "sample b.db --patients 600"},
+                                            {"-f 2500", "sample b.db --patients 600"},
+                                            {"-f 100", "run a.db --hits --format csv -o b.db"}}) {
+        EXPECT_EQ(LaufeMit(pGrenze, pBefehl), 1 << 8) << pGrenze;
         EXPECT_NE(Inhalt("fehler").find(" würde größer als erlaubt"), std::string::npos) << Inhalt("fehler");
         EXPECT_TRUE(NichtsDa()) << pGrenze;
     }

@@ -61,10 +61,10 @@ TEST_F(CHvmBefehlTest, EineDateiMitFehlernAendertNichts) {
         const char * pDatei;
         const char * pMeldung;
     } vFaelle[] = {
-        {"[]", "Die Datei: erwartet { Name: Wert, ... }."},
+        {"[]", "Die Datei: erwartet wird { Name: Wert, ... }."},
         {R"({"schalter": {"PARZuKCH": true, "Nix": true}})", "schalter.Nix: diesen Schalter gibt es nicht."},
-        {R"({"schalter": {"PARZuKCH": 1}})", "schalter.PARZuKCH: erwartet true oder false."},
-        {R"({"schalter": {"Einstell14": 10}})", "schalter.Einstell14: erwartet eine ganze Zahl von 0 bis 9."},
+        {R"({"schalter": {"PARZuKCH": 1}})", "schalter.PARZuKCH: erwartet wird true oder false."},
+        {R"({"schalter": {"Einstell14": 10}})", "schalter.Einstell14: erwartet wird eine ganze Zahl von 0 bis 9."},
         {R"({"feiertage": ["Ostern"]})", "feiertage[1]: diesen Feiertag kann man nicht schalten."},
         {R"({"leistungen": ["01", "01"]})", "leistungen: \"01\" steht zweimal in der Liste."},
         {R"({"leistungen": ["\u4e2d\u4e2d"]})",
@@ -72,7 +72,7 @@ TEST_F(CHvmBefehlTest, EineDateiMitFehlernAendertNichts) {
         {R"({"inhaber": {"9": {}}})", "Die Praxis hat keinen Praxisinhaber \"9\"."},
         {R"({"inhaber": {"1": {"toepfe": {"q": {}}}}})", "inhaber.1.toepfe.q: diesen Topf gibt es nicht."},
         {R"({"inhaber": {"1": {"toepfe": {"c": {"wert": 3000000000}}}}})",
-         "inhaber.1.toepfe.c.wert: erwartet eine ganze Zahl von -2147483648 bis 2147483647."},
+         "inhaber.1.toepfe.c.wert: erwartet wird eine ganze Zahl von -2147483648 bis 2147483647."},
         {R"({"inhaber": {"1": {"toepfe": {"c": {"gruppen": {"g": {"": "a|b"}}}}}}})",
          "inhaber.1.toepfe.c.gruppen.g.: das Zeichen | trennt die Felder der Zeile."},
         {R"({"inhaber": {"1": {"jahre": {"2024": {"urlaub": ["2024-02-30"]}}}}})",

@@ -5,6 +5,8 @@
 #include "Summenpruefung.h"
 #include "orvostatbs/lauf/Lauf.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <functional>
 
 namespace orvostat {
@@ -16,8 +18,8 @@ TEST_F(CLeistungenTest, EveryFigureIsWhatSqlMakesOfTheHits) {
     ASSERT_EQ(Laufe("sample a.db --patients 60 --years 2").iCode, 0);
     for (const char * pBefehl :
          {"leistungen a.db", "leistungen a.db --mandant 2 --nebenakten", "leistungen a.db --patient 9999999",
-          "kassen a.db --nebenakten", "kassen a.db --mandant 1", "hundert a.db",
-          "hundert a.db --gruppe9 --faelle 0",
+          "leistungen a.db --von 01.01.2030", "hundert a.db --von 01.01.2030", "kassen a.db --nebenakten",
+          "kassen a.db --mandant 1", "hundert a.db", "hundert a.db --gruppe9 --faelle 0",
           "hundert a.db --gruppe9 --gruppe9-extra --zweiter-satz --von 01.07.2024 --bis 30.09.2024"}) {
         const SProgrammende ende = Laufe(std::string(pBefehl) + " --check");
         const bool bFremd = std::string(pBefehl).find("9999999") != std::string::npos;
@@ -29,6 +31,38 @@ TEST_F(CLeistungenTest, EveryFigureIsWhatSqlMakesOfTheHits) {
 TEST_F(CLeistungenTest, TheTablesStandAsWritten) {
     ASSERT_EQ(Laufe("sample praxis.db --patients 60 --years 1").iCode, 0);
     EXPECT_EQ(PruefeBefehle(ORVOSTATBS_SOURCE_DIR "/tests/program/faelle/leistungen.txt"), 6);
+}
+
+// Each damage is told, and what can be compared is the same for SQL.
+TEST_F(CLeistungenTest, BadRecordsAreTold) {
+    ASSERT_EQ(Laufe("sample gut.db --patients 40 --years 1").iCode, 0);
+    const struct {
+        const char *pSql, *pBefehl, *pMeldung;
+    } aFaelle[] = {
+        {"DELETE FROM GOBUDGET", "hundert", "hat keine Normen"},
+        {"UPDATE GOBUDGET SET GESAMT = 'abc', RVO = '0', VDAK = '-99999999999' WHERE LSTKUERZEL = 'U'",
+         "hundert --gruppe9 --alle-leistungen", "4 von 160 Normzeilen"},
+        {"UPDATE GOBUDGET SET GUELTIGAB = '20240201' WHERE GUELTIGAB = '20010101'",
+         "hundert --bis 31.01.2024", "ab dem 01.02.2024; frühere Hits haben keine"},
+        {"UPDATE SELECTPOOL SET SPEXTRA = 'WK VitE' WHERE SPEXTRA = 'WK/VitE'", "hundert", "keinen Nenner"},
+        {"UPDATE BEH SET ANZAHL = '99999999' WHERE PATNR LIKE '%4'", "leistungen", "an der Grenze"},
+        {"UPDATE BEH SET ANZAHL = '99999999' WHERE PATNR LIKE '%4'", "kassen", "an der Grenze"},
+        {"UPDATE BEH SET ANZAHL = '99999999' WHERE PATNR LIKE '%4'", "hundert", "an der Grenze"},
+        {"UPDATE BEH SET BETRAG = ' 5000' WHERE PATNR LIKE '%3'", "leistungen", "Nicht nachgerechnet: "},
+        {"", "kassen --nur-kasse XX", "Kein Hit ist von der Kasse XX."}};
+    for (const auto & fall : aFaelle) {
+        std::filesystem::copy_file(Pfad("gut.db"), Pfad("a.db"),
+                                   std::filesystem::copy_options::overwrite_existing);
+        Sql("a.db", fall.pSql);
+        const std::string sBefehl = fall.pBefehl;
+        const auto iWort = std::min(sBefehl.find(' '), sBefehl.size());
+        const SProgrammende ende =
+            Laufe(sBefehl.substr(0, iWort) + " a.db" + sBefehl.substr(iWort) + " --check");
+        EXPECT_EQ(ende.iCode, 0) << fall.pBefehl << '\n' << ende.sFehler;
+        EXPECT_NE((ende.sAus + ende.sFehler).find(fall.pMeldung), std::string::npos)
+            << fall.pSql << '\n'
+            << ende.sAus << ende.sFehler;
+    }
 }
 
 // A figure that is wrong by one is found, whatever it is.

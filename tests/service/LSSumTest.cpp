@@ -296,6 +296,26 @@ TEST_F(LSSumTest, OnePracticeAndTreatersThatAreNoNumber) {
     EXPECT_EQ(m_sum.m_vBeh.at(3).BEHANDLERNR, CString("Dr")) << "in the order of their bytes";
 }
 
+// The shares that docs/leistungsstatistik.md works out.
+TEST_F(LSSumTest, TheDocumentedExample) {
+    m_sum.Analyse("",
+                  {Hit("BEHANDLERNR=1 LSTNR=01 BETRAG=e3000"), Hit("BEHANDLERNR=2 LSTNR=01 BETRAG=e7000"),
+                   Hit("BEHANDLERNR=2 LSTNR=13a BETRAG=e10000")},
+                  nullptr);
+    std::string sAnteile;
+    const auto Zeige = [&](const CLSLst & lst) {
+        sAnteile += std::to_string(lst.ANTEILBEH) + '/' + std::to_string(lst.ANTEILPRAXIS) + ' ';
+    };
+    for (const CLSLst & lst : m_sum.m_Praxis.m_vLstGrp[0].m_vLst)
+        Zeige(lst);
+    for (const CLSBehLstGrp & beh : m_sum.m_vBeh) {
+        Zeige(beh.m_vLstGrp[0].m_Sum);
+        for (const CLSLst & lst : beh.m_vLstGrp[0].m_vLst)
+            Zeige(lst);
+    }
+    EXPECT_EQ(sAnteile, "0/5000 0/5000 10000/1500 10000/3000 10000/8500 4118/7000 5882/10000 ");
+}
+
 // ---- Indexes
 
 // Random hits by patient within quarters; with bMark some of them in the old currency and some in both.
@@ -388,6 +408,16 @@ TEST_F(LSSumTest, InsurersAreFoundWhateverHappensToTheVectors) {
         ASSERT_EQ(Alle(m_sum.m_vKasData), Alle(schlicht.m_vKasData)) << i;
     }
     EXPECT_EQ(Text(m_sum.m_vFaelle), Text(schlicht.m_vFaelle));
+
+    // Another run leaves as many cases at the same place, but others.
+    m_sum.ClearAll();
+    for (const char * pPat : {"PATNR=1", "PATNR=2"})
+        m_sum.AddKasData(Hit(pPat));
+    const std::vector<CBehHitLine> v = {Hit("PATNR=3 DATUM=20240401"), Hit("PATNR=4 DATUM=20240401")};
+    m_sum.Analyse("", v, nullptr);
+    m_sum.AddKasData(v[0]);
+    EXPECT_EQ(m_sum.m_vKasData[0].m_iAnzFaelle, 2);
+    EXPECT_EQ(m_sum.m_vFaelle.size(), 2u);
 }
 
 // ---- Cases

@@ -1,5 +1,9 @@
 #include "SpeicherTest.h"
 
+#ifdef ORVOSTATBS_POSTGRES
+#include "orvostatbs/postgres/PostgresSpeicher.h"
+#include "support/Testserver.h"
+#endif
 #include "orvostatbs/sqlite/SqliteSpeicher.h"
 #include "orvostatbs/store/MemorySpeicher.h"
 #include "support/Fehlerspeicher.h"
@@ -70,6 +74,20 @@ std::shared_ptr<CZeilenspeicher> MacheSqlite(const CTempVerzeichnis & verzeichni
     return p;
 }
 
+#ifdef ORVOSTATBS_POSTGRES
+// Each a practice of its own, in one database; null where there is no server.
+std::shared_ptr<CZeilenspeicher> MachePostgres(const CTempVerzeichnis &) {
+    static int s_iPraxis = 0;
+    const CTestserver & server = CTestserver::Einziger();
+    if (!server.Hindernis().empty()) return nullptr;
+    CString sMeldung;
+    auto p = CPostgresSpeicher::OeffneServer(server.Verbindung(), "suite " + std::to_string(++s_iPraxis),
+                                             EServermodus::Anlegen, sMeldung);
+    if (!p) throw std::runtime_error(sMeldung.Utf8());
+    return p;
+}
+#endif
+
 template <std::shared_ptr<CZeilenspeicher> (*INNEN)(const CTempVerzeichnis &)>
 std::shared_ptr<CZeilenspeicher> MacheVerpackt(const CTempVerzeichnis & verzeichnis) {
     return std::make_shared<CFehlerspeicher>(INNEN(verzeichnis));
@@ -77,8 +95,14 @@ std::shared_ptr<CZeilenspeicher> MacheVerpackt(const CTempVerzeichnis & verzeich
 
 class SpeicherTest : public ::testing::TestWithParam<SSpeicherart> {
 protected:
+    void SetUp() override {
+        if (!m_pGemachter) GTEST_SKIP() << "NOT RUN: there is no server";
+    }
+
     CTempVerzeichnis m_verzeichnis;
-    std::shared_ptr<CZeilenspeicher> m_pSpeicher = GetParam().fMache(m_verzeichnis);
+    std::shared_ptr<CZeilenspeicher> m_pGemachter = GetParam().fMache(m_verzeichnis);
+    std::shared_ptr<CZeilenspeicher> m_pSpeicher =
+        m_pGemachter ? m_pGemachter : std::make_shared<CMemorySpeicher>();
     CZeilenspeicher & m_s = *m_pSpeicher;
 
     void SchreibeAlle(std::initializer_list<CString> vNummern) {
@@ -373,6 +397,10 @@ INSTANTIATE_TEST_SUITE_P(Speicher, SpeicherTest,
                                            SSpeicherart{"MemoryVerpackt", MacheVerpackt<MacheMemory>},
                                            SSpeicherart{"SqliteVerpackt", MacheVerpackt<MacheSqlite>}),
                          [](const auto & art) { return std::string(art.param.pName); });
+#ifdef ORVOSTATBS_POSTGRES
+INSTANTIATE_TEST_SUITE_P(Server, SpeicherTest, ::testing::Values(SSpeicherart{"Postgres", MachePostgres}),
+                         [](const auto & art) { return std::string(art.param.pName); });
+#endif
 
 TEST(MemorySpeicherTest, RefusesWritesWhenReadOnly) {
     CMemorySpeicher speicher;

@@ -1,0 +1,13 @@
+// What a report's page is made of beside its figures; the build puts the files in.
+#pragma once
+
+#include <string_view>
+
+namespace orvostat {
+
+extern const std::string_view BERICHT_CSS;
+extern const std::string_view BERICHT_JS;
+extern const std::string_view CHART_JS;     // the library that draws
+extern const std::string_view CHART_LIZENZ; // its licence
+
+} // namespace orvostat
