@@ -123,6 +123,11 @@ void PruefeName(const std::string & sName) {
     if (!sGrund.empty()) Verweigere("\"" + sName + "\" ist kein Name für eine Statistik: " + sGrund + '.');
 }
 
+// What a set names its practice by.
+std::string Praxiskennung(const std::string & sPraxisdatei) {
+    return IstServer(sPraxisdatei) ? Praxisname(sPraxisdatei) : fs::path(sPraxisdatei).filename().string();
+}
+
 // The place as a path text that ends in "\".
 CString Ort(const std::string & sPraxisdatei, const SSatzoptionen & optionen) {
     if (optionen.bImBestand) return GetOrvoStatPath();
@@ -137,11 +142,6 @@ CString Ort(const std::string & sPraxisdatei, const SSatzoptionen & optionen) {
                    "\" hat Zeichen, die Windows-1252 fehlen, oder einen umgekehrten "
                    "Schrägstrich; --im-bestand braucht keinen Ordner.");
     return sOrt;
-}
-
-// How a set names its practice: a file without its folder, a practice on a server as it is called there.
-std::string Bezeichnung(const std::string & sPraxisdatei) {
-    return IstServer(sPraxisdatei) ? Praxisname(sPraxisdatei) : fs::path(sPraxisdatei).filename().string();
 }
 
 // ---- the files themselves
@@ -342,7 +342,7 @@ CSatz::CSatz(const std::string & sPraxisdatei, const SSatzoptionen & optionen, c
 
 void CSatz::Schreibe(CStatAccu & accu, const std::string & sLayout,
                      const std::vector<std::string> & vAbfrage) const {
-    const std::string sPraxis = Bezeichnung(m_sPraxisdatei);
+    const std::string sPraxis = Praxiskennung(m_sPraxisdatei);
     int iEnde = 0;
     if (m_bImBestand) {
         CMxGruppe gruppe(dbDatabase);
@@ -390,7 +390,7 @@ void CSatz::Lies(CStatAccu & accu) const {
     if (pruefung.eBefund == EBefund::Beschaedigt) Verweigere(Befundtext(pruefung));
     if (pruefung.eBefund != EBefund::Unversehrt) std::cerr << Befundtext(pruefung) << '\n';
     const CString sPraxis = Wert(ABSCHNITT, "Praxis");
-    if (!m_bImBestand && sPraxis != Text(Bezeichnung(m_sPraxisdatei)))
+    if (!m_bImBestand && sPraxis != Text(Praxiskennung(m_sPraxisdatei)))
         std::cerr << "Die Statistik \"" << m_sName << "\" ist aus der Praxis \"" << sPraxis.Utf8() << "\".\n";
     int * const pStruct = Spalten();
     const CString sSumme = Wert(ABSCHNITT, "Auswahl");

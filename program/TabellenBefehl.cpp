@@ -163,6 +163,8 @@ private:
 
 // A folder of the hand-over's own, as the directory for both data and temporary files.
 SPfade Zielpfade(const STabellenbefehl & befehl) {
+    if (befehl.sNach.empty() && IstServer(befehl.sDatei))
+        Verweigere("Neben einer Praxis auf dem Server liegt kein Ordner; --nach sagt, wohin.");
     const fs::path ordner = fs::absolute(befehl.sNach.empty() ? fs::absolute(befehl.sDatei).parent_path() /
                                                                     "tabelle" / befehl.sName
                                                               : fs::path(befehl.sNach));
