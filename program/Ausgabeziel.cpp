@@ -50,7 +50,8 @@ void PruefeZiel(const SAusgabeoptionen & optionen) {
     Verweigere('"' + sDatei + "\" lässt sich nicht schreiben: " + Systemgrund(iErrno) + '.');
 }
 
-// Why the file takes no more: the stream has not kept it, so it is tried again. The first try may fill up the last block.
+// Why the file takes no more: the stream has not kept it, so it is tried again. The first try may fill up the last
+// block.
 int Schreibfehler(int iHandle) {
     const std::array<char, 4096> acNichts{};
     lseek(iHandle, 0, SEEK_END);

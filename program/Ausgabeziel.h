@@ -28,8 +28,8 @@ inline constexpr const char * AUSGABEGRUPPE = "Ausgabe";
 // Adds --format, -o, --force and --ohne-kopf; optionen must outlive app.
 void FuegeAusgabeHinzu(CLI::App & app, SAusgabeoptionen & optionen);
 
-// Until Fertig the file has a name of its own beside the wanted one, and is the user's alone. What fails, is cancelled or
-// ended by a signal leaves nothing behind. A database is never replaced.
+// Until Fertig the file has a name of its own beside the wanted one, and is the user's alone. What fails, is cancelled
+// or ended by a signal leaves nothing behind. A database is never replaced.
 class CAusgabeziel {
 public:
     // Ends the command with exit code 1 where the name is taken and may not be replaced, or no file can be made.

@@ -12,7 +12,8 @@
 
 namespace orvostat {
 
-// Counts of the run, what has become of each treatment, what it met on its way, and the errors with their plain meaning.
+// Counts of the run, what has become of each treatment, what it met on its way, and the errors with their plain
+// meaning.
 void ZeigeZahlen(CDokument & dokument, const CStatAccu & accu, const CLauf & lauf);
 // Amounts and points by treater, by payer and by statistic kind, or as vNach says.
 void ZeigeSummen(CDokument & dokument, CStatAccu & accu, const std::vector<const SKriterium *> & vNach);

@@ -43,8 +43,8 @@ void FuehreLaufAus(const SLaufrahmen & rahmen, CStatAccu & accu, const SLaufauft
 // changes what they say. Ends the command where there is no such selection, and where the run does not come to its end.
 void LaufeWorte(std::vector<std::string> vWorte, const std::string & sDatei, CStatAccu & accu,
                 const std::function<void(SLaufoptionen &)> & fAendere = nullptr);
-// As FuehreLaufAus for hits that are in accu already, as sAuswahl has selected them. That the practice was read in full is
-// the caller's to know.
+// As FuehreLaufAus for hits that are in accu already, as sAuswahl has selected them. That the practice was read in full
+// is the caller's to know.
 void ZeigeOhneLauf(const SLaufrahmen & rahmen, CStatAccu & accu, const std::string & sAuswahl);
 
 } // namespace orvostat

@@ -1,7 +1,7 @@
 // The tables of the service statistics: practice and treaters, hundred cases, insurers.
 //
-// Shares are shown in percent with two places. Sentences below say why they do not add up to 100 where they do not, what
-// was left out, and which sums stand at the limit of their 32 bits.
+// Shares are shown in percent with two places. Sentences below say why they do not add up to 100 where they do not,
+// what was left out, and which sums stand at the limit of their 32 bits.
 #pragma once
 
 #include "Ausgabe.h"
@@ -53,7 +53,8 @@ void LadeNormen(CPx100F & px, const CStatAccu & accu);
 // Why the statistic of sPraxis leaves a hit out, in the order of CLSSum::TestBehSelOk; null for one that it has.
 [[nodiscard]] const char * Auslassgrund(const CLSSum & sum, const CBehHitLine & hit, const CString & sPraxis);
 
-// Puts the ratios of the select pool into CKasArt100F::s_vVerhLst. An entry without "/" is none; SchreibeHundert says so.
+// Puts the ratios of the select pool into CKasArt100F::s_vVerhLst. An entry without "/" is none; SchreibeHundert says
+// so.
 void LadeVerhaeltnisse();
 
 } // namespace orvostat

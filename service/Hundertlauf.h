@@ -53,7 +53,8 @@ template <class F> void JedeSpalte(const CBehHitLine & hit, const SNormen & norm
 void NimmInSpalte(CKasArt100F & spalte, const SHit & h, bool bNeuerFall, int iSoll, int * pStelle,
                   const std::vector<SVerhTreffer> & vTreffer);
 
-// MovePx100F for many hits and columns that are empty at first: norms and ratios are looked up once for each short code.
+// MovePx100F for many hits and columns that are empty at first: norms and ratios are looked up once for each short
+// code.
 class CHundertlauf {
 public:
     CHundertlauf(CPx100F & px, const CString & sPraxis, bool bMitGruppe9, bool bGruppe9Extra,

@@ -1,7 +1,7 @@
 // The workbook for a hand-over to a spreadsheet program.
 //
-// The template is flat OpenDocument text; ours is data/Orvo2Excel.fods. Where it names the files that it picks up it has
-// marks, which become those of one hand-over:
+// The template is flat OpenDocument text; ours is data/Orvo2Excel.fods. Where it names the files that it picks up it
+// has marks, which become those of one hand-over:
 //
 //   @CSV@, @INI@   addresses of the data file and of its description
 //   @SPALTEN@      how to read each of the data file's columns: amounts and counts as numbers with a decimal comma,
