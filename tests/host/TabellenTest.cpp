@@ -237,7 +237,7 @@ std::string Beschreibung(const STabelle & tabelle) {
 
 TEST(TabellenListe, ColumnsAndKeysOfEachTable) {
     std::set<std::string> setSoll, setIst;
-    for (const auto & [iZeile, s] : LiesZeilen(ORVOSTATBS_SOURCE_DIR "/tests/host/faelle/tabellen.txt"))
+    for (const auto & [iZeile, s] : LiesZeilen(ORVOSTATBS_SOURCE_DIR "/docs/tabellen.txt"))
         setSoll.insert(s);
     for (const STabelle * pTabelle : AlleTabellen())
         setIst.insert(Beschreibung(*pTabelle));
