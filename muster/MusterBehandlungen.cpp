@@ -155,8 +155,8 @@ void CBehandlung::PlaneZahnersatz(int iTag) {
     static constexpr const char * ANTEILE[] = {"60", "60", "65", "70", "75", "100"};
     static constexpr const char * UNTERARTEN[] = {"", "", "", "1", "3", "4", "4", "5"};
     const bool bKasse = m_patient.Gesetzlich();
-    const int iPlan =
-        NeuerPlan(m_zufall.Prozent(90) ? "3" : "2", bKasse ? m_zufall.Eines(ANTEILE) : "0", iTag);
+    const char * const pAnteil = bKasse ? m_zufall.Eines(ANTEILE) : "0";
+    const int iPlan = NeuerPlan(m_zufall.Prozent(90) ? "3" : "2", pAnteil, iTag);
     CTPlan_Fields & plan = m_akte.vPlaene.back();
     plan.m_PLANSUBART = CString(m_zufall.Eines(UNTERARTEN));
     if (!bKasse) {
@@ -184,9 +184,11 @@ void CBehandlung::PlanePar(int iTag) {
 
 void CBehandlung::PlaneKfo() {
     const int iBeginn = m_zufall.Unter(m_kalender.Anzahl());
-    const int iPlan = m_zufall.Prozent(95) ? NeuerPlan(m_zufall.Prozent(70) ? "8" : "9",
-                                                       m_zufall.Prozent(75) ? "80" : "90", iBeginn)
-                                           : -1;
+    int iPlan = -1;
+    if (m_zufall.Prozent(95)) {
+        const char * const pAnteil = m_zufall.Prozent(75) ? "80" : "90";
+        iPlan = NeuerPlan(m_zufall.Prozent(70) ? "8" : "9", pAnteil, iBeginn);
+    }
     m_cKfoBill = m_zufall.Prozent(70) ? 'c' : 'p';
     if (!m_patient.Gesetzlich()) {
         PlaneFolge("kfo_privat", iBeginn, iPlan);
@@ -233,7 +235,8 @@ void CBehandlung::Behandle(const STermin & termin) {
     m_sDatum = sDatum;
     m_iLfd = 0;
     m_iMinute = 8 * 60 + 5 * m_zufall.Unter(110);
-    m_iZahn = m_zufall.Zwischen(1, 4) * 10 + m_zufall.Zwischen(1, 8) + (m_patient.iAlter < 10 ? 40 : 0);
+    const int iQuadrant = m_zufall.Zwischen(1, 4);
+    m_iZahn = iQuadrant * 10 + m_zufall.Zwischen(1, 8) + (m_patient.iAlter < 10 ? 40 : 0);
     if (m_patient.iAlter < 10 && m_iZahn % 10 > 5) m_iZahn -= 3;
     m_iStufe = 0;
     for (int i = m_zufall.Unter(100); i >= STUFEN_PROZENT[m_iStufe]; ++m_iStufe)

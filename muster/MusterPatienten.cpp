@@ -67,7 +67,8 @@ CTAdr_Fields ErzeugeAdresse(int iLfd, bool bFrau, CZufall & zufall) {
     if (zufall.Prozent(2)) adr.m_PATZUSATZ = zufall.Prozent(50) ? CString("von") : CString("van der"_t);
     adr.m_PATNAME = zufall.Eines(Namen("nachname"));
     if (zufall.Prozent(12)) adr.m_PATNAME += '-' + zufall.Eines(Namen("nachname"));
-    adr.m_PATSTRASSE = zufall.Eines(Namen("strasse")) + ' ' + itoc(zufall.Zwischen(1, 120));
+    const CString sHausnummer = itoc(zufall.Zwischen(1, 120));
+    adr.m_PATSTRASSE = zufall.Eines(Namen("strasse")) + ' ' + sHausnummer;
     adr.m_PATPLZ = ort.sPlz;
     adr.m_PATORT = ort.sName;
     adr.m_PATANREDE = bFrau ? CString("Frau") : CString("Herr");
