@@ -148,7 +148,7 @@ TEST_F(CAufrufTest, ALimitEndsACommandWithItsReason) {
         EXPECT_NE(Inhalt("fehler").find(" würde größer als erlaubt"), std::string::npos) << Inhalt("fehler");
         EXPECT_TRUE(NichtsDa()) << pGrenze;
     }
-#ifndef __SANITIZE_ADDRESS__ // which takes address space without end
+#ifndef ORVOSTATBS_SANITIZED // which takes address space without end
     int iZuwenig = 0;
     for (int iKb = 4000; iKb < 60000; iKb += 1500) {
         const std::string sGrenze = "-v " + std::to_string(iKb);
