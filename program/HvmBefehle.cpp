@@ -423,7 +423,8 @@ std::string Topfarten() {
     std::string s;
     std::string sFreie;
     const CString sArten = CHVMCf().m_sBgArten;
-    for (const char c : CSicht(sArten).Text())
+    const CSicht sicht(sArten);
+    for (const char c : sicht.Text())
         if (FindeBuchstabe(POTNAMEN, c) == nullptr)
             sFreie += c == ' ' ? ", Leerzeichen" : std::string(", ") + c;
         else
