@@ -15,6 +15,7 @@
 // memory has been used before, as in a program that reopens a list.
 
 #include "Muster.h"
+#include "Stumm.h"
 #include "orvostatbs/lauf/Lauf.h"
 
 #include "orvostatbs/files/Statistikdatei.h"
@@ -41,17 +42,12 @@ namespace {
 
 constexpr std::size_t SPALTEN = 57;
 
-// Shows nothing, so that only the files are measured.
-class CStumm : public COberflaeche {
+// What it would say is a failure.
+class CStreng : public CStumm {
 public:
     void Hinweis(EHinweis, const CString & sTitel, const CString & sText, int) override {
         throw std::runtime_error((sTitel + ": " + sText).Utf8());
     }
-    bool Frage(const CString &, const CString &, int) override { return false; }
-    bool OeffneFortschritt(HWND, const CString &, const CString &) override { return true; }
-    bool Fortschritt(long, long) override { return true; }
-    void SchliesseFortschritt() override {}
-    void Wartezeiger(bool) override {}
 };
 
 double Rechenzeit() {
@@ -207,7 +203,7 @@ void Sammle(CStatAccu & accu, std::size_t iHits) {
 void BM_Datei(benchmark::State & state) {
     mallopt(M_MMAP_MAX, 0);
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
-    CStumm stumm;
+    CStreng stumm;
     const COberflaecheErsatz ersatz(stumm);
     const CBenchordner ordner;
     const bool bKlein = std::getenv("ORVOSTATBS_BENCH_SMALL") != nullptr;

@@ -13,6 +13,7 @@
 //   byte_je_hit                          growth of the resident set by the hits of a run
 
 #include "Muster.h"
+#include "Stumm.h"
 
 #include "orvostatbs/lauf/Lauf.h"
 #include "orvostatbs/sqlite/SqliteSpeicher.h"
@@ -34,17 +35,6 @@
 namespace orvostat {
 
 namespace {
-
-// Shows nothing, so that only the run is measured.
-class CStumm : public COberflaeche {
-public:
-    void Hinweis(EHinweis, const CString &, const CString &, int) override {}
-    bool Frage(const CString &, const CString &, int) override { return false; }
-    bool OeffneFortschritt(HWND, const CString &, const CString &) override { return true; }
-    bool Fortschritt(long, long) override { return true; }
-    void SchliesseFortschritt() override {}
-    void Wartezeiger(bool) override {}
-};
 
 template <class F> double Nanosekunden(F f) {
     const auto anfang = std::chrono::steady_clock::now();

@@ -5,6 +5,7 @@
 // reads, into the fields of a CTBeh; it reports the best turn of each in nanoseconds of the clock on the wall a row,
 // since the server works too. BM_Lade does the same for writing: COPY of ready lines, and the store.
 
+#include "Gang.h"
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/postgres/PostgresSpeicher.h"
 #include "support/Testserver.h"
@@ -111,16 +112,6 @@ private:
     PGconn * m_p;
     std::string m_sSpalten;
 };
-
-int Gehe(CMxDatabase & db) {
-    CTBeh beh(db);
-    int iAnzahl = 0;
-    for (int i = beh.GetAll(); i == 0; i = beh.Next()) {
-        benchmark::DoNotOptimize(beh.m_PATNR);
-        ++iAnzahl;
-    }
-    return iAnzahl;
-}
 
 // The best time of a road in nanoseconds a row.
 class CZeit {

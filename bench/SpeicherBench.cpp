@@ -4,6 +4,7 @@
 // with bare SQLite calls, out of the SQLite store and out of the memory store, and reports the best turn of each in
 // nanoseconds a row. Every road ends in the fields of a CTBeh, but for the bare one, which ends in pointers.
 
+#include "Gang.h"
 #include "orvostatbs/host/TabellenLeistung.h"
 #include "orvostatbs/sqlite/SqliteSpeicher.h"
 #include "orvostatbs/store/MemorySpeicher.h"
@@ -138,16 +139,6 @@ private:
     sqlite3 * m_pDb = nullptr;
     sqlite3_stmt * m_pAnweisung = nullptr;
 };
-
-int Gehe(CMxDatabase & db) {
-    CTBeh beh(db);
-    int iAnzahl = 0;
-    for (int i = beh.GetAll(); i == 0; i = beh.Next()) {
-        benchmark::DoNotOptimize(beh.m_PATNR);
-        ++iAnzahl;
-    }
-    return iAnzahl;
-}
 
 // The best time of a road in nanoseconds of the processor a row, so that other programs hardly count.
 class CZeit {

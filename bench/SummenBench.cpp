@@ -4,6 +4,7 @@
 // is an array's element, and a service has one kind. Their arrays are there and empty before the clock
 // starts. Each benchmark lets both have the same hits in turn and compares the best of each: "faktor" is
 // engine by loop.
+#include "Stumm.h"
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Leistungsarten.h"
 #include "orvostatbs/host/Oberflaeche.h"
@@ -259,16 +260,6 @@ struct SHandKassen {
 
 // ---- The comparison --------------------------------------------------------------------------------
 
-class CStummeOberflaeche : public COberflaeche {
-public:
-    void Hinweis(EHinweis, const CString &, const CString &, int) override {}
-    [[nodiscard]] bool Frage(const CString &, const CString &, int) override { return false; }
-    [[nodiscard]] bool OeffneFortschritt(HWND, const CString &, const CString &) override { return true; }
-    [[nodiscard]] bool Fortschritt(long, long) override { return true; }
-    void SchliesseFortschritt() override {}
-    void Wartezeiger(bool) override {}
-};
-
 // The processor's time, which other programs on the machine do not count into.
 template <class F> double Sekunden(F f) {
     const std::clock_t von = std::clock();
@@ -285,7 +276,7 @@ SGroesse Groesse(const benchmark::State & state) {
 
 // Lets loop and engine run in turn; fEngine gets a fresh statistic and checks against the loop.
 template <class THand, class F> void Vergleiche(benchmark::State & state, F fEngine) {
-    CStummeOberflaeche stumm;
+    CStumm stumm;
     const COberflaecheErsatz ersatz(stumm);
     const SGroesse g = Groesse(state);
     const std::vector<CBehHitLine> vHits = Hits(g);

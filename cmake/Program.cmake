@@ -1,9 +1,9 @@
 # The program orvostat. It may use everything. Everything but its main function is an object library, so that tests
 # and benchmarks can make a sample practice without starting a process.
 
-# orvo_embed(<name> <file>): the file's bytes as the std::string_view <name> in embedded.cpp, which Berichtdateien.h
-# declares.
-set(embedded "#include \"Berichtdateien.h\"\n")
+# orvo_embed(<name> <file>): the file's bytes as the std::string_view <name> in embedded.cpp, which
+# EingebetteteDateien.h declares.
+set(embedded "#include \"EingebetteteDateien.h\"\n")
 macro(orvo_embed name file)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
     file(READ ${file} bytes HEX)
@@ -23,28 +23,18 @@ orvo_embed(BERICHT_CSS ${PROJECT_SOURCE_DIR}/program/bericht/bericht.css)
 orvo_embed(BERICHT_JS ${PROJECT_SOURCE_DIR}/program/bericht/bericht.js)
 orvo_embed(CHART_JS ${ORVOSTATBS_CHARTJS})
 orvo_embed(CHART_LIZENZ ${ORVOSTATBS_CHARTJS_LICENCE})
+orvo_embed(TABELLENVORLAGE ${PROJECT_SOURCE_DIR}/data/Orvo2Excel.fods)
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/program/embedded.cpp @ONLY CONTENT "${embedded}")
 
 file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/program/*.cpp)
 set(main ${PROJECT_SOURCE_DIR}/program/main.cpp)
 list(REMOVE_ITEM sources ${main})
 
-# The spreadsheet's workbook is part of it, as Tabellenvorlage.h in the build tree.
-set(datei ${PROJECT_SOURCE_DIR}/data/Orvo2Excel.fods)
-set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${datei})
-file(READ ${datei} text)
-file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/program/Tabellenvorlage.h CONTENT
-"#pragma once
-namespace orvostat {
-inline constexpr const char * TABELLENVORLAGE = R\"fods(${text})fods\";
-} // namespace orvostat
-")
-
 if(sources)
     add_library(orvo_program OBJECT ${sources} ${PROJECT_BINARY_DIR}/program/embedded.cpp)
     orvo_compiler(orvo_program)
     target_include_directories(orvo_program
-        PUBLIC ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/muster PRIVATE ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/program)
+        PUBLIC ${PROJECT_SOURCE_DIR}/program ${PROJECT_SOURCE_DIR}/muster PRIVATE ${PROJECT_SOURCE_DIR}/include)
     if(ORVOSTATBS_POSTGRES)
         target_compile_definitions(orvo_program PRIVATE ORVOSTATBS_POSTGRES)
     endif()

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Muster.h"
+#include "bench/Stumm.h"
 #include "orvostatbs/accu/StatAccu.h"
 #include "orvostatbs/host/Dateispeicher.h"
 #include "orvostatbs/host/Oberflaeche.h"
@@ -43,17 +44,6 @@ public:
 
 private:
     std::string_view m_s;
-};
-
-// Says nothing and always goes on.
-class CStumm final : public COberflaeche {
-public:
-    void Hinweis(EHinweis, const CString &, const CString &, int) override {}
-    bool Frage(const CString &, const CString &, int) override { return false; }
-    bool OeffneFortschritt(HWND, const CString &, const CString &) override { return true; }
-    bool Fortschritt(long, long) override { return true; }
-    void SchliesseFortschritt() override {}
-    void Wartezeiger(bool) override {}
 };
 
 // Files in memory.

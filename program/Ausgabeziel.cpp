@@ -60,16 +60,6 @@ int Schreibfehler(int iHandle) {
     return EIO;
 }
 
-// Without bErsetzen a name that has been taken meanwhile is left alone.
-bool GibNamen(const std::string & sVon, const std::string & sNach, bool bErsetzen) {
-    if (bErsetzen) return std::rename(sVon.c_str(), sNach.c_str()) == 0;
-    if (link(sVon.c_str(), sNach.c_str()) == 0) return unlink(sVon.c_str()) == 0;
-    std::error_code fehler;
-    if (errno == EEXIST || fs::exists(fs::symlink_status(sNach, fehler)))
-        Verweigere('"' + sNach + "\" gibt es schon.");
-    return std::rename(sVon.c_str(), sNach.c_str()) == 0;
-}
-
 // The options that select: neither file nor period, which the head names by themselves, nor what belongs to the output.
 bool IstAuswahl(const CLI::Option & option) {
     return !option.get_positional() && option.get_group() != AUSGABEGRUPPE && option.get_name() != "--von" &&
@@ -119,9 +109,13 @@ void CAusgabeziel::Fertig() {
     m_sauber.reset(); // a stream that gets its buffer back forgets what has failed
     if (!bGeschrieben) Scheitere(m_optionen.sDatei, Schreibfehler(m_iHandle));
     m_datei.close();
-    if (fsync(m_iHandle) != 0 || !GibNamen(m_sVorlaeufig, m_optionen.sDatei, m_optionen.bErsetzen))
+    if (fsync(m_iHandle) != 0) Scheitere(m_optionen.sDatei, errno);
+    if (!GibNamen(m_sVorlaeufig, m_optionen.sDatei, m_optionen.bErsetzen)) {
+        if (errno == EEXIST) Verweigere('"' + m_optionen.sDatei + "\" gibt es schon.");
         Scheitere(m_optionen.sDatei, errno);
+    }
     m_sVorlaeufig.clear();
+    if (!SichereVerzeichnis(m_optionen.sDatei)) Scheitere(m_optionen.sDatei, errno);
 }
 
 void MeldeAbbruch(const CAusgabeziel & ziel) {
@@ -162,15 +156,20 @@ std::vector<std::string> Auswahlworte(const CLI::App & app) {
     return v;
 }
 
+std::string Zeitraumtext(const CString & sVon, const CString & sBis) {
+    if (sVon.IsEmpty() && sBis.IsEmpty()) return "alle Tage";
+    std::string s = sVon.IsEmpty() ? "" : (sBis.IsEmpty() ? "ab " : "") + Db2Date(sVon).Utf8();
+    if (!sBis.IsEmpty()) s += (sVon.IsEmpty() ? "bis " : " bis ") + Db2Date(sBis).Utf8();
+    return s;
+}
+
 std::vector<SKopfzeile> Ausgabekopf(const std::string & sPraxisdatei, const CString & sVon,
                                     const CString & sBis, const std::string & sAuswahl,
                                     const std::string & sUnvollstaendig) {
-    std::string sZeitraum = sVon.IsEmpty() ? "" : (sBis.IsEmpty() ? "ab " : "") + Db2Date(sVon).Utf8();
-    if (!sBis.IsEmpty()) sZeitraum += (sVon.IsEmpty() ? "bis " : " bis ") + Db2Date(sBis).Utf8();
     const SZeitpunkt jetzt = Uhr().Jetzt();
     std::vector<SKopfzeile> v = {
         {"Datei", Praxisname(sPraxisdatei)},
-        {"Zeitraum", sZeitraum.empty() ? "alle Tage" : sZeitraum},
+        {"Zeitraum", Zeitraumtext(sVon, sBis)},
         {"Auswahl", sAuswahl.empty() ? "alles" : sAuswahl},
         {"Version", Version()},
         {"Erstellt", fmt::format("{:02}.{:02}.{} {:02}:{:02}", jetzt.iTag, jetzt.iMonat, jetzt.iJahr,

@@ -65,6 +65,9 @@ void MeldeAbbruch(const CAusgabeziel & ziel);
 // The same word by word with the period, as the command line can be given them again.
 [[nodiscard]] std::vector<std::string> Auswahlworte(const CLI::App & app);
 
+// "01.10.2024 bis 31.12.2024", "ab ...", "bis ...", "alle Tage"; YYYYMMDD, an empty side is open.
+[[nodiscard]] std::string Zeitraumtext(const CString & sVon, const CString & sBis);
+
 // What an output says of itself when it leaves the terminal: file, period (an empty side is open), selection, version,
 // time; and, where it is known already, that it is not whole.
 [[nodiscard]] std::vector<SKopfzeile> Ausgabekopf(const std::string & sPraxisdatei, const CString & sVon,

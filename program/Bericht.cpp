@@ -1,6 +1,7 @@
 #include "Bericht.h"
 
 #include "Arbeitskalender.h"
+#include "Ausgabeziel.h"
 #include "Leistungstabellen.h"
 #include "Praxis.h"
 
@@ -65,12 +66,6 @@ CString Prozent(std::int64_t iTeil, std::int64_t iGanzes) {
 
 std::string Mit(std::int64_t iAnzahl, const char * pEiner, const char * pMehrere) {
     return std::to_string(iAnzahl) + ' ' + (iAnzahl == 1 ? pEiner : pMehrere);
-}
-
-std::string Zeitraumtext(const CString & sVon, const CString & sBis) {
-    if (sVon.IsEmpty() && sBis.IsEmpty()) return "alle Tage";
-    return (sVon.IsEmpty() ? "" : (sBis.IsEmpty() ? "ab " : "") + Db2Date(sVon).Utf8()) +
-           (sBis.IsEmpty() ? "" : (sVon.IsEmpty() ? "bis " : " bis ") + Db2Date(sBis).Utf8());
 }
 
 CString Monat(const CString & sJJJJMM) { return sJJJJMM.Left(4) + "-" + sJJJJMM.Mid(4); }
@@ -216,18 +211,15 @@ private:
                      {"Patienten"_t, itoc(static_cast<std::int64_t>(m_alles.setPatienten.size())), sKein},
                      {"Leistungen (Hits)"_t, itoc(m_alles.iHits), sKein},
                      {"Arbeitstage"_t, itoc(m_iArbeitstage), sKein},
-                     {"Tage mit Leistungen"_t, itoc(Tage(0)), sKein}};
+                     {"Tage mit Leistungen"_t, itoc(Tage()), sKein}};
         t.bild = SBild{.eBild = EBild::Karten, .sTitel = {}, .sText = {}, .sEinheit = {}, .viReihen = {}};
         if (m_iArbeitstage > 0)
             t.vSaetze.push_back("Arbeitstage vom " + Zeitraumtext(m_sVon, m_sBis) +
                                 " nach den Wochentagen des Praxisinhabers, ohne Feiertage und Urlaub.");
     }
 
-    [[nodiscard]] int Tage(int iNr) const {
-        for (const auto & [iBehandler, iTage] : m_sum.m_vBehTage)
-            if (iBehandler == iNr) return iTage;
-        return 0;
-    }
+    // Of the practice.
+    [[nodiscard]] int Tage() const { return m_sum.m_vBehTage.empty() ? 0 : m_sum.m_vBehTage[0].second; }
 
     // ---- turnover
 
@@ -297,33 +289,27 @@ private:
                 Zahlerzeile(Trim(Behandlername(m_accu, beh.BEHANDLERNR)), beh.m_Gesamt.ANZAHL,
                             Einheiten(beh.m_KasseGes.BETRAG), Einheiten(beh.m_PrivatGes.BETRAG),
                             Einheiten(beh.m_SonstGes.BETRAG));
-            const int iTage = Tage(Zahl(beh.BEHANDLERNR));
-            v.push_back(itoc(iTage));
-            v.push_back(Je(Einheiten(beh.m_Gesamt.BETRAG), iTage));
+            const int iTage = Behandlertage(m_sum, beh.BEHANDLERNR);
+            v.push_back(iTage < 0 ? CString() : itoc(iTage));
+            v.push_back(iTage < 0 ? CString() : Je(Einheiten(beh.m_Gesamt.BETRAG), iTage));
             t.vZeilen.push_back(std::move(v));
         }
         t.vSumme = Gesamtzeile();
-        t.vSumme.push_back(itoc(Tage(0)));
-        t.vSumme.push_back(Je(m_iGesamt, Tage(0)));
+        t.vSumme.push_back(itoc(Tage()));
+        t.vSumme.push_back(Je(m_iGesamt, Tage()));
         t.vSaetze.push_back("Tage sind Tage, an denen es eine Leistung gab.");
         t.bild = Zahlerbild(EBild::Balken, "Umsatz je Behandler nach Kostenträger", Groesstes(t));
     }
 
     void NachZahler() {
         const CLSPxLstGrp & px = m_sum.m_Praxis;
-        const struct {
-            char cZahler;
-            const CLSLst &std, &k, &lm, &abz, &ges;
-        } aZahler[] = {{'0', px.m_KasseStd, px.m_KasseK, px.m_KasseLM, px.m_KasseAbz, px.m_KasseGes},
-                       {'1', px.m_PrivatStd, px.m_PrivatK, px.m_PrivatLM, px.m_PrivatAbz, px.m_PrivatGes},
-                       {'2', px.m_SonstStd, px.m_SonstK, px.m_SonstLM, px.m_SonstAbz, px.m_SonstGes}};
         SBerichttafel & t =
             Tafel("Umsatz nach Kostenträger",
                   {TextSpalte("Kostenträger"), ZahlSpalte("Leistungen", "EUR"), ZahlSpalte("Art k", "EUR"),
                    ZahlSpalte("Labor/Material", "EUR"), ZahlSpalte("Abzug", "EUR"),
                    ZahlSpalte("Gesamt", "EUR"), ZahlSpalte("Anteil", "%")});
         std::int64_t aiSumme[4] = {};
-        for (const auto & z : aZahler) {
+        for (const SZahlersummen & z : Zahlersummen(px)) {
             const std::int64_t aiTeil[] = {Einheiten(z.std.BETRAG), Einheiten(z.k.BETRAG),
                                            Einheiten(z.lm.BETRAG), Einheiten(z.abz.BETRAG)};
             for (std::size_t i = 0; i < std::size(aiTeil); ++i)
@@ -434,7 +420,6 @@ private:
 
     void Hundert() {
         CLSSum sum;
-        LadeVerhaeltnisse();
         LadeNormen(sum.m_100F, m_accu);
         sum.Analyse100Fall(m_auftrag.sPraxis, m_accu.m_vBehHits, false, 0, false, false, false);
         const struct {
@@ -462,7 +447,7 @@ private:
         SBerichttafel & t = Tafel("Je 100 Fälle gegen die Norm: " + sName, vSpalten);
         std::size_t iUeber = 0;
         for (const CLSLst * pLst : vLst) {
-            const bool bUeber = pLst->m_iF100Abweichung > m_auftrag.iGrenze * 100;
+            const bool bUeber = UeberGrenze(*pLst, m_auftrag.iGrenze);
             if (bUeber) ++iUeber;
             t.vZeilen.push_back({pLst->LSTKUERZEL, pLst->LSTNR, Stueck(pLst->ANZAHL),
                                  DezimalZelle(pLst->m_iAnzJe100Fall, 2), DezimalZelle(pLst->m_iF100Soll, 2),

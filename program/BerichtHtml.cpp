@@ -1,6 +1,6 @@
 #include "BerichtHtml.h"
 
-#include "Berichtdateien.h"
+#include "EingebetteteDateien.h"
 
 #include "orvostatbs/host/Datum.h"
 #include "orvostatbs/host/Textfunktionen.h"

@@ -1,6 +1,7 @@
 #include "Dateiablage.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <random>
 #include <system_error>
@@ -14,13 +15,33 @@ namespace orvostat {
 
 namespace fs = std::filesystem;
 
+bool Steht(const std::string & sDatei) {
+    std::error_code fehler;
+    return fs::exists(fs::symlink_status(sDatei, fehler));
+}
+
+// Not every file system has each way.
+bool GibNamen(const std::string & sVon, const std::string & sNach, bool bErsetzen) {
+    const char * const pVon = sVon.c_str();
+    const char * const pNach = sNach.c_str();
+    if (bErsetzen) return std::rename(pVon, pNach) == 0;
+#ifdef RENAME_NOREPLACE
+    if (renameat2(AT_FDCWD, pVon, AT_FDCWD, pNach, RENAME_NOREPLACE) == 0) return true;
+    if (errno == EEXIST) return false;
+#endif
+    if (link(pVon, pNach) == 0) return unlink(pVon) == 0;
+    if (errno == EEXIST) return false;
+    if (!Steht(sNach)) return std::rename(pVon, pNach) == 0;
+    errno = EEXIST;
+    return false;
+}
+
 std::string EigenerName(const std::string & sDatei) {
     std::random_device zufall;
-    std::error_code fehler;
     std::string s;
     do
         s = fmt::format("{}.neu-{:08x}{:08x}", sDatei, zufall(), zufall());
-    while (fs::exists(fs::symlink_status(s, fehler)));
+    while (Steht(s));
     return s;
 }
 

@@ -7,6 +7,10 @@
 
 namespace orvostat {
 
+// Something has this name, be it a link to nowhere.
+[[nodiscard]] bool Steht(const std::string & sDatei);
+// Puts the file sVon under the name sNach. False with errno, EEXIST where the name is taken and bErsetzen is not set.
+[[nodiscard]] bool GibNamen(const std::string & sVon, const std::string & sNach, bool bErsetzen);
 // A name of its own for a file that is to become sDatei, in the same folder: "NAME.neu-" and digits.
 [[nodiscard]] std::string EigenerName(const std::string & sDatei);
 // The permissions of a file; the owner's alone where there is none.

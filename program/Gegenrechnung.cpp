@@ -1,6 +1,6 @@
 #include "Gegenrechnung.h"
 
-#include <sqlite3.h>
+#include "SqliteZeiger.h"
 
 #include <cstdlib>
 #include <map>
@@ -134,21 +134,8 @@ SELECT NR, GRUND,
 FROM GRUENDE
 )sql";
 
-struct SSchliesse {
-    void operator()(sqlite3 * p) const { sqlite3_close(p); }
-    void operator()(sqlite3_stmt * p) const { sqlite3_finalize(p); }
-};
-using CDatei = std::unique_ptr<sqlite3, SSchliesse>;
-using CAnweisung = std::unique_ptr<sqlite3_stmt, SSchliesse>;
-
-CAnweisung Bereite(sqlite3 * pDatei, const char * pSql) {
-    sqlite3_stmt * p = nullptr;
-    sqlite3_prepare_v2(pDatei, pSql, -1, &p, nullptr);
-    return CAnweisung(p);
-}
-
 bool FuelleHits(sqlite3 * pDatei, const std::vector<CBehHitLine> & vHits) {
-    const CAnweisung p = Bereite(pDatei, "INSERT INTO temp.HIT VALUES(?,?,?,?,?,?)");
+    const CSqliteAnweisung p = Bereite(pDatei, "INSERT INTO temp.HIT VALUES(?,?,?,?,?,?)");
     if (!p) return false;
     for (std::size_t i = 0; i < vHits.size(); ++i) {
         const CBehHitLine & hit = vHits[i];
@@ -197,7 +184,7 @@ std::string Grund(sqlite3_stmt * p) {
 
 // Compares hit by hit. A hit that no row comes back for is no treatment of the file but an entry of a laboratory.
 bool Vergleiche(sqlite3 * pDatei, const std::vector<CBehHitLine> & vHits, SGegenrechnung & ergebnis) {
-    const CAnweisung p = Bereite(pDatei, BEWERTUNG);
+    const CSqliteAnweisung p = Bereite(pDatei, BEWERTUNG);
     if (!p) return false;
     std::map<CSchluessel, SGegensumme> map;
     std::vector<bool> vGesehen(vHits.size());
@@ -226,7 +213,7 @@ SGegenrechnung RechneGegen(const std::string & sDatei, const std::vector<CBehHit
     SGegenrechnung ergebnis;
     sqlite3 * pRoh = nullptr;
     const int iOffen = sqlite3_open_v2(sDatei.c_str(), &pRoh, SQLITE_OPEN_READONLY, nullptr);
-    const CDatei pDatei(pRoh);
+    const CSqliteDatei pDatei(pRoh);
     ergebnis.bGerechnet = iOffen == SQLITE_OK && LegeTafelnAn(pRoh, auftrag) && FuelleHits(pRoh, vHits) &&
                           Vergleiche(pRoh, vHits, ergebnis);
     if (!ergebnis.bGerechnet) ergebnis.sFehler = sqlite3_errmsg(pRoh);

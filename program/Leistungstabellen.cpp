@@ -84,10 +84,25 @@ void LadeNormen(CPx100F & px, const CStatAccu & accu) {
 const char * Auslassgrund(const CLSSum & sum, const CBehHitLine & hit, const CString & sPraxis) {
     if (sum.TestBehSelOk(hit, sPraxis)) return nullptr;
     if (hit.GOSTATISTIKART == 0) return "ohne Statistikart";
+    if (!hit.LSTIN.IsEmpty()) return sum.TestBehSelOk(hit, "") ? "anderer Praxisinhaber" : "nicht zu zählen";
     CBehHitLine mitLeistung(hit);
     mitLeistung.LSTIN = "1";
-    if (!sum.TestBehSelOk(mitLeistung, "")) return "nicht zu zählen";
-    return hit.LSTIN.IsEmpty() ? "ohne Leistung" : "anderer Praxisinhaber";
+    return sum.TestBehSelOk(mitLeistung, "") ? "ohne Leistung" : "nicht zu zählen";
+}
+
+int Behandlertage(const CLSSum & sum, const CString & sNr) {
+    const int iNr = Zahl(sNr);
+    const auto it = std::ranges::find(sum.m_vBehTage, iNr, [](const auto & tage) { return tage.first; });
+    return iNr == 0 || it == sum.m_vBehTage.end() ? -1 : it->second;
+}
+
+bool UeberGrenze(const CLSLst & lst, int iGrenze) { return lst.m_iF100Abweichung > iGrenze * 100; }
+
+std::array<SZahlersummen, 3> Zahlersummen(const CLSPxLstGrp & px) {
+    return {
+        {{'0', px.m_KasseStd, px.m_KasseK, px.m_KasseLM, px.m_KasseAbz, px.m_KasseGes, px.m_KasseNetto},
+         {'1', px.m_PrivatStd, px.m_PrivatK, px.m_PrivatLM, px.m_PrivatAbz, px.m_PrivatGes, px.m_PrivatNetto},
+         {'2', px.m_SonstStd, px.m_SonstK, px.m_SonstLM, px.m_SonstAbz, px.m_SonstGes, px.m_SonstNetto}}};
 }
 
 namespace {
@@ -167,16 +182,12 @@ void SchreibePraxis(CDokument & dokument, const CLSPxLstGrp & px) {
                                     BetragZelle(netto.BETRAG),
                                     sAnteil};
     };
-    const auto Anteil = [](const CLSLst & ges) { return Hundertstel(ges.ANTEILPRAXIS); };
-    tabelle.Zeile(Zeile(Zahlername('0'), px.m_KasseStd, px.m_KasseK, px.m_KasseLM, px.m_KasseAbz.BETRAG,
-                        px.m_KasseGes, px.m_KasseNetto, Anteil(px.m_KasseGes)));
-    tabelle.Zeile(Zeile(Zahlername('1'), px.m_PrivatStd, px.m_PrivatK, px.m_PrivatLM, px.m_PrivatAbz.BETRAG,
-                        px.m_PrivatGes, px.m_PrivatNetto, Anteil(px.m_PrivatGes)));
-    tabelle.Zeile(Zeile(Zahlername('2'), px.m_SonstStd, px.m_SonstK, px.m_SonstLM, px.m_SonstAbz.BETRAG,
-                        px.m_SonstGes, px.m_SonstNetto, Anteil(px.m_SonstGes)));
-    CDBetrag abz(px.m_KasseAbz.BETRAG);
-    abz += px.m_PrivatAbz.BETRAG;
-    abz += px.m_SonstAbz.BETRAG;
+    CDBetrag abz(0.0, 'e');
+    for (const SZahlersummen & z : Zahlersummen(px)) {
+        tabelle.Zeile(Zeile(Zahlername(z.cZahler), z.std, z.k, z.lm, z.abz.BETRAG, z.ges, z.netto,
+                            Hundertstel(z.ges.ANTEILPRAXIS)));
+        abz += z.abz.BETRAG;
+    }
     tabelle.Summe(Zeile("Gesamt", px.m_SumStd, px.m_SumK, px.m_SumLM, abz, px.m_Gesamt, px.m_SumNetto, {}));
     tabelle.Ende();
 }
@@ -190,12 +201,6 @@ const SAusgabespalte BEHANDLERSPALTEN[] = {
 };
 
 void SchreibeBehandler(CDokument & dokument, CStatAccu & accu, const CLSSum & sum) {
-    const std::map<std::int32_t, std::int32_t> mapTage(sum.m_vBehTage.begin(), sum.m_vBehTage.end());
-    // Number 0 is the practice's: a treater whose number is none has no days of his own.
-    const auto Tage = [&](int iNr, bool bPraxis) {
-        const auto it = iNr == 0 && !bPraxis ? mapTage.end() : mapTage.find(iNr);
-        return it == mapTage.end() ? CString() : itoc(it->second);
-    };
     CAusgabe & tabelle = dokument.Tabelle("Behandler", BEHANDLERSPALTEN);
     const auto Zeile = [&](const CString & sName, const CString & sTage, const auto & t) {
         return std::vector<CString>{sName,
@@ -209,23 +214,31 @@ void SchreibeBehandler(CDokument & dokument, CStatAccu & accu, const CLSSum & su
                                     BetragZelle(t.m_SonstGes.BETRAG),
                                     Hundertstel(t.m_SonstGes.ANTEILPRAXIS)};
     };
-    for (const CLSBehLstGrp & beh : sum.m_vBeh)
-        tabelle.Zeile(Zeile(Behandlername(accu, beh.BEHANDLERNR), Tage(Zahl(beh.BEHANDLERNR), false), beh));
-    tabelle.Summe(Zeile("Gesamt", Tage(0, true), sum.m_Praxis));
+    for (const CLSBehLstGrp & beh : sum.m_vBeh) {
+        const int iTage = Behandlertage(sum, beh.BEHANDLERNR);
+        tabelle.Zeile(Zeile(Behandlername(accu, beh.BEHANDLERNR), iTage < 0 ? CString() : itoc(iTage), beh));
+    }
+    tabelle.Summe(
+        Zeile("Gesamt", sum.m_vBehTage.empty() ? CString() : itoc(sum.m_vBehTage[0].second), sum.m_Praxis));
     tabelle.Ende();
 }
 
 // ---- groups
 
-const SAusgabespalte GRUPPENSPALTEN[] = {
-    {"Kostenträger", EZelle::Text, BREITE_NAME},
-    {"Statistikart", EZelle::Text, BREITE_NAME},
-    {"Anzahl", EZelle::Zahl, BREITE_ZAHL},
-    {"Kassenpunkte", EZelle::Zahl, BREITE_ZAHL},
-    {"Betrag", EZelle::Zahl, BREITE_ZAHL, "EUR"},
-    {"Betrag genau", EZelle::Zahl, BREITE_ZAHL, "EUR", true},
-    {"Anteil Praxis", EZelle::Zahl, BREITE_ZAHL, "%"},
-};
+// Names, then what Werte gives, then shares.
+std::vector<SAusgabespalte> Gruppenspalten(std::initializer_list<const char *> vNamen,
+                                           std::initializer_list<const char *> vAnteile) {
+    std::vector<SAusgabespalte> v;
+    for (const char * pName : vNamen)
+        v.push_back({pName, EZelle::Text, BREITE_NAME});
+    v.insert(v.end(), {{"Anzahl", EZelle::Zahl, BREITE_ZAHL},
+                       {"Kassenpunkte", EZelle::Zahl, BREITE_ZAHL},
+                       {"Betrag", EZelle::Zahl, BREITE_ZAHL, "EUR"},
+                       {"Betrag genau", EZelle::Zahl, BREITE_ZAHL, "EUR", true}});
+    for (const char * pAnteil : vAnteile)
+        v.push_back({pAnteil, EZelle::Zahl, BREITE_ZAHL, "%"});
+    return v;
+}
 
 // Points of the insurers' services only: those of private schedules are of another worth.
 std::vector<CString> Werte(const CLSLst & lst, char cZahler = 0) {
@@ -241,7 +254,8 @@ std::vector<CString> Reihe(std::vector<CString> vKopf, const std::vector<CString
 }
 
 void SchreibeNachArt(CDokument & dokument, CStatAccu & accu, const CLSPxLstGrp & px) {
-    CAusgabe & tabelle = dokument.Tabelle("Nach Statistikart", GRUPPENSPALTEN);
+    const auto vSpalten = Gruppenspalten({"Kostenträger", "Statistikart"}, {"Anteil Praxis"});
+    CAusgabe & tabelle = dokument.Tabelle("Nach Statistikart", vSpalten);
     for (const CLSLstGrp & grp : px.m_vLstGrp)
         tabelle.Zeile(Reihe({Zahlername(grp.m_cZahler), Artname(accu, grp)}, Werte(grp.m_Sum, grp.m_cZahler),
                             {Hundertstel(grp.m_Sum.ANTEILPRAXIS)}));
@@ -251,47 +265,25 @@ void SchreibeNachArt(CDokument & dokument, CStatAccu & accu, const CLSPxLstGrp &
 
 // Buckets of each payer, each with its share of the practice's bucket.
 void SchreibeNachZahler(CDokument & dokument, const CLSPxLstGrp & px) {
-    static const SAusgabespalte SPALTEN[] = {{"Kostenträger", EZelle::Text, BREITE_NAME},
-                                             {"Bereich", EZelle::Text, BREITE_NAME},
-                                             {"Anzahl", EZelle::Zahl, BREITE_ZAHL},
-                                             {"Kassenpunkte", EZelle::Zahl, BREITE_ZAHL},
-                                             {"Betrag", EZelle::Zahl, BREITE_ZAHL, "EUR"},
-                                             {"Betrag genau", EZelle::Zahl, BREITE_ZAHL, "EUR", true},
-                                             {"Anteil Praxis", EZelle::Zahl, BREITE_ZAHL, "%"}};
-    const struct {
-        char cZahler;
-        std::array<const CLSLst *, 6> apSummen;
-    } aZahler[] = {
-        {'0',
-         {&px.m_KasseStd, &px.m_KasseK, &px.m_KasseLM, &px.m_KasseAbz, &px.m_KasseGes, &px.m_KasseNetto}},
-        {'1',
-         {&px.m_PrivatStd, &px.m_PrivatK, &px.m_PrivatLM, &px.m_PrivatAbz, &px.m_PrivatGes,
-          &px.m_PrivatNetto}},
-        {'2',
-         {&px.m_SonstStd, &px.m_SonstK, &px.m_SonstLM, &px.m_SonstAbz, &px.m_SonstGes, &px.m_SonstNetto}}};
-    const std::array<CString, 6> asBereich = {"Leistungen"_t, "Art k",  "Labor/Material"_t,
-                                              "Abzug",        "Gesamt", "Netto"};
-    constexpr std::size_t ABZUG = 3; // has no share
-    CAusgabe & tabelle = dokument.Tabelle("Nach Kostenträger", SPALTEN);
-    for (const auto & zahler : aZahler)
-        for (std::size_t i = 0; i < asBereich.size(); ++i)
-            if (const CLSLst & lst = *zahler.apSummen[i]; lst.ANZAHL != 0)
-                tabelle.Zeile(Reihe({Zahlername(zahler.cZahler), asBereich[i]}, Werte(lst, zahler.cZahler),
-                                    {i == ABZUG ? CString() : Hundertstel(lst.ANTEILPRAXIS)}));
+    const auto vSpalten = Gruppenspalten({"Kostenträger", "Bereich"}, {"Anteil Praxis"});
+    CAusgabe & tabelle = dokument.Tabelle("Nach Kostenträger", vSpalten);
+    for (const SZahlersummen & z : Zahlersummen(px))
+        for (const auto & [sBereich, pLst] : {std::pair{"Leistungen"_t, &z.std},
+                                              {"Art k"_t, &z.k},
+                                              {"Labor/Material"_t, &z.lm},
+                                              {"Abzug"_t, &z.abz},
+                                              {"Gesamt"_t, &z.ges},
+                                              {"Netto"_t, &z.netto}})
+            if (pLst->ANZAHL != 0) // what is deducted has no share
+                tabelle.Zeile(Reihe({Zahlername(z.cZahler), sBereich}, Werte(*pLst, z.cZahler),
+                                    {pLst == &z.abz ? CString() : Hundertstel(pLst->ANTEILPRAXIS)}));
     tabelle.Ende();
 }
 
 void SchreibeNachBehandler(CDokument & dokument, CStatAccu & accu, const CLSSum & sum) {
-    static const SAusgabespalte SPALTEN[] = {{"Behandler", EZelle::Text, BREITE_NAME},
-                                             {"Kostenträger", EZelle::Text, BREITE_NAME},
-                                             {"Statistikart", EZelle::Text, BREITE_NAME},
-                                             {"Anzahl", EZelle::Zahl, BREITE_ZAHL},
-                                             {"Kassenpunkte", EZelle::Zahl, BREITE_ZAHL},
-                                             {"Betrag", EZelle::Zahl, BREITE_ZAHL, "EUR"},
-                                             {"Betrag genau", EZelle::Zahl, BREITE_ZAHL, "EUR", true},
-                                             {"Anteil Behandler", EZelle::Zahl, BREITE_ZAHL, "%"},
-                                             {"Anteil Praxis", EZelle::Zahl, BREITE_ZAHL, "%"}};
-    CAusgabe & tabelle = dokument.Tabelle("Nach Behandler und Statistikart", SPALTEN);
+    const auto vSpalten =
+        Gruppenspalten({"Behandler", "Kostenträger", "Statistikart"}, {"Anteil Behandler", "Anteil Praxis"});
+    CAusgabe & tabelle = dokument.Tabelle("Nach Behandler und Statistikart", vSpalten);
     for (const CLSBehLstGrp & beh : sum.m_vBeh)
         for (const CLSLstGrp & grp : beh.m_vLstGrp)
             tabelle.Zeile(
@@ -303,16 +295,9 @@ void SchreibeNachBehandler(CDokument & dokument, CStatAccu & accu, const CLSSum 
 }
 
 void SchreibeNachLeistung(CDokument & dokument, CStatAccu & accu, const CLSPxLstGrp & px) {
-    static const SAusgabespalte SPALTEN[] = {{"Kostenträger", EZelle::Text, BREITE_NAME},
-                                             {"Statistikart", EZelle::Text, BREITE_NAME},
-                                             {"Leistung", EZelle::Text, BREITE_NAME},
-                                             {"Kürzel", EZelle::Text, BREITE_NAME},
-                                             {"Anzahl", EZelle::Zahl, BREITE_ZAHL},
-                                             {"Kassenpunkte", EZelle::Zahl, BREITE_ZAHL},
-                                             {"Betrag", EZelle::Zahl, BREITE_ZAHL, "EUR"},
-                                             {"Betrag genau", EZelle::Zahl, BREITE_ZAHL, "EUR", true},
-                                             {"Anteil Praxis", EZelle::Zahl, BREITE_ZAHL, "%"}};
-    CAusgabe & tabelle = dokument.Tabelle("Nach Leistung", SPALTEN);
+    const auto vSpalten =
+        Gruppenspalten({"Kostenträger", "Statistikart", "Leistung", "Kürzel"}, {"Anteil Praxis"});
+    CAusgabe & tabelle = dokument.Tabelle("Nach Leistung", vSpalten);
     for (const CLSLstGrp & grp : px.m_vLstGrp)
         for (const CLSLst & lst : grp.m_vLst)
             tabelle.Zeile(Reihe({Zahlername(grp.m_cZahler), Artname(accu, grp), lst.LSTNR, lst.LSTKUERZEL},
@@ -433,7 +418,7 @@ void SchreibeSpalte(CDokument & dokument, const CKasArt100F & spalte, const std:
     CAusgabe & tabelle = dokument.Tabelle(sName, SPALTEN);
     for (const CLSLst & lst : spalte.m_vLst) {
         if (lst.m_iF100Soll == 0 && !wahl.bAlleZeilen) continue;
-        const bool bUeber = wahl.iGrenze > 0 && lst.m_iF100Abweichung >= wahl.iGrenze * 100;
+        const bool bUeber = wahl.iGrenze > 0 && UeberGrenze(lst, wahl.iGrenze);
         tabelle.Zeile({lst.LSTKUERZEL, lst.LSTNR, Hundertstel(lst.ANZAHL), Hundertstel(lst.m_iAnteilAnz),
                        Hundertstel(lst.m_iAnzJe100Fall),
                        lst.m_iF100Soll == 0 ? CString() : Hundertstel(lst.m_iF100Soll),

@@ -50,6 +50,19 @@ void LadeNormen(CPx100F & px, const CStatAccu & accu);
 [[nodiscard]] CString Artname(CStatAccu & accu, const CLSLstGrp & grp);
 // A treater's number and name; of one who is not known the number.
 [[nodiscard]] CString Behandlername(CStatAccu & accu, const CString & sNr);
+// The days of a treater; none, -1, for one whose number is no number, since 0 is the practice's.
+[[nodiscard]] int Behandlertage(const CLSSum & sum, const CString & sNr);
+// The line lies more than iGrenze percent above its norm.
+[[nodiscard]] bool UeberGrenze(const CLSLst & lst, int iGrenze);
+
+// The practice's sums of a payer by bucket.
+struct SZahlersummen {
+    char cZahler;
+    const CLSLst &std, &k, &lm, &abz, &ges, &netto;
+};
+// Of the three payers, in the order of their letters. They refer to px.
+[[nodiscard]] std::array<SZahlersummen, 3> Zahlersummen(const CLSPxLstGrp & px);
+
 // Why the statistic of sPraxis leaves a hit out, in the order of CLSSum::TestBehSelOk; null for one that it has.
 [[nodiscard]] const char * Auslassgrund(const CLSSum & sum, const CBehHitLine & hit, const CString & sPraxis);
 

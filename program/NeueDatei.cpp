@@ -19,30 +19,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool Steht(const std::string & sDatei) {
-    std::error_code fehler;
-    return fs::exists(fs::symlink_status(sDatei, fehler));
-}
-
 bool IstMuster(const std::string & sDatei) {
     CString sMeldung;
     const auto pSpeicher = CSqliteSpeicher::OeffneDatei(sDatei, EModus::Lesen, sMeldung);
     return pSpeicher && pSpeicher->Herkunft() == HERKUNFT_MUSTER;
-}
-
-// Puts the file under its name, and sets errno to EEXIST where that is taken and bErsetzen is not set. Not every file
-// system has each way.
-bool GibNamen(const char * pVon, const char * pNach, bool bErsetzen) {
-    if (bErsetzen) return rename(pVon, pNach) == 0;
-#ifdef RENAME_NOREPLACE
-    if (renameat2(AT_FDCWD, pVon, AT_FDCWD, pNach, RENAME_NOREPLACE) == 0) return true;
-    if (errno == EEXIST) return false;
-#endif
-    if (link(pVon, pNach) == 0) return unlink(pVon) == 0;
-    if (errno == EEXIST) return false;
-    if (!Steht(pNach)) return rename(pVon, pNach) == 0;
-    errno = EEXIST;
-    return false;
 }
 
 } // namespace
@@ -117,7 +97,7 @@ void CNeueDatei::Fertig() {
     if (fchmod(m_iHandle, m_iRechte) != 0 && errno == EIO) Scheitere(errno);
     if (fsync(m_iHandle) != 0) Scheitere(errno);
     const bool bErsetzen = PruefeZiel(); // what is there now may be another one
-    if (!GibNamen(m_sVorlaeufig.c_str(), m_sDatei.c_str(), bErsetzen)) Scheitere(errno);
+    if (!GibNamen(m_sVorlaeufig, m_sDatei, bErsetzen)) Scheitere(errno);
     if (!SichereVerzeichnis(m_sDatei))
         Verweigere('"' + m_sDatei +
                    "\" ist angelegt, aber vielleicht nicht dauerhaft: " + Systemgrund(errno) + ".");

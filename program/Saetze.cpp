@@ -429,6 +429,7 @@ std::vector<std::string> CSatz::Abfrage() const {
 }
 
 std::vector<std::string> CSatz::FehlendeSpalten() const {
+    VerlangeFertig();
     const int * const pStruct = Spalten();
     std::vector<std::string> v;
     for (const char * pTitel : {"BEHANDLERNR", "PRAXISNR", "GOART", "LSTNR", "ANZAHL", "PUNKTE", "BETRAG",

@@ -29,11 +29,6 @@ constexpr auto GEDULD = std::chrono::seconds(30);
 
 using CNamen = std::vector<std::pair<std::string, std::string>>; // from, to
 
-bool Steht(const std::string & sDatei) {
-    std::error_code fehler;
-    return fs::exists(fs::symlink_status(sDatei, fehler));
-}
-
 std::string OhneEndung(const std::string & s, std::size_t iEndung) { return s.substr(0, s.size() - iEndung); }
 
 // All or none; errno says why none.

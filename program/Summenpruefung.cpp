@@ -1,8 +1,8 @@
 #include "Summenpruefung.h"
 
-#include "orvostatbs/host/Datum.h"
+#include "SqliteZeiger.h"
 
-#include <sqlite3.h>
+#include "orvostatbs/host/Datum.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -217,12 +217,6 @@ SELECT IFNULL(I.NAME, S.NAME), IFNULL(I.WERT, 0), IFNULL(S.WERT, 0) FROM IST I F
 WHERE IFNULL(I.WERT, 0) <> IFNULL(S.WERT, 0) ORDER BY 1
 )sql";
 
-struct SSchliesse {
-    void operator()(sqlite3 * p) const { sqlite3_close(p); }
-    void operator()(sqlite3_stmt * p) const { sqlite3_finalize(p); }
-};
-using CAnweisung = std::unique_ptr<sqlite3_stmt, SSchliesse>;
-
 // A database in memory that collects the figures; after an error it does nothing.
 class CRechner {
 public:
@@ -241,9 +235,8 @@ public:
                std::initializer_list<std::int64_t> vZahlen) {
         if (!m_bOk) return;
         if (pSql != m_pSql) {
-            sqlite3_stmt * p = nullptr;
-            m_bOk = sqlite3_prepare_v2(m_p.get(), pSql, -1, &p, nullptr) == SQLITE_OK;
-            m_anweisung.reset(p);
+            m_anweisung = Bereite(m_p.get(), pSql);
+            m_bOk = m_anweisung != nullptr;
             m_pSql = pSql;
         }
         int i = 0;
@@ -282,9 +275,9 @@ public:
         if (m_bOhneGeld)
             for (const char * pGeld : GELD)
                 Fuehre("DELETE FROM SOLL WHERE NAME GLOB '*" + std::string(pGeld) + "'");
-        sqlite3_stmt * p = nullptr;
-        if (m_bOk) m_bOk = sqlite3_prepare_v2(m_p.get(), VERGLEICH, -1, &p, nullptr) == SQLITE_OK;
-        const CAnweisung vergleich(p);
+        const CSqliteAnweisung vergleich = Bereite(m_p.get(), VERGLEICH);
+        sqlite3_stmt * const p = vergleich.get();
+        m_bOk = m_bOk && p != nullptr;
         int iSchritt = SQLITE_DONE;
         while (m_bOk && (iSchritt = sqlite3_step(p)) == SQLITE_ROW) {
             if (++ergebnis.iAbweichungen > 100) continue;
@@ -303,14 +296,12 @@ private:
         return std::ranges::any_of(GELD, [&](const char * pGeld) { return sName.ends_with(pGeld); });
     }
     std::int64_t Zahl(const char * pSql) {
-        sqlite3_stmt * p = nullptr;
-        sqlite3_prepare_v2(m_p.get(), pSql, -1, &p, nullptr);
-        const CAnweisung anweisung(p);
-        return p != nullptr && sqlite3_step(p) == SQLITE_ROW ? sqlite3_column_int64(p, 0) : 0;
+        const CSqliteAnweisung p = Bereite(m_p.get(), pSql);
+        return p != nullptr && sqlite3_step(p.get()) == SQLITE_ROW ? sqlite3_column_int64(p.get(), 0) : 0;
     }
 
-    std::unique_ptr<sqlite3, SSchliesse> m_p;
-    CAnweisung m_anweisung;
+    CSqliteDatei m_p;
+    CSqliteAnweisung m_anweisung;
     const char * m_pSql = nullptr;
     bool m_bOk = false;
     bool m_bOhneGeld = false;

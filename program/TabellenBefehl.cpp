@@ -5,10 +5,10 @@
 #include "Ausgabeziel.h"
 #include "Dateiablage.h"
 #include "Datenbank.h"
+#include "EingebetteteDateien.h"
 #include "Praxis.h"
 #include "Saetze.h"
 #include "Satzablage.h"
-#include "Tabellenvorlage.h"
 
 #include "orvostatbs/files/Arbeitsmappe.h"
 #include "orvostatbs/files/Orvo2Excel.h"
