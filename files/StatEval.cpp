@@ -84,12 +84,12 @@ bool MeldeLesecode(int iCode) {
     return iCode == CODE_OK;
 }
 
-// Closes the box and the file. A file that fails in closing spoils the result.
-template <class T> bool Schliesse(T & file, bool bErgebnis, const CString & sDatei) {
+// Closes the file; failing in that spoils the result.
+template <class T> bool Schliesse(T & file, bool bErgebnis, EVorgang eVorgang, const CString & sDatei) {
     try {
         file.Close();
     } catch (const CFileException & fehler) {
-        if (bErgebnis) return Melde(EVorgang::Schreiben, sDatei, fehler.m_cause);
+        if (bErgebnis) return Melde(eVorgang, sDatei, fehler.m_cause);
     }
     return bErgebnis;
 }
@@ -145,7 +145,9 @@ template <class T> bool CStatEval<T>::WriteDaten() {
         bErgebnis = Melde(EVorgang::Schreiben, sDat, fehler.m_cause);
     }
     if (!m_bZwSich) OrvoCloseProgressBox();
-    return Schliesse(file, bErgebnis, sDat);
+    const bool bZu = Schliesse(file, bErgebnis, EVorgang::Schreiben, sDat);
+    if (bErgebnis && !bZu) DeleteFileA(sIni); // which says that the data are whole
+    return bZu;
 }
 
 // The guarded part of a write. The data stand in the file before the selection file says that they do.
@@ -199,9 +201,7 @@ template <class T> CString CStatEval<T>::GetField(int iField, CStatLines & line)
 
 template <class T> bool CStatEval<T>::DoProgress(long & lPos, long lGesamt) {
     if (m_bZwSich || OrvoUpdateProgressBox2(lPos, lGesamt == 0 ? 1 : lGesamt)) return true;
-    const int iAntwort =
-        SollIch("Vorgang abbrechen..."_t, "Möchten Sie wirklich den Vorgang abbrechen?"_t, 0);
-    if (iAntwort != SOLLICH_JA) return true;
+    if (!FrageAbbruch()) return true;
     OrvoCloseProgressBox();
     return false;
 }
@@ -223,7 +223,7 @@ template <class T> bool CStatEval<T>::ReadDaten() {
         bErgebnis = Melde(EVorgang::Lesen, sDat, fehler.m_cause);
     }
     OrvoCloseProgressBox();
-    return Schliesse(file, bErgebnis, sDat);
+    return Schliesse(file, bErgebnis, EVorgang::Lesen, sDat);
 }
 
 // The guarded part of a read.

@@ -14,6 +14,24 @@ namespace {
 
 constexpr int NAME_MAX_LAENGE = 255; // of a part of a path, as on a disk
 
+// Reading goes through the handle that writes, so that a group that is still open is seen.
+CMxDatabase & Handle() { return dbDatabase.Speicher() ? dbDatabase : dbDatabaseRO; }
+
+int Fehlerursache() {
+    const auto pSpeicher = Handle().Speicher();
+    switch (pSpeicher ? pSpeicher->Fehlerursache() : EZeilenursache::Unbekannt) {
+    case EZeilenursache::KeinZugriff:
+        return URSACHE_KEIN_ZUGRIFF;
+    case EZeilenursache::Geraet:
+        return URSACHE_GERAET;
+    case EZeilenursache::Voll:
+        return URSACHE_VOLL;
+    case EZeilenursache::Unbekannt:
+        break;
+    }
+    return URSACHE_SONST;
+}
+
 int Ursache(int iZeile) {
     switch (iZeile) {
     case ZEILE_OK:
@@ -23,12 +41,9 @@ int Ursache(int iZeile) {
     case ZEILE_VERWEIGERT:
         return URSACHE_KEIN_ZUGRIFF;
     default:
-        return URSACHE_SONST;
+        return Fehlerursache();
     }
 }
-
-// Reading goes through the handle that writes, so that a group that is still open is seen.
-CMxDatabase & Handle() { return dbDatabase.Speicher() ? dbDatabase : dbDatabaseRO; }
 
 // A file below the data directory is named from there: the practice may lie elsewhere tomorrow.
 CString Name(const CString & sPfad) {

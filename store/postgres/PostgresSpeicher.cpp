@@ -171,6 +171,20 @@ int CPostgresSpeicher::Beende(bool bUebernehmen) { return m_pDatenbank->Beende(b
 std::int64_t CPostgresSpeicher::Zeilenzahl(const STabelle & tabelle) { return m_pDatenbank->Zaehle(tabelle); }
 bool CPostgresSpeicher::NurLesen() const { return m_pDatenbank->NurLesen(); }
 EServerursache CPostgresSpeicher::LetzteUrsache() const { return m_pDatenbank->Verbindung().LetzteUrsache(); }
+
+EZeilenursache CPostgresSpeicher::Fehlerursache() const {
+    switch (LetzteUrsache()) {
+    case EServerursache::Voll:
+        return EZeilenursache::Voll;
+    case EServerursache::Beschaedigt: // the database or its disk
+        return EZeilenursache::Geraet;
+    case EServerursache::KeinRecht:
+    case EServerursache::NurLesen:
+        return EZeilenursache::KeinZugriff;
+    default:
+        return EZeilenursache::Unbekannt;
+    }
+}
 const std::string & CPostgresSpeicher::LetzterFehler() const {
     return m_pDatenbank->Verbindung().LetzterFehler();
 }

@@ -354,6 +354,20 @@ int CSqliteSpeicher::Beende(bool bUebernehmen) { return m_pDatei->Beende(bUebern
 std::int64_t CSqliteSpeicher::Zeilenzahl(const STabelle & tabelle) { return m_pDatei->Zaehle(tabelle); }
 bool CSqliteSpeicher::NurLesen() const { return m_pDatei->NurLesen(); }
 ESpeicherursache CSqliteSpeicher::LetzteUrsache() const { return m_pDatei->LetzteUrsache(); }
+
+EZeilenursache CSqliteSpeicher::Fehlerursache() const {
+    switch (LetzteUrsache()) {
+    case ESpeicherursache::Voll:
+        return EZeilenursache::Voll;
+    case ESpeicherursache::Datentraeger:
+        return EZeilenursache::Geraet;
+    case ESpeicherursache::Schreibgeschuetzt:
+    case ESpeicherursache::KeineNebendatei:
+        return EZeilenursache::KeinZugriff;
+    default:
+        return EZeilenursache::Unbekannt;
+    }
+}
 const std::string & CSqliteSpeicher::LetzterFehler() const { return m_pDatei->LetzterFehler(); }
 
 bool CSqliteSpeicher::SetzeHerkunft(std::string_view sHerkunft) {

@@ -233,6 +233,11 @@ TYPED_TEST(AuswerterTest, JedeUrsacheHatIhrenText) {
     this->Stoere(CFehlerdateien::SCHLIESSEN, 10);
     EXPECT_FALSE(eval.WriteDaten()); // all is written, but the file cannot be closed
     EXPECT_EQ(this->Gesagt(), Soll("WriteDaten", "HARDWAREFEHLER!"));
+    this->Stoere();
+    Lege<TypeParam>(Dat(), "ART;PATNR\nH;1\n");
+    this->Stoere(CFehlerdateien::SCHLIESSEN, 10);
+    EXPECT_FALSE(eval.ReadDaten());
+    EXPECT_EQ(this->Gesagt(), Soll("ReadDaten", "HARDWAREFEHLER!"));
 }
 
 // The default DoData: a step without line writes none, only a cancel ends it, and that is a silent failure.

@@ -168,6 +168,7 @@ TEST_F(ServerTest, AGroupThatFailsLeavesTheRowsAsTheyWere) {
         EXPECT_EQ(Schreibe(*p, "3"), ZEILE_OK) << "it has not been sent yet";
         EXPECT_EQ(p->Beende(true), ZEILE_FEHLER);
         EXPECT_EQ(p->LetzteUrsache(), fall.eUrsache) << p->LetzterFehler();
+        EXPECT_EQ(p->Fehlerursache() == EZeilenursache::Voll, fall.eUrsache == EServerursache::Voll);
         EXPECT_EQ(p->Beende(true), ZEILE_FEHLER) << "no group is open";
         fall.fAbhilfe();
         EXPECT_EQ(Nummern(*p), "1") << "and the store goes on";

@@ -30,6 +30,8 @@ public:
     int Beende(bool bUebernehmen) override;
     [[nodiscard]] std::int64_t Zeilenzahl(const STabelle & tabelle) override;
     [[nodiscard]] bool NurLesen() const override { return m_pInnen->NurLesen(); }
+    [[nodiscard]] EZeilenursache Fehlerursache() const override { return m_eUrsache; }
+    EZeilenursache m_eUrsache = EZeilenursache::Unbekannt;
 
 private:
     friend class CFehlerweg;

@@ -17,7 +17,8 @@
 
 namespace orvostat {
 
-// The template, UTF-8, with its marks replaced, for data of a layout. To be written as COrvo2Excel::m_sVorlage.
+// The template, UTF-8, with its marks replaced, for data of a layout, which ends with -1 and is not kept (null has no
+// columns). sCsv and sIni are path texts, not empty. To be written as COrvo2Excel::m_sVorlage.
 [[nodiscard]] std::string Arbeitsmappe(std::string_view sVorlage, const int * pStruct, const CString & sCsv,
                                        const CString & sIni);
 

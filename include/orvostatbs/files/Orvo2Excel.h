@@ -34,25 +34,26 @@ public:
     void SetPatient(const CString & s) { m_sPatient = s; }
     // A blank is the old currency, any other letter the euro.
     void SetWaehrung(char c) { m_cWaehrung = c; }
-    // Borrowed; its period and selections are written.
+    // Borrowed, and needed for a write; its period and selections are written.
     void SetFilter(CStatAccu * pFilter) { m_pFilter = pFilter; }
 
     // Writes the files, copies m_sVorlage over the workbook "Orvo2Excel.xls" of the data directory and starts the
     // program with it; false without program, and where the files could not be written. A workbook that cannot be
-    // copied leaves the one that is there.
+    // copied leaves the one that is there. True says that the files stand, not that the program has started.
     bool StartExcel();
     // Starts the program with a file and a plotting workbook of the program's directory: by columns (iArt 1, with
-    // iVersion 2007 its own one) or by rows (0). False without program and for any other iArt.
+    // iVersion 2007 its own one) or by rows (0). False without program and for any other iArt; true also where it did
+    // not start.
     static bool StartExcel(const CString & sFile, int iArt, int iVersion);
 
     CString m_sMandant;
     CString m_sLeb;
     CString m_sKasse;
     CString m_sPatient;
-    CString m_sVorlage; // path of the workbook to copy
-    CString m_sStatistikart;
+    CString m_sVorlage;      // path of the workbook to copy
+    CString m_sStatistikart; // for the .INI file
     CStatAccu * m_pFilter = nullptr;
-    CString m_sDateiName;
+    CString m_sDateiName; // of both files, without directory and ending
     char m_cWaehrung = 'e';
 
 protected:
@@ -63,6 +64,7 @@ private:
     [[nodiscard]] CString TempDatei(const CString & sEndung) const;
 };
 
+// COrvo2Excel::StartExcel with a file.
 bool OrvoStartExcel(const CString & sFile, int iArt, int iVersion);
 
 } // namespace orvostat

@@ -9,9 +9,10 @@
 //
 // T is the file class: CStdioFile, plain files, or CDBStdioFile, files in the practice's own store. Both are one code.
 //
-// Failures are told to the user by a prompt and to the caller by false. Two things are exceptions,
-// std::invalid_argument: a line with more columns than its layout, and a column without title where a title line is
-// written or read.
+// False is a failure. The user is told by a prompt, except where the data file cannot be opened, there is no layout, he
+// has cancelled, or a code below says that it is silent. std::invalid_argument is thrown for a line with more columns
+// than its layout, and for a column without title where a title line is written or read; CFileException by WriteTitel,
+// WriteLines and WriteErrorLines outside of WriteDaten.
 #pragma once
 
 #include "orvostatbs/accu/StatAccu.h"
@@ -35,6 +36,7 @@ template <class T> struct SDateifamilie;
 template <> struct SDateifamilie<CStdioFile> {
     using CIni = CIniFile;
     using CSuche = CFileFind;
+    // There is such a file.
     [[nodiscard]] static bool Existiert(const CString & sDatei);
     // True if the file is gone, after a prompt if not.
     static bool Loesche(const CString & sDatei);
@@ -42,6 +44,7 @@ template <> struct SDateifamilie<CStdioFile> {
 template <> struct SDateifamilie<CDBStdioFile> {
     using CIni = CDBIniFile;
     using CSuche = CDBFileFind;
+    // As above.
     [[nodiscard]] static bool Existiert(const CString & sDatei);
     static bool Loesche(const CString & sDatei);
 };
@@ -62,12 +65,14 @@ public:
 
     // ---- the derived class's part, in this order
 
-    // The layout to write. Null writes and reads nothing.
+    // The layout to write; it ends with -1 and is borrowed until the write or read has ended. Null writes and reads
+    // nothing.
     virtual int * SetLineStruct() { return nullptr; }
     // Puts the next line into the record; false for a step without a line.
     virtual bool GetLineData2File(CStatLines &) { return false; }
-    // The progress box's total.
+    // The progress box's total, in the derived class's own steps; 0 counts as 1.
     virtual long GetGesamtPos() { return 0; }
+    // Writes the selection file, behind the last line; false fails the write, after a prompt.
     virtual bool CreateSelektionsFile(const CString & /*sFile*/) { return true; }
     // What to do with a line that was read; the result has no effect.
     virtual bool MoveDataFromFile(CStatLines &) { return false; }
@@ -75,7 +80,8 @@ public:
     virtual bool BeforeMoveDataFromFile() { return false; }
     virtual CString GetDatFilename() { return "std.dat"; }
     virtual CString GetIniFilename() { return "std.ini"; }
-    // Writes the data file: 0, or one of EDateicode. The default writes the title line and then what GetLineData2File
+    // Writes the data file: 0, or one of EDateicode; any other ends the write without a message. iCount, from 0, is the
+    // caller's to count lines in and has no effect. The default writes the title line and then what GetLineData2File
     // gives, until the user cancels, and returns CODE_STILL.
     virtual int DoData(T & file, int & iCount);
     // Takes a line: the first one as title line where IsFirstLineStruct says so, any other into the record and on to
@@ -98,7 +104,8 @@ public:
     // Deletes the former set, writes the data file and then the selection file: without the latter a set is
     // unfinished. With m_bZwSich the data file is kept and added to, without progress and questions.
     bool WriteDaten();
-    // Reads the data file line by line.
+    // Reads the data file line by line. False if it could not be read to its end; what was read stays. The box is shown
+    // with m_bZwSich too, but does not move.
     bool ReadDaten();
     // The title line of m_pLineStruct; a line by m_pLineStruct, or by the layout of error lines. Always true.
     bool WriteTitel(T & file);
@@ -106,9 +113,10 @@ public:
     bool WriteErrorLines(T & file, CStatLines & line);
     // Moves the progress box; false once the user has confirmed to stop. Always true with m_bZwSich.
     bool DoProgress(long & lPos, long lGesamt);
-    // Deletes the files of a directory, not its subdirectories; stops at the first that cannot be deleted, with false.
+    // Deletes the files of a directory, not its subdirectories; stops at the first that cannot be deleted, with false
+    // after a prompt. A file whose name Windows-1252 cannot write stays. The empty path is the working directory.
     bool RemoveFiles(CString sPath);
-    // Deletes a file. One that is not there is deleted.
+    // Deletes a file; false after a prompt. One that is not there is deleted.
     static bool DeleteFileA(const CString & sName) { return SDateifamilie<T>::Loesche(sName); }
 
     int * m_pLineStruct = nullptr; // while writing
@@ -119,7 +127,7 @@ public:
     char m_cDelimiter = ';';
     char m_cErsatz = '|'; // stands in a text for the delimiter
     bool m_bZwSich = false;
-    int m_iZwKapazitaet = 5000;      // room kept in the table after an intermediate save
+    int m_iZwKapazitaet = 5000;      // hits that the table keeps room for after an intermediate save
     std::vector<int> m_aLineStruct;  // layout of the lines being read
     std::vector<int> m_aErrorStruct; // of those of kind "E"
 
@@ -132,6 +140,7 @@ protected:
     bool GetLineFields(CString sLine, CStatLines & line);
     // Puts one column into the record; none outside of the catalogue.
     void MoveLineFields(int iField, const CString & sValue, CStatLines & line);
+    // By the given layout; null writes nothing. Always true.
     bool WriteLines(T & file, CStatLines & line, int * pStruct);
 
 private:

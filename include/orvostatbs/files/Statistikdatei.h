@@ -26,9 +26,10 @@ public:
     explicit CStat2File(CWnd * pParent) : CStatEval2<T>(pParent) {}
 
     void SetStatVersion(const CString & sVersion) { m_sVersion = sVersion; }
+    // False if a key or the file could not be written.
     bool CreateSelektionsFile(const CString & sFile) override;
 
-    CString m_sStatistikart;
+    CString m_sStatistikart; // this and the version are written as they stand
     CString m_sVersion;
 
 protected:
@@ -43,21 +44,27 @@ template <class T> class CFile2Stat : public CStatEval2<T> {
 public:
     explicit CFile2Stat(CWnd * pParent) : CStatEval2<T>(pParent) {}
 
+    // Adds the line's record to its table. False, without effect, for kind "E" and for a kind that is unknown.
     bool MoveDataFromFile(CStatLines & line) override;
     // Reads the global data anew and empties the tables of a run; false if there are no global data or no layout.
     bool BeforeMoveDataFromFile() override;
     bool IsFirstLineStruct() override { return false; }
-    // The number of hits as the set has it. Makes room for them, if so many can be in the data file.
+    // The number of hits as the set has it, 0 where file or key is missing. Makes room for up to 10,000 of them, for
+    // more only if so many can be in the data file.
     long ReadAnzHits(const CString & sFile) override;
     // Called when the tables are empty; the result has no effect.
     virtual bool OnlyForProgBeforeMoveDataFromFile() { return true; }
 
     // Sets the accumulator's selection. False after a prompt, with the accumulator as it was, where the file or its
-    // period is missing; any other key that is missing reads as empty, except that Sortierung and ArtStat become "*".
+    // period is missing; any other key that is missing reads as empty, false or 0, except that Sortierung and ArtStat
+    // become "*".
     bool ReadSelektionsFile(const CString & sFile);
+    // Data file and selection file are there.
     [[nodiscard]] bool ExistAllFiles();
-    // "F3 - Zuletzt erstellte Liste vom 15.01.2024 um 09:30 Uhr bearbeiten"; without the time where it is not known.
+    // "F3 - Zuletzt erstellte Liste vom 15.01.2024 um 09:30 Uhr bearbeiten"; without both where one of them is not
+    // known.
     [[nodiscard]] CString GetLastEditDateText();
+    // DD.MM.YYYY, and the version; empty where file or key is missing.
     [[nodiscard]] CString GetLastEditDate();
     [[nodiscard]] CString GetStatVersion();
 
@@ -73,7 +80,7 @@ public:
 protected:
     // Takes the layouts of lines and error lines; false without a layout.
     bool GetThisLineStruct();
-    // The text in pieces of so many characters, replacing what v held.
+    // The text in pieces of so many characters, none for a width below 1, replacing what v held.
     void String2Vec(const CString & s, std::vector<CString> & v, int iWidth);
 
 private:

@@ -28,9 +28,10 @@ public:
     bool CreateSelektionsFile(const CString &) override { return true; }
     CString GetDatFilename() override { return GetOrvoStatWSPath() + m_sZwName + ".SVE"; }
     CString GetIniFilename() override { return GetOrvoStatWSPath() + m_sZwName + ".ISV"; }
-    // Writes the accumulator's hits, without a title line.
+    // Writes the accumulator's hits, without a title line: CODE_OK.
     int DoData(CDBStdioFile & file, int & iCount) override;
 
+    // Borrowed; null has no hits.
     void SetFilter(CStatAccu * pAccu) { m_pAccu = pAccu; }
     // Adds the accumulator's hits to the file and empties vHits, which is the accumulator's own table, keeping room for
     // m_iZwKapazitaet of them; also when the write has failed, after its prompt. Does nothing without m_bZwSich. Always

@@ -29,6 +29,7 @@ public:
 
 // The default does all three on this machine.
 [[nodiscard]] CArbeitsplatz & Arbeitsplatz();
+// Not owned; null is the default. Gives the former one.
 CArbeitsplatz * SetzeArbeitsplatz(CArbeitsplatz * pArbeitsplatz);
 using CArbeitsplatzErsatz = CErsatz<CArbeitsplatz, &SetzeArbeitsplatz>;
 

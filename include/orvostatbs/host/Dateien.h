@@ -33,6 +33,7 @@ public:
     };
     enum EAnfang : unsigned { begin = 0, current = 1, end = 2 };
 
+    // The store must outlive the object, as with the two classes below.
     explicit CDateibasis(CDateispeicher & speicher) : m_pSpeicher(&speicher) {}
     // Closes the file; a failure goes unheard, and a file of the practice's store is then as it was at the last Flush.
     ~CDateibasis();
@@ -52,6 +53,7 @@ public:
     // Moves the position, never out of the file, and gives it.
     std::uint64_t Seek(std::int64_t iWeite, unsigned iVon);
     std::uint64_t SeekToEnd() { return Seek(0, end); }
+    // In bytes, what is buffered included.
     [[nodiscard]] std::uint64_t GetLength();
     [[nodiscard]] const CString & GetFilePath() const { return m_sPfad; }
 
@@ -159,6 +161,7 @@ class CInidatei {
 public:
     CInidatei(CDateispeicher & speicher, CString sDatei)
         : m_pSpeicher(&speicher), m_sDatei(std::move(sDatei)) {}
+    // sErsatz where there is no such key.
     [[nodiscard]] CString ReadString(const CString & sAbschnitt, const CString & sSchluessel,
                                      const CString & sErsatz);
     // Changes or adds a key, in memory. Line ends in a value become blanks. False where the file is there but cannot be

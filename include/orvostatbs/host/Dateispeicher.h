@@ -54,6 +54,7 @@ public:
     [[nodiscard]] virtual int Lies(std::uint64_t iPos, std::span<char> acZiel, std::size_t & iGelesen) = 0;
     // Writes all of it; iPos is at most the length.
     [[nodiscard]] virtual int Schreibe(std::uint64_t iPos, std::string_view sBytes) = 0;
+    // In bytes; 0 where it cannot be asked for.
     [[nodiscard]] virtual std::uint64_t Laenge() = 0;
     // What was written so far stays, whatever happens to this object.
     [[nodiscard]] virtual int Sichere() = 0;
@@ -97,6 +98,7 @@ public:
 // writes: it takes effect as a whole or leaves the file as it was.
 [[nodiscard]] CDateispeicher & Plattendateien();
 [[nodiscard]] CDateispeicher & Bestandsdateien();
+// Not owned; null is the default. They give the former one.
 CDateispeicher * SetzePlattendateien(CDateispeicher * pSpeicher);
 CDateispeicher * SetzeBestandsdateien(CDateispeicher * pSpeicher);
 using CPlattendateienErsatz = CErsatz<CDateispeicher, &SetzePlattendateien>;

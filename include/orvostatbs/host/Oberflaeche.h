@@ -83,6 +83,7 @@ public:
                                                  const CString & sText) = 0;
     // Comes often, between any two lines of a run, also while no box is open. iMax is at least 1. False to cancel.
     [[nodiscard]] virtual bool Fortschritt(long iPos, long iMax) = 0;
+    // Also comes while no box is open.
     virtual void SchliesseFortschritt() = 0;
     virtual void Wartezeiger(bool bAn) = 0;
 };

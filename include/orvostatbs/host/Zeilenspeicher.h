@@ -105,6 +105,9 @@ public:
     virtual int Ersetze(CWerte vWerte) = 0;
 };
 
+// Why a store has failed, as far as files in it have to know.
+enum class EZeilenursache { Unbekannt, KeinZugriff, Geraet, Voll };
+
 // A store of rows. Used by one thread at a time. After a failure the store can be used on, also after std::bad_alloc:
 // then the call has written nothing, an open group goes on without it, and a walk that was stepping has ended with
 // ZEILE_FEHLER and may leave parts of a row in vFelder.
@@ -128,6 +131,8 @@ public:
     [[nodiscard]] virtual std::int64_t Zeilenzahl(const STabelle & tabelle) = 0;
     // Every write is answered with ZEILE_VERWEIGERT and changes nothing.
     [[nodiscard]] virtual bool NurLesen() const = 0;
+    // Of the last call that ended with ZEILE_FEHLER.
+    [[nodiscard]] virtual EZeilenursache Fehlerursache() const { return EZeilenursache::Unbekannt; }
 };
 
 // Adds all rows of a table of one store to the same table of another, in the order of the main key.

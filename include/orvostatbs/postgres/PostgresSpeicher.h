@@ -87,6 +87,7 @@ public:
 
     // The cause of the last failure of this store, and the words of the server or of libpq on it.
     [[nodiscard]] EServerursache LetzteUrsache() const;
+    [[nodiscard]] EZeilenursache Fehlerursache() const override;
     [[nodiscard]] const std::string & LetzterFehler() const;
     // The practice opened.
     [[nodiscard]] const std::string & Praxis() const;

@@ -105,6 +105,7 @@ public:
     // The cause of the last failure of this store, and SQLite's own words on it, empty if there was none; "file too
     // large" where the file has reached the user's limit.
     [[nodiscard]] ESpeicherursache LetzteUrsache() const;
+    [[nodiscard]] EZeilenursache Fehlerursache() const override;
     [[nodiscard]] const std::string & LetzterFehler() const;
 
     // A word (UTF-8) on where the file comes from, which belongs to the file and not to the practice: a copy by rows
